@@ -1,0 +1,41 @@
+// The event loop of the program, and time.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+namespace kalvo {
+
+// Local date and time of day, as the system clock has it.
+struct LocalTime {
+    int year = 1970;
+    int month = 1;  // 1..12
+    int day = 1;    // 1..31
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+};
+
+class EventPump {
+public:
+    virtual ~EventPump() = default;
+
+    // Delivers everything that is waiting and returns. May be called from inside
+    // a handler. Rests for at most a millisecond when it is called over and over
+    // with nothing to deliver.
+    virtual void DoEvents() = 0;
+
+    // Stops the program's thread; no event is delivered meanwhile.
+    virtual void Sleep(int milliseconds) = 0;
+
+    // Milliseconds since some start; wraps around at 2^32.
+    [[nodiscard]] virtual std::uint32_t GetTickCount() = 0;
+
+    [[nodiscard]] virtual LocalTime now() = 0;
+
+    // Queues a handler for delivery by the program's thread. The only member that
+    // other threads may call. A handler must not outlive what it refers to.
+    virtual void post(std::function<void()> handler) = 0;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,94 @@
+// Synthetic keyboard input, key state and keyboard layouts, as user32 has them.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace kalvo {
+
+// Flags of a key event (KEYEVENTF_...).
+inline constexpr std::uint32_t kKeyEventExtendedKey = 1;
+inline constexpr std::uint32_t kKeyEventKeyUp = 2;
+inline constexpr std::uint32_t kKeyEventScanCode = 8;
+
+// Virtual keys that more than one file needs.
+inline constexpr std::uint16_t kVkShift = 0x10;
+inline constexpr std::uint16_t kVkControl = 0x11;
+inline constexpr std::uint16_t kVkMenu = 0x12;
+inline constexpr std::uint16_t kVkCapital = 0x14;
+inline constexpr std::uint16_t kVkNumLock = 0x90;
+inline constexpr std::uint16_t kVkScroll = 0x91;
+
+// Shift-state bits of a VkKeyScanExA result.
+inline constexpr std::uint16_t kNeedsShift = 0x100;
+inline constexpr std::uint16_t kNeedsControl = 0x200;
+inline constexpr std::uint16_t kNeedsAlt = 0x400;
+
+// The variable part of a keyboard INPUT record; type, time and extra information
+// are always 1, 0 and 0. With kKeyEventScanCode set the scan code counts and the
+// virtual key may carry the shift-state byte of VkKeyScanExA.
+struct KeyRecord {
+    std::uint16_t virtualKey = 0;
+    std::uint16_t scanCode = 0;
+    std::uint32_t flags = 0;
+
+    friend bool operator==(const KeyRecord&, const KeyRecord&) = default;
+};
+
+// What a character or a key is in one keyboard layout.
+class KeyboardLayout {
+public:
+    virtual ~KeyboardLayout() = default;
+
+    // The virtual key (low byte) and the shift state (high byte, kNeeds...) that
+    // type the character, a code page 1252 byte. -1 when the layout cannot.
+    // Control characters: TAB, CR, BS, ESC are their keys; LF is Control+Enter;
+    // other codes 1 to 26 are Control+letter.
+    [[nodiscard]] virtual std::int16_t VkKeyScanExA(char character) = 0;
+
+    // The scan code (set 1, without the E0/E1 prefix) of a virtual key; 0 when it
+    // has none. This is mapping type 0.
+    [[nodiscard]] virtual std::uint16_t MapVirtualKeyExA(std::uint16_t virtualKey) = 0;
+};
+
+// The keyboard of the session. Used from the program's own thread only.
+// A failing injection types nothing and is not reported, as with SendInput.
+class KeyboardInput {
+public:
+    virtual ~KeyboardInput() = default;
+
+    // The layout in force for the application that has the focus now
+    // (GetForegroundWindow, GetWindowThreadProcessId, GetKeyboardLayout). The
+    // reference is valid until the next call. Cheap: it is called for every key.
+    [[nodiscard]] virtual KeyboardLayout& foregroundLayout() = 0;
+
+    // Injects the records in order, as one uninterrupted batch.
+    virtual void SendInput(std::span<const KeyRecord> records) = 0;
+
+    // Injects one event of a virtual key.
+    virtual void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode,
+                             std::uint32_t flags) = 0;
+
+    // Bit 0: toggled on; negative: held down. Everything injected before counts.
+    [[nodiscard]] virtual std::int16_t GetKeyState(int virtualKey) = 0;
+
+    // The scan code of a virtual key in the program's own layout, mapping type 0.
+    [[nodiscard]] virtual std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) = 0;
+
+    // The low byte of GetVersionExA's platform identifier: 1 on the 9x family.
+    [[nodiscard]] virtual std::uint8_t platformIdentifier() = 0;
+
+    // The OEM code of an ANSI character (CharToOemA).
+    [[nodiscard]] virtual unsigned char CharToOemA(char character) = 0;
+
+    // The 9x family only: the platform's own key-script sender. Throws
+    // RuntimeError 5 where the system has none.
+    virtual void SendKeys(std::string_view script, bool wait) = 0;
+
+    // The 9x family only: the thread's 256 key-state bytes.
+    virtual void GetKeyboardState(std::span<std::uint8_t, 256> state) = 0;
+    virtual void SetKeyboardState(std::span<const std::uint8_t, 256> state) = 0;
+};
+
+}  // namespace kalvo

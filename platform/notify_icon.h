@@ -1,0 +1,24 @@
+// The icon in the notification area.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace kalvo {
+
+// Length of a tip: texts are cut or padded with blanks to exactly this.
+inline constexpr std::size_t kTipLength = 64;
+
+class NotifyIcon {
+public:
+    virtual ~NotifyIcon() = default;
+
+    // The Shell_NotifyIconA messages NIM_ADD, NIM_MODIFY and NIM_DELETE. `tip` is
+    // kTipLength characters of code page 1252. Modifying an icon that is not
+    // there does nothing.
+    virtual void add(std::string_view tip) = 0;
+    virtual void modify(std::string_view tip) = 0;
+    virtual void remove() = 0;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,28 @@
+// Private-profile (INI) files.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kalvo {
+
+// Reading and writing with the rules of GetPrivateProfileStringA and
+// WritePrivateProfileStringA. All texts are code page 1252.
+class ProfileFiles {
+public:
+    virtual ~ProfileFiles() = default;
+
+    // The value of a key, at most 2054 characters of it; empty when the file, the
+    // section or the key is missing. Section and key compare without regard to
+    // case and to blanks around them; one pair of enclosing quotes is removed.
+    [[nodiscard]] virtual std::string read(std::string_view file, std::string_view section,
+                                           std::string_view key) = 0;
+
+    // Sets a key, creating file and section when missing and leaving every other
+    // line alone. The value is stored as given, leading blanks included. False
+    // when the file could not be written; it is then as it was.
+    virtual bool write(std::string_view file, std::string_view section, std::string_view key,
+                       std::string_view value) = 0;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,97 @@
+// A keyboard that types nothing: it writes down what it was asked for, keeps lock
+// states as a real one would, and has a US layout of letters, digits and a few signs.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/keyboard_input.h"
+#include "platform/oem_text.h"
+#include "platform/runtime_error.h"
+
+namespace kalvo::testing {
+
+class FakeKeyboard : public KeyboardInput, public KeyboardLayout {
+public:
+    // The records of each SendInput call.
+    std::vector<std::vector<KeyRecord>> batches;
+    // Every keybd_event: virtual key and flags in hex ("90 01").
+    std::vector<std::string> keybdEvents;
+    std::vector<std::string> sentToPlatform;
+    std::uint8_t platform = 2;
+    bool platformSenderFails = false;
+    int layoutQueries = 0;
+
+    void setLock(int virtualKey, bool on) { state_.at(static_cast<std::size_t>(virtualKey)) = on; }
+    [[nodiscard]] bool lockOn(int virtualKey) const {
+        return state_.at(static_cast<std::size_t>(virtualKey)) != 0;
+    }
+
+    KeyboardLayout& foregroundLayout() override {
+        ++layoutQueries;
+        return *this;
+    }
+    std::int16_t VkKeyScanExA(char character) override {
+        if (character >= 'a' && character <= 'z')
+            return static_cast<std::int16_t>(character - 'a' + 'A');
+        if (character >= 'A' && character <= 'Z')
+            return static_cast<std::int16_t>(character | kNeedsShift);
+        if (character >= '0' && character <= '9') return character;
+        if (character == ' ' || character == '\t' || character == '\r') return character;
+        if (character == '\n') return 0x20D;
+        if (character == '+') return 0x1BB;
+        if (character == '~') return 0x1C0;
+        if (character == '}') return 0x1DD;
+        if (character == '{') return 0x1DB;
+        if (character == '@') return 0x632;
+        if (character == '\x01') return 0;
+        return -1;
+    }
+    std::uint16_t MapVirtualKeyExA(std::uint16_t virtualKey) override {
+        return static_cast<std::uint16_t>(virtualKey ^ 0x80U);
+    }
+
+    void SendInput(std::span<const KeyRecord> records) override {
+        batches.emplace_back(records.begin(), records.end());
+        for (const KeyRecord& record : records) flipLock(record.virtualKey, record.flags);
+    }
+    void keybd_event(std::uint8_t virtualKey, std::uint8_t, std::uint32_t flags) override {
+        static constexpr const char* kHex = "0123456789abcdef";
+        keybdEvents.push_back({kHex[virtualKey >> 4U], kHex[virtualKey & 15U], ' ',
+                               kHex[(flags >> 4U) & 15U], kHex[flags & 15U]});
+        flipLock(virtualKey, flags);
+    }
+    std::int16_t GetKeyState(int virtualKey) override {
+        return state_.at(static_cast<std::size_t>(virtualKey));
+    }
+    std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) override {
+        return MapVirtualKeyExA(virtualKey);
+    }
+    std::uint8_t platformIdentifier() override { return platform; }
+    unsigned char CharToOemA(char character) override { return ansiToOem(character); }
+    void SendKeys(std::string_view script, bool wait) override {
+        if (platformSenderFails) throw RuntimeError(error_number::kInvalidCall, "");
+        sentToPlatform.push_back(std::string(script) + (wait ? "|wait" : "|"));
+    }
+    void GetKeyboardState(std::span<std::uint8_t, 256> state) override {
+        std::copy(state_.begin(), state_.end(), state.begin());
+    }
+    void SetKeyboardState(std::span<const std::uint8_t, 256> state) override {
+        std::copy(state.begin(), state.end(), state_.begin());
+    }
+
+private:
+    void flipLock(std::uint16_t virtualKey, std::uint32_t flags) {
+        const bool isLock =
+            virtualKey == kVkCapital || virtualKey == kVkNumLock || virtualKey == kVkScroll;
+        if (isLock && (flags & kKeyEventKeyUp) == 0) state_[virtualKey] ^= 1;
+    }
+
+    std::array<std::uint8_t, 256> state_{};
+};
+
+}  // namespace kalvo::testing
