@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "core/application_paths.h"
+#include "core/resume_next.h"
 #include "core/settings_store.h"
 #include "platform/ansi_text.h"
 #include "platform/dialogs.h"
@@ -56,7 +57,7 @@ void BatchReception::collectHt630() {
 void BatchReception::collectPt630() {
     state_.ReceivedData = storePt630();
     if (state_.ReceivedData.empty() || state_.ReceivedData == kEmptyBatch) {
-        platform_.files.remove(temporaryFile_);
+        removeFile(temporaryFile_);
         platform_.progress.unload();
         return;
     }
@@ -70,7 +71,7 @@ void BatchReception::collectPt630() {
     }
     const std::string file = temporaryFile_;
     actOnPt630Event();
-    platform_.files.remove(file);
+    removeFile(file);
 }
 
 std::string BatchReception::storePt630() {
@@ -93,6 +94,10 @@ std::string BatchReception::storePt630() {
     platform_.events.Sleep(kPt630SettleTime);
     file->close();
     return platform_.files.read(temporaryFile_);
+}
+
+void BatchReception::removeFile(const std::string& file) {
+    resumeNext([&] { platform_.files.remove(file); });
 }
 
 void BatchReception::actOnPt630Event() {

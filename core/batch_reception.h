@@ -36,6 +36,7 @@ public:
 
 private:
     std::string storePt630();
+    void removeFile(const std::string& file);
     void actOnPt630Event();
 
     Platform platform_;
