@@ -64,8 +64,9 @@ std::optional<std::string> parseBytes(std::string_view list) {
             digits.push_back(character);
         }
     }
-    if (!digits.empty() && !endOfByte()) return std::nullopt;
-    return bytes;
+    // Nothing behind a comma: the rest of the list is lost.
+    const bool isComplete = digits.empty() ? bytes.empty() : endOfByte();
+    return isComplete ? std::optional(bytes) : std::nullopt;
 }
 
 // hex:... is binary, hex(n):... of type n.
