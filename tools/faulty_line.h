@@ -24,7 +24,7 @@ struct LineFaults {
         std::int64_t milliseconds = 0;
         std::size_t after = 0;
     };
-    std::vector<Pause> pauses;
+    std::vector<Pause> pauses = {};
 };
 
 // Passes everything on to another line, slowed down and disturbed. The same seed

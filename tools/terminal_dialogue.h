@@ -26,15 +26,15 @@ struct DialogueOptions {
 
     // Polled types.
     bool tabbed = false;
-    bool sendsAckLines = false;      // answers each command with an "ACK" line
-    std::int64_t readTimeout = 0;    // ms to wait for "READ"; 0: for ever
-    std::int64_t ackTimeout = 2000;  // ms to wait for "ACK" before sending again
-    int resends = 3;                 // of one record, before giving up
-    std::optional<int> lostAck;      // 1-based: this "ACK" is taken as not received
+    bool sendsAckLines = false;                 // answers each command with an "ACK" line
+    std::int64_t readTimeout = 0;               // ms to wait for "READ"; 0: for ever
+    std::int64_t ackTimeout = 2000;             // ms to wait for "ACK" before sending again
+    int resends = 3;                            // of one record, before giving up
+    std::optional<int> lostAck = std::nullopt;  // 1-based: this "ACK" is taken as not received
 
     // 1-based: the second half of this record's line is lost the first time it is
     // sent; what ends the line is not.
-    std::optional<int> cutRecord;
+    std::optional<int> cutRecord = std::nullopt;
 };
 
 // The other side did not do its part; the text is French, UTF-8.
