@@ -16,13 +16,19 @@ struct LocalTime {
     int second = 0;
 };
 
+// Thrown by DoEvents once the program has been asked to end: whatever is going on
+// unwinds to the event loop, which closes the port and lets go of the keys. Not a
+// run-time error, so that no statement that skips errors passes over it.
+struct ProgramEnd {};
+
 class EventPump {
 public:
     virtual ~EventPump() = default;
 
     // Delivers everything that is waiting and returns. May be called from inside
     // a handler. Rests for at most a millisecond when it is called over and over
-    // with nothing to deliver.
+    // with nothing to deliver. Throws ProgramEnd once the program has been asked to
+    // end.
     virtual void DoEvents() = 0;
 
     // Stops the program's thread; no event is delivered meanwhile.

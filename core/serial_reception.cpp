@@ -1,0 +1,79 @@
+#include "core/serial_reception.h"
+
+#include <string>
+
+#include "core/number_text.h"
+#include "core/serial_settings.h"
+#include "platform/ansi_text.h"
+#include "platform/dialogs.h"
+#include "platform/serial_port.h"
+
+namespace kalvo {
+
+namespace {
+
+// A flag that is set while something goes on, also when it ends with an error.
+class WhileTrue {
+public:
+    explicit WhileTrue(bool& flag) : flag_(flag) { flag_ = true; }
+    WhileTrue(const WhileTrue&) = delete;
+    WhileTrue& operator=(const WhileTrue&) = delete;
+    ~WhileTrue() { flag_ = false; }
+
+private:
+    bool& flag_;
+};
+
+}  // namespace
+
+SerialReception::SerialReception(const Platform& platform, RunTimeState& state,
+                                 std::function<void()> dispatch)
+    : platform_(platform),
+      state_(state),
+      dispatch_(std::move(dispatch)),
+      batches_(platform, state, dispatch_),
+      pull_(platform, state) {
+    platform_.port.onComm([this] { OnComm(); });
+}
+
+void SerialReception::configurePort() {
+    const std::string_view folder = state_.scenario.applicationFolder;
+    const auto stored = [&](std::string_view key) {
+        return readPortSerie(platform_.profiles, folder, key);
+    };
+    SerialPort& port = platform_.port;
+    port.setCommPort(integerPart(stored(port_serie::kPort)));
+    state_.TerminalType = stored(port_serie::kProtocol);
+    port.setSettings(lineSettings(platform_.profiles, folder));
+    port.setSThreshold(1);
+    port.setRThreshold(1);
+    port.setHandshaking(storedHandshaking(platform_.profiles, folder));
+    port.setInputMode(0);
+    port.setInputLen(1);
+}
+
+void SerialReception::openPort() {
+    if (platform_.port.PortOpen()) return;
+    platform_.port.setPortOpen(true);
+    platform_.dialogs.beep();
+}
+
+void SerialReception::OnComm() {
+    if (ReceivingBatch) return;
+    if (equalIgnoringCase(state_.TerminalType, "HT630")) {
+        const WhileTrue receiving(ReceivingBatch);
+        batches_.collectHt630();
+    } else if (equalIgnoringCase(state_.TerminalType, "PT630")) {
+        batches_.collectPt630();
+    }
+}
+
+void SerialReception::transfer() {
+    const bool scanPal = equalIgnoringCase(state_.TerminalType, "ScanPal");
+    const bool optimus = equalIgnoringCase(state_.TerminalType, "Optimus");
+    if (pull_.running() || (!scanPal && !optimus)) return;
+    pull_.run(scanPal ? PullScanner::kScanPal : PullScanner::kOptimus);
+    if (!state_.ReceivedData.empty() || state_.TransferEnded) dispatch_();
+}
+
+}  // namespace kalvo

@@ -1,0 +1,50 @@
+// The one serial port of the system: its set-up from PortSerie.ini, its receive
+// event, and the transfer from a polled scanner.
+#pragma once
+
+#include <functional>
+
+#include "core/batch_reception.h"
+#include "core/pull_dialogue.h"
+#include "core/run_time_state.h"
+#include "platform/platform.h"
+
+namespace kalvo {
+
+class SerialReception {
+public:
+    // `dispatch` takes state.ReceivedData further (TraiteEmul).
+    SerialReception(const Platform& platform, RunTimeState& state, std::function<void()> dispatch);
+    SerialReception(const SerialReception&) = delete;
+    SerialReception& operator=(const SerialReception&) = delete;
+
+    // Sets the port up from PortSerie.ini, state.TerminalType included, and leaves
+    // it closed. RuntimeError 8002 for a port number out of range, 380 for line
+    // settings the port refuses.
+    void configurePort();
+
+    // Opens a closed port and beeps. RuntimeErrors of the port.
+    void openPort();
+
+    // The receive event. Terminals that are not of the push family are not read
+    // here; nothing happens while an HT630 batch is being collected.
+    void OnComm();
+
+    // Pulls the records of a polled scanner and dispatches them; nothing for any
+    // other terminal. RuntimeError 8018 when the port is closed.
+    void transfer();
+    // Ends a transfer that waits for its scanner; what was acknowledged is still
+    // dispatched.
+    void cancelTransfer() { pull_.cancel(); }
+    [[nodiscard]] bool transferring() const { return pull_.running(); }
+
+private:
+    Platform platform_;
+    RunTimeState& state_;
+    std::function<void()> dispatch_;
+    BatchReception batches_;
+    PullDialogue pull_;
+    bool ReceivingBatch = false;
+};
+
+}  // namespace kalvo

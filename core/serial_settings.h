@@ -1,0 +1,45 @@
+// The serial settings file PortSerie.ini.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/ansi_text.h"
+#include "platform/profile_files.h"
+#include "platform/serial_port.h"
+
+namespace kalvo {
+
+// Section and keys of PortSerie.ini.
+namespace port_serie {
+inline constexpr std::string_view kSection = "Port_série"_ansi;
+inline constexpr std::string_view kPort = "Port";
+inline constexpr std::string_view kDataBits = "Bit de donnée"_ansi;
+inline constexpr std::string_view kParity = "Bit de parité"_ansi;
+inline constexpr std::string_view kStopBits = "Bit d'arrêt"_ansi;
+inline constexpr std::string_view kSpeed = "Vitesse";
+inline constexpr std::string_view kProtocol = "Protocol";
+inline constexpr std::string_view kFlow = "Flux";
+inline constexpr std::string_view kPortActive = "PortActif";
+inline constexpr std::string_view kReplayFile = "Fichier";
+inline constexpr std::string_view kReplayFolder = "Repertoire";
+}  // namespace port_serie
+
+// One value of the file; empty when missing.
+[[nodiscard]] std::string readPortSerie(ProfileFiles& profiles, std::string_view applicationFolder,
+                                        std::string_view key);
+
+// Whether the program opens the port at all.
+[[nodiscard]] bool portActive(ProfileFiles& profiles, std::string_view applicationFolder);
+
+// The line settings as the serial control wants them: speed, parity letter, data
+// bits and stop bits joined by ",", the numbers cut to their integer part, the
+// parity as it stands in the file.
+[[nodiscard]] std::string lineSettings(ProfileFiles& profiles, std::string_view applicationFolder);
+
+// The stored flow control; none when it is not 0 to 3.
+[[nodiscard]] Handshaking storedHandshaking(ProfileFiles& profiles,
+                                            std::string_view applicationFolder);
+
+}  // namespace kalvo

@@ -1,0 +1,88 @@
+#include "core/start_up.h"
+
+#include <string>
+
+#include "core/application_paths.h"
+#include "core/serial_settings.h"
+#include "core/settings_store.h"
+#include "core/tray_tip.h"
+#include "platform/ansi_text.h"
+#include "platform/database.h"
+#include "platform/dialogs.h"
+#include "platform/notify_icon.h"
+#include "platform/runtime_error.h"
+#include "platform/serial_port.h"
+#include "scenario/scenario_compiler.h"
+#include "scenario/scenario_loader.h"
+#include "scenario/scenario_store.h"
+
+namespace kalvo {
+
+namespace {
+
+void readSettings(const Platform& platform, RunTimeState& state) {
+    state.RacInvent = readSetting(platform.registry, kRacInvent);
+    state.RacCde = readSetting(platform.registry, kRacCde);
+    state.scenario.DecimalSeparator = readSetting(platform.registry, kSepDec);
+}
+
+void compileChosenScenario(const Platform& platform, RunTimeState& state) {
+    const std::string name = readSetting(platform.registry, kRacScenChx);
+    if (name.empty()) return;
+    if (const auto numero = findScenario(*state.database, name))
+        CompileScenario(platform, *state.database, state.scenario.applicationFolder, *numero);
+}
+
+void openConfiguredPort(const Platform& platform, RunTimeState& state, SerialReception& reception,
+                        const std::function<void()>& openSettings) {
+    const std::string_view folder = state.scenario.applicationFolder;
+    if (!portActive(platform.profiles, folder)) return;
+    if (readPortSerie(platform.profiles, folder, port_serie::kPort).empty()) {
+        platform.dialogs.message("Veuillez configurer les paramétres de communication."_ansi,
+                                 kApplicationTitle, MessageIcon::kInformation);
+        openSettings();
+        return;
+    }
+    if (platform.port.PortOpen()) {
+        platform.dialogs.message(
+            "Le port de communication : " + std::to_string(platform.port.CommPort()) +
+                std::string(" est déja ouvert"_ansi),
+            kApplicationTitle, MessageIcon::kCritical);
+    } else {
+        reception.configurePort();
+        reception.openPort();
+    }
+    std::string& name = state.scenario.active.ScenarioName;
+    name = readSetting(platform.registry, kRacScenChx);
+    if (name.empty()) name = "Aucun scénario choisi"_ansi;
+}
+
+void showError(const Platform& platform, const RuntimeError& error) {
+    platform.dialogs.message(std::string("Erreur N° : "_ansi) + std::to_string(error.number()) +
+                                 "\r\n\r\n" + error.description() +
+                                 "\r\n\r\nL'application va se fermer.",
+                             kApplicationTitle, MessageIcon::kCritical);
+}
+
+}  // namespace
+
+void startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
+             const std::function<void()>& openSettings) {
+    try {
+        state.database =
+            platform.databases.OpenDatabase(scenarioDatabase(state.scenario.applicationFolder));
+        readSettings(platform, state);
+        compileChosenScenario(platform, state);
+        LoadActiveScenario(platform, state.scenario);
+        state.scenario.keys.LoadKeyCorrespondence(platform.profiles,
+                                                  state.scenario.applicationFolder);
+        openConfiguredPort(platform, state, reception, openSettings);
+    } catch (const RuntimeError& error) {
+        showError(platform, error);
+    }
+    const std::string tip = trayTip(platform.port.CommPort(), state.scenario.active.ScenarioName);
+    platform.icon.add(tip);
+    platform.icon.modify(tip);
+}
+
+}  // namespace kalvo

@@ -1,0 +1,146 @@
+#include "keys/key_injection.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+#include "core/number_text.h"
+#include "core/resume_next.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr std::uint8_t kPlatform9x = 1;
+constexpr std::int16_t kSettleTime = 20;  // milliseconds
+
+constexpr Key kCapsLockKey{Key::Kind::kNamed, kVkCapital};
+constexpr Key kNumLockKey{Key::Kind::kNamed, kVkNumLock};
+constexpr Key kScrollLockKey{Key::Kind::kNamed, kVkScroll};
+
+// The modifiers a shift state asks for, in the order in which they are sent.
+struct NeededModifier {
+    std::uint16_t bit;
+    std::uint16_t virtualKey;
+};
+constexpr std::array<NeededModifier, 3> kNeededModifiers = {
+    {{kNeedsShift, kVkShift}, {kNeedsControl, kVkControl}, {kNeedsAlt, kVkMenu}}};
+
+// The virtual key and shift state of a key in a layout; 0 when it types nothing.
+// The answer "all bits set" for a character the layout lacks counts as it stands.
+std::uint16_t virtualKeyOf(Key key, KeyboardLayout& layout) {
+    switch (key.kind) {
+        case Key::Kind::kShift: return kVkShift;
+        case Key::Kind::kControl: return kVkControl;
+        case Key::Kind::kAlt: return kVkMenu;
+        case Key::Kind::kNamed: return key.code;
+        case Key::Kind::kLiteral: break;
+    }
+    return static_cast<std::uint16_t>(layout.VkKeyScanExA(static_cast<char>(key.code)));
+}
+
+}  // namespace
+
+void Keysend::SendKeyScript(std::string_view script, std::int16_t wait) {
+    const OsFamily family = GetOsFamily();
+    chooseFlags(family);
+    if (family == OsFamily::k9x) {
+        resumeNext([&] { keyboard_.SendKeys(script, wait != 0); });
+        return;
+    }
+    const LockStates initial = switchLocksOff();
+    const std::string expanded =
+        ExpandAltNumpad(script, [this](char c) { return keyboard_.CharToOemA(c); });
+    KeyScriptReader reader(expanded);
+    typeEvents(reader);
+    restoreLocks(initial, reader.locks(), wait);
+    if (wait != 0) WaitWithEvents(kSettleTime);
+}
+
+void Keysend::chooseFlags(OsFamily family) {
+    DownFlags = family == OsFamily::k9x ? 0 : kKeyEventScanCode;
+    UpFlags = DownFlags | kKeyEventKeyUp;
+}
+
+Keysend::LockStates Keysend::switchLocksOff() {
+    LockStates initial;
+    initial.capsLock = keyboard_.GetKeyState(kVkCapital) != 0;
+    if (initial.capsLock) typeKey(kCapsLockKey);
+    initial.numLock = keyboard_.GetKeyState(kVkNumLock) != 0;
+    if (initial.numLock) FlipNumLock();
+    initial.scrollLock = keyboard_.GetKeyState(kVkScroll) != 0;
+    if (initial.scrollLock) typeKey(kScrollLockKey);
+    return initial;
+}
+
+void Keysend::typeEvents(KeyScriptReader& reader) {
+    while (const auto event = reader.next()) {
+        switch (event->action) {
+            case KeyEvent::Action::kDown: SendKeyDown(event->key); break;
+            case KeyEvent::Action::kUp: SendKeyUp(event->key); break;
+            case KeyEvent::Action::kFlipNumLock: FlipNumLock(); break;
+        }
+    }
+}
+
+// Every lock was switched off before the script: a tracker that differs from the
+// initial state means one more press.
+void Keysend::restoreLocks(const LockStates& initial, const LockTrackers& trackers,
+                           std::int16_t wait) {
+    const std::string exceptions = withSignPosition(wait);
+    const auto restores = [&](char digit) { return exceptions.find(digit) == std::string::npos; };
+    if (restores('2') && trackers.capsLock != initial.capsLock) typeKey(kCapsLockKey);
+    if (restores('3') && trackers.numLock != initial.numLock) FlipNumLock();
+    if (restores('4') && trackers.scrollLock != initial.scrollLock) typeKey(kScrollLockKey);
+}
+
+void Keysend::typeKey(Key key) {
+    SendKeyDown(key);
+    SendKeyUp(key);
+}
+
+void Keysend::SendKeyDown(Key key) { sendKey(key, DownFlags); }
+
+// The modifiers go up before the key itself: applications expect this order.
+void Keysend::SendKeyUp(Key key) { sendKey(key, UpFlags); }
+
+void Keysend::sendKey(Key key, std::uint32_t flags) {
+    KeyboardLayout& layout = keyboard_.foregroundLayout();
+    const std::uint16_t value = virtualKeyOf(key, layout);
+    if (value == 0) return;
+
+    std::array<KeyRecord, kNeededModifiers.size() + 1> records;
+    std::size_t count = 0;
+    for (const auto& [bit, virtualKey] : kNeededModifiers)
+        if ((value & bit) != 0)
+            records[count++] = {virtualKey, layout.MapVirtualKeyExA(virtualKey), flags};
+    records[count++] = {value, layout.MapVirtualKeyExA(value & 0xFFU), flags};
+    keyboard_.SendInput(std::span(records).first(count));
+}
+
+void Keysend::FlipNumLock() {
+    if (GetOsFamily() == OsFamily::kNt) {
+        typeKey(kNumLockKey);
+        return;
+    }
+    std::array<std::uint8_t, 256> state{};
+    keyboard_.GetKeyboardState(state);
+    state[kVkNumLock] = state[kVkNumLock] == 0 ? 1 : 0;
+    keyboard_.SetKeyboardState(state);
+}
+
+OsFamily Keysend::GetOsFamily() {
+    return keyboard_.platformIdentifier() == kPlatform9x ? OsFamily::k9x : OsFamily::kNt;
+}
+
+void Keysend::WaitWithEvents(std::int16_t milliseconds) {
+    const std::uint32_t start = events_.GetTickCount();
+    events_.DoEvents();
+    // A tick count below the start has wrapped around, which ends the wait.
+    for (std::uint32_t now = events_.GetTickCount();
+         now >= start && now - start <= static_cast<std::uint32_t>(milliseconds);
+         now = events_.GetTickCount())
+        events_.DoEvents();
+}
+
+}  // namespace kalvo

@@ -1,0 +1,15 @@
+// The names a key script may put in braces, and the virtual keys they stand for.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace kalvo {
+
+// The virtual-key code of a name, in any case; 0 when the name is unknown.
+[[nodiscard]] std::int16_t KeyNameToCode(std::string_view name);
+
+// Whether two key names are the same but for the case of their letters.
+[[nodiscard]] bool sameKeyName(std::string_view a, std::string_view b);
+
+}  // namespace kalvo

@@ -1,0 +1,102 @@
+// The key-script language: literal characters, braced key names with a repeat
+// count, the prefixes + ^ % (Shift, Control, Alt), parentheses and ~ (Enter).
+//
+//   abc         the characters            {TAB}  {F5 3}    keys, three times F5
+//   +a  ^%{DEL} modifiers for one key     +(ab)            for a group of keys
+//   {+} {}} {{} signs of the language     ~                Enter
+//
+// The reader turns a script into key events, one at a time; it neither knows a
+// keyboard nor its layout.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kalvo {
+
+// One key as a script names it.
+struct Key {
+    enum class Kind : std::uint8_t {
+        kShift,  // the modifiers, reached through their prefixes only
+        kControl,
+        kAlt,
+        kNamed,    // code: virtual key of the name table
+        kLiteral,  // code: a code page 1252 character
+    };
+    Kind kind = Kind::kLiteral;
+    std::uint8_t code = 0;
+
+    friend bool operator==(const Key&, const Key&) = default;
+};
+
+// What the reader asks the injector to do next.
+struct KeyEvent {
+    enum class Action : std::uint8_t { kDown, kUp, kFlipNumLock };
+    Action action = Action::kDown;
+    Key key;
+
+    friend bool operator==(const KeyEvent&, const KeyEvent&) = default;
+};
+
+// Which locks the braced lock keys of a script have left flipped.
+struct LockTrackers {
+    bool capsLock = false;
+    bool numLock = false;
+    bool scrollLock = false;
+
+    friend bool operator==(const LockTrackers&, const LockTrackers&) = default;
+};
+
+// Replaces every character of code 128 and above by the keys of its Alt+keypad
+// code, inside braces too. `oemCode` gives a character's code in the OEM code page.
+[[nodiscard]] std::string ExpandAltNumpad(std::string_view script,
+                                          const std::function<unsigned char(char)>& oemCode);
+
+// Reads a script (already through ExpandAltNumpad) from left to right. Each event
+// is worked out when it is asked for, so neither a long script nor a large repeat
+// count takes memory. A missing "}" or a repeat count of 0 ends the script; held
+// modifiers are released at the end in every case. The text must outlive the reader.
+class KeyScriptReader {
+public:
+    explicit KeyScriptReader(std::string_view script) : rest_(script) {}
+
+    // The next event; nothing when the script is done.
+    std::optional<KeyEvent> next();
+
+    // The trackers after the events taken so far.
+    [[nodiscard]] LockTrackers locks() const { return locks_; }
+
+private:
+    // Keys being typed over and over: one named key or the letters of a text.
+    struct Repetition {
+        std::string_view text;  // the literal text; empty for a named key
+        Key named;
+        std::int32_t remaining = 0;  // rounds left, the current one included
+        std::size_t position = 0;    // next character of `text`
+    };
+
+    void readOne();
+    void readGroup();
+    void prefix(Key::Kind modifier);
+    void repeat(const Repetition& repetition);
+    void typeNextRound();
+    void type(Key key);
+    void trackLock(Key key);
+    void releaseHeld();
+    void endScript();
+
+    std::string_view rest_;
+    std::vector<Key> heldModifiers_;
+    bool groupOpen_ = false;
+    bool ended_ = false;
+    LockTrackers locks_;
+    Repetition repetition_;
+    std::vector<KeyEvent> pending_;
+    std::size_t pendingPosition_ = 0;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,111 @@
+#include "platform/asio/asio_serial_port.h"
+
+#include <utility>
+
+#include "platform/ansi_text.h"
+#include "platform/asio/line_inbox.h"
+#include "platform/asio/serial_line.h"
+#include "platform/runtime_error.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kHighestPort = 256;
+
+[[noreturn]] void fail(int number, std::string_view description) {
+    throw RuntimeError(number, std::string(description));
+}
+
+[[noreturn]] void failNotOpen() {
+    fail(error_number::kPortNotOpen, "Le port série n'est pas ouvert"_ansi);
+}
+
+[[noreturn]] void failAlreadyOpen() {
+    fail(error_number::kPortAlreadyOpen, "Le port série est déjà ouvert"_ansi);
+}
+
+}  // namespace
+
+AsioSerialPort::AsioSerialPort(EventPump& pump, PortNameResolver resolver)
+    : resolver_(std::move(resolver)), inbox_(std::make_shared<LineInbox>(pump)) {}
+
+AsioSerialPort::~AsioSerialPort() {
+    inbox_->setEventHandler(nullptr);
+    inbox_->setLineHandler(nullptr);
+}
+
+void AsioSerialPort::setCommPort(int number) {
+    if (PortOpen()) failAlreadyOpen();
+    if (number < 1 || number > kHighestPort)
+        fail(error_number::kPortInvalid, "Numéro de port série non valide"_ansi);
+    number_ = number;
+}
+
+void AsioSerialPort::setSettings(std::string_view settings) {
+    apply(parseLineSettings(settings), handshaking_);
+}
+
+void AsioSerialPort::setHandshaking(Handshaking mode) {
+    if (mode < Handshaking::kNone || mode > Handshaking::kRtsAndXon)
+        fail(error_number::kPortSettings, "Contrôle de flux non valide"_ansi);
+    apply(settings_, mode);
+}
+
+void AsioSerialPort::apply(const LineSettings& settings, Handshaking handshaking) {
+    if (line_) line_->reconfigure(settings, handshaking);
+    settings_ = settings;
+    handshaking_ = handshaking;
+}
+
+void AsioSerialPort::setRThreshold(int characters) { inbox_->setReceiveThreshold(characters); }
+
+void AsioSerialPort::setSThreshold(int characters) { inbox_->setSendThreshold(characters); }
+
+void AsioSerialPort::setInputMode(int mode) {
+    if (mode != 0) fail(error_number::kPortSettings, "Seul le mode texte est disponible"_ansi);
+}
+
+void AsioSerialPort::setInputLen(int characters) { inbox_->setInputLength(characters); }
+
+std::string AsioSerialPort::Input() {
+    if (!PortOpen()) failNotOpen();
+    return inbox_->take();
+}
+
+void AsioSerialPort::Output(std::string_view bytes) {
+    if (!PortOpen()) failNotOpen();
+    line_->send(bytes);
+}
+
+std::size_t AsioSerialPort::InBufferCount() const { return inbox_->waiting(); }
+
+void AsioSerialPort::setPortOpen(bool open) {
+    if (open) {
+        if (PortOpen()) failAlreadyOpen();
+        openLine();
+    } else {
+        line_.reset();
+        inbox_->clear();
+    }
+}
+
+void AsioSerialPort::openLine() {
+    const std::string device = resolver_(number_);
+    if (device.empty())
+        fail(error_number::kPortInvalid, std::string("Le port COM"_ansi) + std::to_string(number_) +
+                                             std::string(" n'existe pas sur ce poste"_ansi));
+    line_ = std::make_unique<SerialLine>(LineParameters{device, settings_, handshaking_}, inbox_);
+}
+
+int AsioSerialPort::CommEvent() const { return inbox_->latestEvent(); }
+
+void AsioSerialPort::onComm(std::function<void()> handler) {
+    inbox_->setEventHandler(std::move(handler));
+}
+
+void AsioSerialPort::onLineChange(std::function<void(bool lost)> handler) {
+    inbox_->setLineHandler(std::move(handler));
+}
+
+}  // namespace kalvo

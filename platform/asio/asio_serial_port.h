@@ -1,0 +1,70 @@
+// The serial port over standalone Asio, for Linux and Windows.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/asio/line_settings.h"
+#include "platform/event_pump.h"
+#include "platform/serial_port.h"
+
+namespace kalvo {
+
+class LineInbox;
+class SerialLine;
+
+// While the port is open a thread of its own drains the line into a queue without a
+// limit, so a busy program loses nothing. The handlers come from the pump and never
+// after this object is gone; a handler may destroy it.
+//
+// When the device is unplugged PortOpen() stays true, as it says what the program
+// wants: the line is tried again every second and goes on with the same settings
+// when it is back. Meanwhile Output() fails with 8012; received bytes can be taken.
+//
+// Opening raises DTR and RTS. Opening errors besides those of SerialPort: 70, no
+// permission for the device. A close waits up to half a second for queued output.
+// What a pseudo-terminal cannot have (data bits, parity) is accepted on it and has no
+// effect; elsewhere what the line cannot do is error 380 on opening.
+class AsioSerialPort : public SerialPort {
+public:
+    // The device path (Linux) or "\\.\COM5" (Windows) of a port number; empty when
+    // there is none, which is error 8002 on opening.
+    using PortNameResolver = std::function<std::string(int portNumber)>;
+
+    // The pump must outlive the port; from the port's thread only its post() is used.
+    AsioSerialPort(EventPump& pump, PortNameResolver resolver);
+    ~AsioSerialPort() override;
+    AsioSerialPort(const AsioSerialPort&) = delete;
+    AsioSerialPort& operator=(const AsioSerialPort&) = delete;
+
+    void setCommPort(int number) override;
+    [[nodiscard]] int CommPort() const override { return number_; }
+    void setSettings(std::string_view settings) override;
+    void setHandshaking(Handshaking mode) override;
+    void setRThreshold(int characters) override;
+    void setSThreshold(int characters) override;
+    void setInputMode(int mode) override;
+    void setInputLen(int characters) override;
+    std::string Input() override;
+    void Output(std::string_view bytes) override;
+    [[nodiscard]] std::size_t InBufferCount() const override;
+    void setPortOpen(bool open) override;
+    [[nodiscard]] bool PortOpen() const override { return line_ != nullptr; }
+    [[nodiscard]] int CommEvent() const override;
+    void onComm(std::function<void()> handler) override;
+    void onLineChange(std::function<void(bool lost)> handler) override;
+
+private:
+    void openLine();
+    void apply(const LineSettings& settings, Handshaking handshaking);
+
+    PortNameResolver resolver_;
+    int number_ = 1;
+    LineSettings settings_;
+    Handshaking handshaking_ = Handshaking::kNone;
+    std::shared_ptr<LineInbox> inbox_;
+    std::unique_ptr<SerialLine> line_;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,172 @@
+#include "platform/asio/serial_line.h"
+
+#include <asio/buffer.hpp>
+#include <asio/post.hpp>
+#include <asio/write.hpp>
+#include <future>
+#include <utility>
+
+#include "platform/ansi_text.h"
+#include "platform/runtime_error.h"
+
+namespace kalvo {
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr milliseconds kTimeToLeave{500};
+constexpr milliseconds kWatchInterval{100};
+constexpr milliseconds kRetryInterval{1000};
+
+}  // namespace
+
+SerialLine::SerialLine(LineParameters parameters, std::shared_ptr<LineInbox> inbox)
+    : inbox_(std::move(inbox)), parameters_(std::move(parameters)) {
+    port_.assign(openNativeLine(parameters_));
+    start();
+    thread_ = std::thread([this] { io_.run(); });
+}
+
+SerialLine::~SerialLine() {
+    const auto deadline = steady_clock::now() + kTimeToLeave;
+    const bool written = waitUntilWritten(deadline);
+    io_.stop();
+    thread_.join();
+    if (!port_.is_open()) return;
+    if (written) waitUntilSent(deadline);
+    releaseNativeLine(port_.native_handle());
+    asio::error_code ignored;
+    port_.close(ignored);
+}
+
+bool SerialLine::waitUntilWritten(steady_clock::time_point deadline) {
+    std::unique_lock lock(mutex_);
+    return written_.wait_until(lock, deadline, [this] { return sendQueue_.empty() && !writing_; });
+}
+
+void SerialLine::waitUntilSent(steady_clock::time_point deadline) {
+    while (hasUnsentOutput(port_.native_handle()) && steady_clock::now() < deadline)
+        std::this_thread::sleep_for(milliseconds(1));
+}
+
+void SerialLine::reconfigure(const LineSettings& settings, Handshaking handshaking) {
+    std::promise<void> done;
+    asio::post(io_, [&] {
+        try {
+            if (port_.is_open()) configureNativeLine(port_.native_handle(), settings, handshaking);
+            parameters_.settings = settings;
+            parameters_.handshaking = handshaking;
+            done.set_value();
+        } catch (...) {
+            done.set_exception(std::current_exception());
+        }
+    });
+    done.get_future().get();
+}
+
+void SerialLine::send(std::string_view bytes) {
+    if (bytes.empty()) return;
+    const std::lock_guard lock(mutex_);
+    if (lost_)
+        throw RuntimeError(error_number::kPortIo,
+                           std::string("Liaison série perdue : appareil débranché ?"_ansi));
+    sendQueue_.append(bytes);
+    if (std::exchange(writing_, true)) return;
+    asio::post(io_, [this] { writeNext(); });
+}
+
+void SerialLine::start() {
+    read();
+    monitor_.emplace(port_.native_handle());
+    if (monitor_->supported()) watch();
+}
+
+void SerialLine::read() {
+    port_.async_read_some(asio::buffer(readBuffer_),
+                          [this](const asio::error_code& error, std::size_t size) {
+                              if (error == asio::error::operation_aborted) return;
+                              if (size > 0) inbox_->received({readBuffer_.data(), size});
+                              if (error) return lose();
+                              read();
+                          });
+}
+
+void SerialLine::writeNext() {
+    {
+        const std::lock_guard lock(mutex_);
+        if (lost_) return;
+        writeBuffer_ = std::exchange(sendQueue_, {});
+    }
+    asio::async_write(port_, asio::buffer(writeBuffer_),
+                      [this](const asio::error_code& error, std::size_t) {
+                          if (error == asio::error::operation_aborted) return;
+                          if (error) return lose();
+                          std::size_t left = 0;
+                          {
+                              const std::lock_guard lock(mutex_);
+                              left = sendQueue_.size();
+                              writing_ = left > 0;
+                          }
+                          inbox_->sent(left);
+                          if (left > 0) return writeNext();
+                          written_.notify_all();
+                      });
+}
+
+void SerialLine::watch() {
+    watchTimer_.expires_after(kWatchInterval);
+    watchTimer_.async_wait([this](const asio::error_code& error) {
+        if (error) return;
+        report();
+        watch();
+    });
+}
+
+void SerialLine::report() {
+    const auto changes = monitor_->poll();
+    if (changes.breakReceived) inbox_->happened(comm_event::kBreak);
+    if (changes.overflow) inbox_->happened(comm_event::kReceiveOverflow);
+    if (changes.cts) inbox_->happened(comm_event::kCts);
+}
+
+void SerialLine::lose() {
+    {
+        const std::lock_guard lock(mutex_);
+        if (std::exchange(lost_, true)) return;
+        sendQueue_.clear();
+        writing_ = false;
+    }
+    written_.notify_all();
+    watchTimer_.cancel();
+    releaseNativeLine(port_.native_handle());
+    asio::error_code ignored;
+    port_.close(ignored);
+    inbox_->lineChanged(true);
+    retryLater();
+}
+
+void SerialLine::retryLater() {
+    retryTimer_.expires_after(kRetryInterval);
+    retryTimer_.async_wait([this](const asio::error_code& error) {
+        if (!error) retry();
+    });
+}
+
+void SerialLine::retry() {
+    try {
+        port_.assign(openNativeLine(parameters_));
+    } catch (const RuntimeError&) {
+        // Still away, or not ready for its settings yet; the user knows it is lost.
+        return retryLater();
+    }
+    {
+        const std::lock_guard lock(mutex_);
+        lost_ = false;
+    }
+    inbox_->lineChanged(false);
+    start();
+}
+
+}  // namespace kalvo

@@ -1,0 +1,72 @@
+// One open line and the thread that drains it.
+#pragma once
+
+#include <array>
+#include <asio/io_context.hpp>
+#include <asio/serial_port.hpp>
+#include <asio/steady_timer.hpp>
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+
+#include "platform/asio/line_inbox.h"
+#include "platform/asio/native_line.h"
+
+namespace kalvo {
+
+// Open from construction to destruction. A line that is lost (unplugged, hung up) is
+// tried again every second with the same parameters; the inbox hears of both turns.
+class SerialLine {
+public:
+    // Opens and starts; RuntimeErrors as openNativeLine.
+    SerialLine(LineParameters parameters, std::shared_ptr<LineInbox> inbox);
+    // Gives queued output half a second to leave, drops the rest and closes.
+    ~SerialLine();
+    SerialLine(const SerialLine&) = delete;
+    SerialLine& operator=(const SerialLine&) = delete;
+
+    // Applies settings at once, or when the line is back. RuntimeError 380.
+    void reconfigure(const LineSettings& settings, Handshaking handshaking);
+
+    // Queues bytes; RuntimeError 8012 while the line is lost.
+    void send(std::string_view bytes);
+
+private:
+    // On the line's thread.
+    void start();
+    void read();
+    void writeNext();
+    void watch();
+    void report();
+    void lose();
+    void retryLater();
+    void retry();
+
+    bool waitUntilWritten(std::chrono::steady_clock::time_point deadline);
+    void waitUntilSent(std::chrono::steady_clock::time_point deadline);
+
+    std::shared_ptr<LineInbox> inbox_;
+    LineParameters parameters_;
+    asio::io_context io_{1};
+    asio::serial_port port_{io_};
+    asio::steady_timer watchTimer_{io_};
+    asio::steady_timer retryTimer_{io_};
+    std::optional<LineMonitor> monitor_;
+    std::array<char, 65536> readBuffer_{};
+    std::string writeBuffer_;
+
+    std::mutex mutex_;
+    std::condition_variable written_;
+    std::string sendQueue_;
+    bool writing_ = false;
+    bool lost_ = false;
+
+    std::thread thread_;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,26 @@
+// Files and folders of a POSIX system.
+#pragma once
+
+#include "platform/file_system.h"
+
+namespace kalvo {
+
+// Paths: native_path.h; error texts: system_error_text.h. A name that code page 1252
+// cannot hold is listed with "?" for what it lacks.
+class LinuxFileSystem : public FileSystem {
+public:
+    [[nodiscard]] bool fileExists(std::string_view path) override;
+    [[nodiscard]] bool folderExists(std::string_view path) override;
+    void createFolder(std::string_view path) override;
+    [[nodiscard]] std::unique_ptr<TextStream> create(std::string_view path) override;
+    [[nodiscard]] std::unique_ptr<TextStream> append(std::string_view path) override;
+    [[nodiscard]] std::string read(std::string_view path) override;
+    // Holds no more in memory than the longest line and one block.
+    void readLines(std::string_view path,
+                   const std::function<void(std::string_view line)>& visit) override;
+    [[nodiscard]] std::uint64_t size(std::string_view path) override;
+    [[nodiscard]] std::vector<std::string> list(std::string_view folder) override;
+    void remove(std::string_view path) override;
+};
+
+}  // namespace kalvo

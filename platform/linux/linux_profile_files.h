@@ -1,0 +1,22 @@
+// Private-profile files without Windows.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/profile_files.h"
+
+namespace kalvo {
+
+// Rules of the content: profile_file_text.h. Every read goes to the file; a write
+// replaces it atomically and waits for the writes of other processes. Folders are
+// not created. Paths: native_path.h.
+class LinuxProfileFiles : public ProfileFiles {
+public:
+    [[nodiscard]] std::string read(std::string_view file, std::string_view section,
+                                   std::string_view key) override;
+    bool write(std::string_view file, std::string_view section, std::string_view key,
+               std::string_view value) override;
+};
+
+}  // namespace kalvo

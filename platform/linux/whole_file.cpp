@@ -1,0 +1,136 @@
+#include "platform/linux/whole_file.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kNewFileMode = 0666;  // less what the user's umask takes away
+constexpr int kMostLinks = 40;      // as many as the system itself follows
+
+// The file a path stands for: the end of its chain of symbolic links, which need
+// not exist. A loop is left for the calls on the file to report.
+std::filesystem::path targetOf(const std::string& path) {
+    std::filesystem::path target = path;
+    std::error_code error;
+    for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(target, error); ++i) {
+        const auto link = std::filesystem::read_symlink(target, error);
+        if (error) break;
+        target = target.parent_path() / link;
+    }
+    return target;
+}
+
+FileDescriptor lockFolder(const std::filesystem::path& folder) {
+    FileDescriptor lock(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!lock.isOpen()) return lock;
+    int result = 0;
+    do {
+        result = ::flock(lock.number(), LOCK_EX);
+    } while (result != 0 && errno == EINTR);
+    return lock;
+}
+
+// A new file with a name no other process uses; its path is put into `path`.
+FileDescriptor createBeside(const std::filesystem::path& target, std::filesystem::path& path) {
+    static std::atomic<unsigned> serial{0};
+    FileDescriptor file;
+    do {
+        path = target;
+        path.replace_filename(".kalvo-" + std::to_string(::getpid()) + "-" +
+                              std::to_string(serial++) + ".tmp");
+        file = FileDescriptor(
+            ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode));
+    } while (!file.isOpen() && errno == EEXIST);
+    return file;
+}
+
+// Gives a new file owner and permissions of the one it replaces. Only a privileged
+// process can give a file away; the group is worth a try of its own.
+bool takeOverAttributes(const FileDescriptor& file, const struct stat& old) {
+    if (::fchown(file.number(), old.st_uid, old.st_gid) != 0)
+        static_cast<void>(::fchown(file.number(), static_cast<uid_t>(-1), old.st_gid) == 0);
+    return ::fchmod(file.number(), old.st_mode & 07777U) == 0;
+}
+
+bool replaceFile(const std::filesystem::path& target, const std::string& content,
+                 const struct stat* old) {
+    std::filesystem::path temporary;
+    FileDescriptor file = createBeside(target, temporary);
+    if (!file.isOpen()) return false;
+    const bool written = writeAll(file, content.data(), content.size()) &&
+                         (old == nullptr || takeOverAttributes(file, *old)) &&
+                         ::fsync(file.number()) == 0 && file.close();
+    if (written && std::rename(temporary.c_str(), target.c_str()) == 0) return true;
+    ::unlink(temporary.c_str());
+    return false;
+}
+
+}  // namespace
+
+bool writeAll(const FileDescriptor& file, const char* bytes, std::size_t count) {
+    while (count > 0) {
+        const ssize_t written = ::write(file.number(), bytes, count);
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return false;
+        bytes += written;
+        count -= static_cast<std::size_t>(written);
+    }
+    return true;
+}
+
+std::ptrdiff_t readSome(const FileDescriptor& file, char* buffer, std::size_t size) {
+    for (;;) {
+        const ssize_t got = ::read(file.number(), buffer, size);
+        if (got >= 0 || errno != EINTR) return got;
+    }
+}
+
+std::optional<std::string> readWholeFile(const std::string& path) {
+    // Not waiting: a pipe under the name of a settings file must not stop the program.
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file.isOpen())
+        return errno == ENOENT ? std::optional<std::string>(std::string{}) : std::nullopt;
+    struct stat status {};
+    if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+
+    std::string content(static_cast<std::size_t>(status.st_size) + 1, '\0');
+    std::size_t size = 0;
+    for (;;) {
+        if (size == content.size()) content.resize(2 * size);  // it grew meanwhile
+        const std::ptrdiff_t got = readSome(file, content.data() + size, content.size() - size);
+        if (got < 0) return std::nullopt;
+        if (got == 0) break;
+        size += static_cast<std::size_t>(got);
+    }
+    content.resize(size);
+    return content;
+}
+
+bool updateWholeFile(const std::string& path,
+                     const std::function<std::optional<std::string>(std::string)>& edit) {
+    if (path.empty()) return false;
+    const std::filesystem::path target = targetOf(path);
+    const auto folder = target.has_parent_path() ? target.parent_path() : ".";
+    const FileDescriptor lock = lockFolder(folder);
+
+    struct stat old {};
+    const bool exists = ::stat(target.c_str(), &old) == 0;
+    // Renaming would get around the write protection of a file.
+    if (exists && ::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return false;
+
+    std::optional<std::string> content = readWholeFile(target);
+    if (content) content = edit(std::move(*content));
+    return content && replaceFile(target, *content, exists ? &old : nullptr);
+}
+
+}  // namespace kalvo

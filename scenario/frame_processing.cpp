@@ -1,0 +1,227 @@
+#include "scenario/frame_processing.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+#include <memory>
+
+#include "core/application_paths.h"
+#include "core/number_text.h"
+#include "core/progress_pacer.h"
+#include "core/resume_next.h"
+#include "core/settings_store.h"
+#include "platform/ansi_text.h"
+#include "platform/database.h"
+#include "platform/event_pump.h"
+#include "platform/progress.h"
+#include "platform/runtime_error.h"
+#include "scenario/action_steps.h"
+#include "scenario/partial_frames.h"
+#include "scenario/scenario_file.h"
+#include "scenario/scenario_store.h"
+
+namespace kalvo {
+
+namespace {
+
+std::string readScenarioFile(const Platform& platform, const ScenarioRun& run,
+                             const scenario_file::Entry& entry) {
+    return ReadIniValue(platform.profiles,
+                        scenarioFile(run.applicationFolder, run.active.ScenarioName), entry.section,
+                        entry.key);
+}
+
+double share(std::size_t part, std::size_t whole) {
+    return static_cast<double>(part) / static_cast<double>(whole);
+}
+
+// "dd/mm/yy"
+std::string shortDate(const LocalTime& date) {
+    char text[9];
+    std::snprintf(text, sizeof text, "%02u/%02u/%02u", static_cast<unsigned>(date.day) % 100,
+                  static_cast<unsigned>(date.month) % 100, static_cast<unsigned>(date.year) % 100);
+    return text;
+}
+
+std::string replaceAll(std::string_view text, std::string_view what, std::string_view with) {
+    std::string result;
+    result.reserve(text.size());
+    std::size_t start = 0;
+    for (std::size_t at = text.find(what); at != std::string_view::npos;
+         at = text.find(what, start)) {
+        result.append(text.substr(start, at - start)).append(with);
+        start = at + what.size();
+    }
+    return result.append(text.substr(start));
+}
+
+// The passes of a scenario's actions over one frame.
+class FramePasses {
+public:
+    FramePasses(const Platform& platform, ScenarioRun& run, std::string_view frame,
+                std::string depart, std::string boucle)
+        : platform_(platform),
+          run_(run),
+          frame_(frame),
+          depart_(std::move(depart)),
+          boucle_(std::move(boucle)),
+          steps_(understandActions(run.active.ActionLines, run.keys)),
+          fields_(run.FrameFields) {}
+
+    std::string run() {
+        ProgressPacer pacer(platform_.events);
+        int passesWithoutAction = 0;
+        while (position_ < frame_.size()) {
+            if (pacer.due()) showProgress();
+            const std::size_t before = position_;
+            const std::size_t fieldsBefore = fieldCursor_;
+            const bool acted = runPass();
+            // The actions may never come to an end of the frame by themselves.
+            passesWithoutAction = acted ? 0 : passesWithoutAction + 1;
+            if (passesWithoutAction == 2) break;
+            if (acted && fieldCursor_ == fieldsBefore && position_ == before) break;
+        }
+        return std::move(output_);
+    }
+
+private:
+    // True when at least one action ran.
+    bool runPass() {
+        actionIndex_ = startIndex();
+        const bool acted = actionIndex_ <= lastAction();
+        for (; actionIndex_ <= lastAction(); ++actionIndex_)
+            if (actionIndex_ >= 0) perform(steps_[static_cast<std::size_t>(actionIndex_)]);
+        return acted;
+    }
+
+    // The loop point counts for passes that follow a whole one, whatever the start
+    // point says; since compiled files always have one, the start point only acts
+    // in files made by hand.
+    std::int32_t startIndex() const {
+        std::int32_t start = 1;
+        if (!depart_.empty()) resumeNext([&] { start = toInteger16(depart_); });
+        const bool wholePass = actionIndex_ - 1 == lastAction();
+        if (!boucle_.empty()) resumeNext([&] { start = wholePass ? toInteger16(boucle_) : 1; });
+        return start;
+    }
+
+    [[nodiscard]] std::int32_t lastAction() const {
+        return static_cast<std::int32_t>(steps_.size()) - 1;
+    }
+
+    void perform(const ActionStep& step) {
+        if (step.advances) advance();
+        switch (step.kind) {
+            case ActionStep::Kind::kText: output_ += step.text; break;
+            case ActionStep::Kind::kTimer:
+                resumeNext([&] { run_.TimerPause = toInteger16(step.text); });
+                output_ += "{TIMER}";
+                break;
+            case ActionStep::Kind::kDate: output_ += shortDate(platform_.events.now()); break;
+            case ActionStep::Kind::kCounter: output_ += run_.CounterText; break;
+            case ActionStep::Kind::kField: output_ += fields_->at(fieldCursor_++); break;
+        }
+        if (step.stepsBack) --position_;
+        if (fieldCursor_ == fields_->FieldCount()) position_ = frame_.size();
+    }
+
+    // Over one character and the blanks and CRs that follow it. Position p names
+    // the p-th character.
+    void advance() {
+        ++position_;
+        while (position_ <= frame_.size() &&
+               (frame_[position_ - 1] == ' ' || frame_[position_ - 1] == '\r'))
+            ++position_;
+    }
+
+    void showProgress() {
+        platform_.progress.setValue(40 + 50 * share(position_, frame_.size()));
+        platform_.events.DoEvents();
+    }
+
+    const Platform& platform_;
+    ScenarioRun& run_;
+    std::string_view frame_;
+    std::string depart_;
+    std::string boucle_;
+    std::vector<ActionStep> steps_;
+    std::shared_ptr<const FrameFieldTable> fields_;
+    std::string output_;
+    std::size_t position_ = 0;
+    std::size_t fieldCursor_ = 0;
+    std::int32_t actionIndex_ = 0;
+};
+
+}  // namespace
+
+void SplitFrameFields(const Platform& platform, ScenarioRun& run, std::string_view frame) {
+    platform.progress.setLabel("");
+    platform.progress.setLabel("Vidage des données en cours....."_ansi);
+    platform.progress.show();
+
+    const auto fields = std::make_shared<FrameFieldTable>();
+    fields->reserve(frame.size());
+    ProgressPacer pacer(platform.events);
+    for (std::size_t p = 0; p < frame.size(); ++p) {
+        fields->add(frame[p]);
+        if (!pacer.due()) continue;
+        platform.progress.setValue(50 * share(p + 1, frame.size()));
+        platform.events.DoEvents();
+    }
+    run.FrameFields = fields;
+}
+
+std::string BuildKeyScript(const Platform& platform, ScenarioRun& run, std::string& frame) {
+    platform.progress.setLabel("Traitement des données..."_ansi);
+    platform.progress.show();
+    std::string boucle = readScenarioFile(platform, run, scenario_file::kBoucle);
+    std::string depart = readScenarioFile(platform, run, scenario_file::kDepart);
+
+    if (run.active.PartialMode == 1) {
+        std::int16_t count = 0;
+        resumeNext([&] {
+            count = toInteger16(readScenarioFile(platform, run, scenario_file::kSubFrameCount));
+        });
+        frame = reassembleSubFrames(frame, run.active.SubFrameMap, count);
+    }
+    run.CounterText = NextCounterValue(platform, run);
+
+    std::string script = withDecimalSeparator(
+        FramePasses(platform, run, frame, depart, boucle).run(), run.DecimalSeparator);
+    platform.progress.setValue(100);
+    return script;
+}
+
+std::string NextCounterValue(const Platform& platform, const ScenarioRun& run) {
+    std::string value;
+    resumeNext([&] {
+        const auto database =
+            platform.databases.OpenDatabase(scenarioDatabase(run.applicationFolder));
+        const auto rows = database->OpenRecordset("SELECT NunInc FROM Increment");
+        std::int16_t counter = 0;
+        value = "0";
+        if (rows->Eof()) return;
+        resumeNext([&] { counter = int16Field(*rows, "NunInc"); });
+        value = std::to_string(counter);
+        // A counter that has reached the end of its 16 bits stays there.
+        const bool canAdvance = counter < std::numeric_limits<std::int16_t>::max();
+        if (run.counterUse == CounterUse::kAdvance && canAdvance)
+            resumeNext([&] {
+                database->Execute("UPDATE Increment SET NunInc=" + std::to_string(counter + 1));
+            });
+        rows->Close();
+    });
+    return value;
+}
+
+std::string withDecimalSeparator(std::string text, std::string_view separator) {
+    if (separator.empty()) return text;
+    const bool dropDecimals = separator == "x";
+    if (text.find('.') != std::string::npos)
+        return dropDecimals ? replaceAll(text, ".00", "") : replaceAll(text, ".", separator);
+    if (text.find(',') != std::string::npos)
+        return dropDecimals ? replaceAll(text, ",00", "") : replaceAll(text, ",", separator);
+    return text;
+}
+
+}  // namespace kalvo

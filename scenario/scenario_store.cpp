@@ -1,0 +1,148 @@
+#include "scenario/scenario_store.h"
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <variant>
+
+#include "core/number_text.h"
+#include "core/resume_next.h"
+#include "platform/ansi_text.h"
+#include "platform/runtime_error.h"
+
+namespace kalvo {
+
+namespace {
+
+std::string text(std::int64_t number) { return std::to_string(number); }
+
+std::string quoted(std::string_view value) { return "'" + std::string(value) + "'"; }
+
+std::int16_t narrow(double number) {
+    const double rounded = std::nearbyint(number);
+    if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&
+          rounded <= std::numeric_limits<std::int16_t>::max()))
+        throw RuntimeError(error_number::kOverflow, std::string("Dépassement de capacité"_ansi));
+    return static_cast<std::int16_t>(rounded);
+}
+
+}  // namespace
+
+std::int16_t int16Field(const Recordset& row, std::string_view column) {
+    const DatabaseValue value = row.Fields(column);
+    if (const auto* whole = std::get_if<std::int64_t>(&value))
+        return narrow(static_cast<double>(*whole));
+    if (const auto* fractional = std::get_if<double>(&value)) return narrow(*fractional);
+    if (const auto* characters = std::get_if<std::string>(&value)) return toInteger16(*characters);
+    throw RuntimeError(error_number::kInvalidNull, "Utilisation incorrecte de Null");
+}
+
+std::string textField(const Recordset& row, std::string_view column) {
+    const DatabaseValue value = row.Fields(column);
+    if (const auto* characters = std::get_if<std::string>(&value)) return *characters;
+    if (const auto* whole = std::get_if<std::int64_t>(&value)) return text(*whole);
+    if (const auto* fractional = std::get_if<double>(&value)) return std::to_string(*fractional);
+    return {};
+}
+
+std::optional<std::int16_t> findScenario(Database& database, std::string_view name) {
+    const auto rows =
+        database.OpenRecordset("SELECT Numero FROM Scenarios WHERE Nom=" + quoted(name));
+    if (rows->Eof()) return std::nullopt;
+    return int16Field(*rows, "Numero");
+}
+
+std::optional<ScenarioRecord> readScenario(Database& database, std::int16_t numero) {
+    const auto row = database.OpenRecordset("SELECT * FROM Scenarios WHERE Numero=" + text(numero));
+    if (row->Eof()) return std::nullopt;
+    ScenarioRecord scenario;
+    scenario.Numero = numero;
+    const auto readNumber = [&](std::int16_t& into, std::string_view column) {
+        resumeNext([&] { into = int16Field(*row, column); });
+    };
+    const auto readText = [&](std::string& into, std::string_view column) {
+        resumeNext([&] { into = textField(*row, column); });
+    };
+    readText(scenario.Nom, "Nom");
+    readText(scenario.Type, "Type");
+    readNumber(scenario.Trame, "Trame");
+    readNumber(scenario.Specif, "Specif");
+    readText(scenario.Chemin, "Chemin");
+    readNumber(scenario.Boucle, "Boucle");
+    readNumber(scenario.Depart, "Depart");
+    readNumber(scenario.NbrTrame, "NbrTrame");
+    return scenario;
+}
+
+std::int16_t nextScenarioNumber(Database& database) {
+    const auto rows = database.OpenRecordset("SELECT Numero FROM Scenarios ORDER BY Numero DESC");
+    return rows->Eof() ? std::int16_t{1} : narrow(int16Field(*rows, "Numero") + 1.0);
+}
+
+void insertScenario(Database& database, const ScenarioRecord& scenario) {
+    database.Execute(
+        "INSERT INTO Scenarios (Numero,Nom,Type,Trame,Specif,Chemin,Nbrtrame) VALUES(" +
+        text(scenario.Numero) + "," + quoted(scenario.Nom) + "," + quoted(scenario.Type) + "," +
+        text(scenario.Trame) + "," + text(scenario.Specif) + "," + quoted(scenario.Chemin) + "," +
+        text(scenario.NbrTrame) + ")");
+}
+
+void updateChemin(Database& database, std::int16_t numero, std::string_view chemin) {
+    database.Execute("UPDATE Scenarios SET Chemin=" + quoted(chemin) +
+                     " WHERE Numero=" + text(numero));
+}
+
+void updateBoucle(Database& database, std::int16_t numero, std::int16_t action) {
+    database.Execute("UPDATE Scenarios SET Boucle=" + text(action) +
+                     " WHERE Numero=" + text(numero));
+}
+
+void updateDepart(Database& database, std::int16_t numero, std::int16_t action) {
+    database.Execute("UPDATE Scenarios SET Depart=" + text(action) +
+                     " WHERE Numero=" + text(numero));
+}
+
+void deleteScenario(Database& database, std::int16_t numero) {
+    database.Execute("DELETE FROM Scenarios WHERE Numero=" + text(numero));
+    database.Execute("DELETE FROM Actions WHERE NumeroScen=" + text(numero));
+}
+
+std::optional<ActionRecord> readAction(Database& database, std::int16_t numero,
+                                       std::int32_t position) {
+    const auto row = database.OpenRecordset(
+        "SELECT Champs,PlaceTrame FROM Actions WHERE NumeroScen=" + text(numero) +
+        " AND Numaction=" + text(position));
+    if (row->Eof()) return std::nullopt;
+    ActionRecord action;
+    resumeNext([&] { action.Champs = textField(*row, "Champs"); });
+    resumeNext([&] { action.PlaceTrame = int16Field(*row, "PlaceTrame"); });
+    return action;
+}
+
+void insertAction(Database& database, std::int16_t numero, std::int32_t position,
+                  const ActionRecord& action) {
+    database.Execute("INSERT INTO Actions (NumeroScen,Numaction,Champs,PlaceTrame) VALUES (" +
+                     text(numero) + "," + text(position) + "," + quoted(action.Champs) + "," +
+                     text(action.PlaceTrame) + ")");
+}
+
+void updateAction(Database& database, std::int16_t numero, std::int32_t position,
+                  std::string_view champs) {
+    database.Execute("UPDATE Actions SET Champs=" + quoted(champs) +
+                     " WHERE NumAction=" + text(position) + "AND NumeroScen=" + text(numero));
+}
+
+void renumberActions(Database& database, std::int16_t numero) {
+    const auto rows =
+        database.OpenRecordset("SELECT NumAction FROM Actions WHERE NumeroScen=" + text(numero) +
+                               " ORDER BY NumAction ASC");
+    for (std::int32_t position = 1; !rows->Eof(); rows->MoveNext(), ++position) {
+        resumeNext([&] {
+            database.Execute("UPDATE Actions SET NumAction=" + text(position) +
+                             " WHERE NumAction=" + text(int16Field(*rows, "NumAction")) +
+                             " AND NumeroScen=" + text(numero));
+        });
+    }
+}
+
+}  // namespace kalvo

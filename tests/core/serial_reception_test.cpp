@@ -1,0 +1,272 @@
+#include "core/serial_reception.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/application_paths.h"
+#include "platform/ansi_text.h"
+#include "tests/support/fake_platform.h"
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Reception : public ::testing::Test {
+protected:
+    testing::FakePlatform world;
+    RunTimeState state;
+    // What each dispatch found in ReceivedData.
+    std::vector<std::string> dispatched;
+    SerialReception reception{world.platform, state,
+                              [this] { dispatched.push_back(state.ReceivedData); }};
+
+    Reception() {
+        state.scenario.applicationFolder = "/app";
+        world.port.open = true;
+    }
+    void terminal(const char* type) { state.TerminalType = type; }
+
+    // Hands chunks over one by one whenever the program sleeps; no event is delivered
+    // then.
+    void arriveWhileSleeping(std::vector<std::string> chunks) {
+        world.events.whileSleeping = [this, chunks, next = std::size_t{0}]() mutable {
+            if (next < chunks.size()) world.port.waiting += chunks[next++];
+        };
+    }
+};
+
+TEST_F(Reception, ThePortIsSetUpFromItsFileInOrder) {
+    const auto set = [&](std::string_view key, const char* value) {
+        world.profiles.write(portSerieIni("/app"), "Port_série"_ansi, key, value);
+    };
+    set("Port", " 3");
+    set("Vitesse", " 19200");
+    set("Bit de parité"_ansi, "E");
+    set("Bit de donnée"_ansi, " 7");
+    set("Bit d'arrêt"_ansi, " 2");
+    set("Flux", " 1");
+    set("Protocol", "PT630");
+    world.port.open = false;
+    reception.configurePort();
+    reception.openPort();
+    EXPECT_THAT(world.port.log,
+                ElementsAre("CommPort=3", "Settings=19200,E,7,2", "SThreshold=1", "RThreshold=1",
+                            "Handshaking=1", "InputMode=0", "InputLen=1", "PortOpen=1"));
+    EXPECT_EQ(state.TerminalType, "PT630");
+    EXPECT_EQ(world.dialogs.beeps, 1);
+    reception.openPort();
+    EXPECT_EQ(world.dialogs.beeps, 1) << "an open port is left alone";
+}
+
+TEST_F(Reception, AnHt630BatchEndsAtItsMark) {
+    terminal("HT630");
+    arriveWhileSleeping({"A;1\r\nB;2\r\nFINTRANS", "KALVOtrailing"});
+    world.port.receive("");
+    EXPECT_THAT(dispatched, ElementsAre("A;1\r\nB;2\r\n"));
+    EXPECT_THAT(world.events.sleeps, ElementsAre(300, 300));
+}
+
+TEST_F(Reception, StraysDoNotStartABatchAndAreLost) {
+    terminal("ht630");
+    world.port.receive("xy");
+    EXPECT_THAT(dispatched, IsEmpty());
+    world.port.receive("abcdFINTRANSKALVO");
+    EXPECT_THAT(dispatched, ElementsAre("abcd"));
+}
+
+TEST_F(Reception, ABatchIsCollectedOnceHoweverManyEventsCome) {
+    terminal("HT630");
+    int inside = 0;
+    world.events.whilePumping = [&] {
+        if (++inside == 1) world.port.receive("A\r\nFINTRANSKALVO");
+    };
+    world.port.receive("AB\r\n");
+    EXPECT_THAT(dispatched, ElementsAre("AB\r\nA\r\n"));
+}
+
+TEST_F(Reception, AFailingDispatchDoesNotBlockLaterBatches) {
+    terminal("HT630");
+    bool fail = true;
+    SerialReception failing(world.platform, state, [&] {
+        if (fail) throw RuntimeError(error_number::kPortInvalid, "");
+        dispatched.push_back(state.ReceivedData);
+    });
+    EXPECT_THROW(world.port.receive("A\r\nFINTRANSKALVO"), RuntimeError);
+    fail = false;
+    world.port.receive("B\r\nFINTRANSKALVO");
+    EXPECT_THAT(dispatched, ElementsAre("B\r\n"));
+}
+
+TEST_F(Reception, AnyOtherTerminalIsNotReadByTheEvent) {
+    for (const char* type : {"", "Optimus", "ScanPal", "XYZ"}) {
+        terminal(type);
+        world.port.receive("A\r\nFINTRANSKALVO");
+    }
+    EXPECT_THAT(dispatched, IsEmpty());
+    EXPECT_FALSE(world.port.waiting.empty());
+}
+
+class Pt630 : public Reception {
+protected:
+    const std::string file = "/app/5320241479.tmp";
+    Pt630() { terminal("PT630"); }
+};
+
+TEST_F(Pt630, ABatchGoesThroughATemporaryFile) {
+    arriveWhileSleeping({"B\r2\r\n", "", "too late"});
+    world.port.receive("A\r1\r\n");
+    EXPECT_THAT(dispatched, ElementsAre("A\r1\r\nB\r2\r\n"))
+        << "silence of 500 ms ends a batch, whatever comes after it";
+    EXPECT_THAT(world.events.sleeps, ElementsAre(1, 500, 1000));
+    EXPECT_FALSE(world.files.files.contains(file));
+    EXPECT_THAT(world.progress.labels, ElementsAre("", "Pr\xE9paration de la m\xE9moire"));
+    EXPECT_TRUE(world.progress.visible) << "the dispatch takes the window away";
+}
+
+TEST_F(Pt630, AnEmptyBatchLeavesNothingBehind) {
+    for (const char* batch : {"<DEL>\r\n", ""}) {
+        world.port.receive(batch);
+        EXPECT_THAT(dispatched, IsEmpty());
+        EXPECT_FALSE(world.files.files.contains(file));
+        EXPECT_FALSE(world.progress.visible);
+    }
+    EXPECT_THAT(world.dialogs.shown, IsEmpty());
+}
+
+TEST_F(Pt630, ATerminalAnnouncesItself) {
+    world.port.receive("PT630 V2\xFF");
+    EXPECT_THAT(world.dialogs.texts(), ElementsAre("Terminal connect\xE9"));
+    EXPECT_THAT(dispatched, IsEmpty());
+    EXPECT_TRUE(world.files.files.contains(file));
+    EXPECT_FALSE(world.progress.visible);
+}
+
+TEST_F(Pt630, TheLastEventDecidesWhatBecomesOfABatch) {
+    struct Case {
+        int event;
+        bool dispatches;
+        std::string_view message;
+    };
+    for (const auto& [event, dispatches, message] :
+         {Case{2, true, ""}, Case{3, true, ""}, Case{1, false, ""},
+          Case{1001, false, "Réception d'un signal d'arrêt"_ansi},
+          Case{1008, false, "Dépassement de la capacité du tampon de réception"_ansi},
+          Case{1010, false, "Tampon de transmission plein"},
+          Case{1009, false, "Erreur ou evenement inconnu"}}) {
+        dispatched.clear();
+        world.dialogs.shown.clear();
+        world.port.event = event;
+        world.port.receive("A\r\n");
+        EXPECT_EQ(!dispatched.empty(), dispatches) << event;
+        EXPECT_EQ(world.dialogs.shown.empty(), message.empty()) << event;
+        if (!message.empty()) {
+            EXPECT_EQ(world.dialogs.shown[0].text, message);
+        }
+        EXPECT_FALSE(world.files.files.contains(file));
+    }
+}
+
+class Pulling : public Reception {
+protected:
+    static constexpr std::string_view kRecord = "CODE-1               000012 ";
+
+    // A scanner that answers READ with the first line and each ACK with the next.
+    void scanner(std::vector<std::string> lines) {
+        world.port.whenSent = [this, lines, next = std::size_t{0}](std::string_view sent) mutable {
+            if (sent != "READ\r" && sent != "ACK\r") ADD_FAILURE() << "sent " << sent;
+            if (next < lines.size()) world.port.waiting += lines[next++];
+        };
+    }
+};
+
+TEST_F(Pulling, RecordsAreAcknowledgedUntilTheScannerIsDone) {
+    ASSERT_EQ(kRecord.size(), 28U);
+    const std::string record(kRecord);
+    terminal("Optimus");
+    scanner({"ACK\r" + record + "\r", record + "\r", "OVER\r"});
+    reception.transfer();
+    EXPECT_THAT(dispatched, ElementsAre("CODE-1\r000012\r\nCODE-1\r000012\r\n"));
+    EXPECT_EQ(world.port.sent, "READ\rACK\rACK\r");
+    EXPECT_TRUE(state.TransferEnded);
+
+    // The list spells it ScanPal, older files Scanpal; two OVER lines end it.
+    for (const char* spelling : {"ScanPal", "Scanpal"}) {
+        terminal(spelling);
+        world.port.sent.clear();
+        scanner({"ACK\r" + record + "\r", "OVER\rOVER\r"});
+        reception.transfer();
+        EXPECT_EQ(dispatched.back(), "CODE-1\r000012\r\n");
+        EXPECT_EQ(world.port.sent, "READ\rACK\r");
+    }
+}
+
+TEST_F(Pulling, RecordsAreCutByPosition) {
+    struct Case {
+        const char* line;
+        const char* record;
+    };
+    for (const auto& [line, record] : {
+             Case{"\tABC                  000007", "ABC\r000007\r\n"},
+             Case{"\x09"
+                  "12345678901234567890Q123456",
+                  "12345678901234567890\r123456\r\n"},
+             Case{"12345678901234567890;123456 ", "12345678901234567890\r123456\r\n"},
+             Case{"   12345678901234567890;12  ", "12345678901234567890\r12\r\n"},
+             Case{"  ;                         ", "                    \r      \r\n"},
+             Case{"                            ", "\r\r\n"},
+         }) {
+        ASSERT_EQ(std::string(line).size(), 28U) << line;
+        terminal("Optimus");
+        dispatched.clear();
+        scanner({"ACK\r" + std::string(line) + "\r", "OVER\r"});
+        reception.transfer();
+        EXPECT_THAT(dispatched, ElementsAre(record)) << line;
+    }
+}
+
+TEST_F(Pulling, ShortLinesAreDroppedWithoutAnAnswer) {
+    terminal("Optimus");
+    const std::string line(27, 'x');
+    scanner({line + "\r" + "ACK\r" + "OVER\r"});
+    reception.transfer();
+    EXPECT_EQ(world.port.sent, "READ\r");
+    EXPECT_THAT(dispatched, ElementsAre("")) << "an empty transfer is dispatched all the same";
+}
+
+TEST_F(Pulling, CanBeEndedByTheUserWithoutLosingAcknowledgedRecords) {
+    terminal("Optimus");
+    scanner({std::string(kRecord) + "\r"});
+    int pumped = 0;
+    world.events.whilePumping = [&] {
+        EXPECT_TRUE(reception.transferring());
+        reception.transfer();  // a second one does not start
+        if (++pumped == 5) reception.cancelTransfer();
+    };
+    reception.transfer();
+    EXPECT_THAT(dispatched, ElementsAre("CODE-1\r000012\r\n"));
+    EXPECT_FALSE(reception.transferring());
+
+    dispatched.clear();
+    pumped = 0;
+    scanner({});
+    reception.transfer();
+    EXPECT_THAT(dispatched, IsEmpty());
+}
+
+TEST_F(Pulling, ATransferNeedsAPolledScannerAndAnOpenPort) {
+    terminal("HT630");
+    reception.transfer();
+    EXPECT_EQ(world.port.sent, "");
+    terminal("Optimus");
+    world.port.open = false;
+    EXPECT_THROW(reception.transfer(), RuntimeError);
+    EXPECT_FALSE(reception.transferring());
+}
+
+}  // namespace
+}  // namespace kalvo

@@ -1,0 +1,137 @@
+#include "core/start_up.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "core/application_paths.h"
+#include "core/settings_store.h"
+#include "platform/ansi_text.h"
+#include "tests/support/fake_platform.h"
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+class StartingUp : public ::testing::Test {
+protected:
+    testing::FakePlatform world;
+    RunTimeState state;
+    SerialReception reception{world.platform, state, [] {}};
+    int settingsOpened = 0;
+
+    StartingUp() {
+        state.scenario.applicationFolder = "/app";
+        portSerie("PortActif", "1");
+        portSerie("Port", "2");
+        choose("Stock");
+    }
+    void portSerie(const char* key, const char* value) {
+        world.profiles.write(portSerieIni("/app"), "Port_série"_ansi, key, value);
+    }
+    void choose(const std::string& name) {
+        writeSetting(world.registry, kRacScenChx, name);
+        world.files.files[scenarioFile("/app", name)] = "";
+    }
+    void start() {
+        startUp(world.platform, state, reception, [this] { ++settingsOpened; });
+    }
+    [[nodiscard]] std::string tip() const { return world.icon.lastTip; }
+    static std::string expectedTip(const char* port, std::string_view name) {
+        std::string text =
+            "Kalvo COM " + std::string(port) + std::string(" : Ouvert, Scénario : "_ansi);
+        text += name;
+        text.resize(64, ' ');
+        return text;
+    }
+};
+
+TEST_F(StartingUp, BringsEverythingUpAndShowsTheIcon) {
+    writeSetting(world.registry, kRacInvent, "Inv");
+    writeSetting(world.registry, kRacCde, "Cde");
+    writeSetting(world.registry, kSepDec, ",");
+    world.databases.answers["SELECT Numero FROM Scenarios WHERE Nom='Stock'"] = {
+        {{"Numero", std::int64_t{3}}}};
+    world.databases.answers["SELECT * FROM Scenarios WHERE Numero=3"] = {
+        {{"Nom", std::string("Stock")}, {"Type", std::string("Emulation")}}};
+    world.databases.answers
+        ["SELECT Champs,PlaceTrame FROM Actions WHERE NumeroScen=3 AND "
+         "Numaction=1"] = {{{"Champs", std::string("&CODE")}, {"PlaceTrame", std::int64_t{0}}}};
+    start();
+    EXPECT_THAT(world.dialogs.shown, IsEmpty());
+    EXPECT_EQ(state.RacInvent, "Inv");
+    EXPECT_EQ(state.RacCde, "Cde");
+    EXPECT_EQ(state.scenario.DecimalSeparator, ",");
+    EXPECT_THAT(state.scenario.active.ActionLines, ElementsAre("", "&CODE"))
+        << "compiled, then loaded";
+    EXPECT_TRUE(world.port.open);
+    EXPECT_EQ(tip(), expectedTip("2", "Stock"));
+    EXPECT_THAT(world.icon.log[1], HasSubstr("add "));
+}
+
+TEST_F(StartingUp, AnInactivePortIsNotOpenedAndNothingIsSaid) {
+    portSerie("PortActif", "0");
+    start();
+    EXPECT_FALSE(world.port.open);
+    EXPECT_THAT(world.dialogs.shown, IsEmpty());
+    EXPECT_EQ(tip(), expectedTip("1", "Stock"));
+}
+
+TEST_F(StartingUp, AnEmptyPortAsksForTheSettings) {
+    portSerie("Port", "");
+    start();
+    EXPECT_THAT(
+        world.dialogs.texts(),
+        ElementsAre(std::string("Veuillez configurer les paramétres de communication."_ansi)));
+    EXPECT_EQ(settingsOpened, 1);
+    EXPECT_FALSE(world.icon.log.empty());
+}
+
+TEST_F(StartingUp, AnOpenPortIsNotOpenedAgain) {
+    world.port.open = true;
+    world.port.port = 7;
+    start();
+    EXPECT_THAT(world.dialogs.texts(),
+                ElementsAre(std::string("Le port de communication : 7 est déja ouvert"_ansi)));
+    EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kCritical);
+    EXPECT_THAT(world.port.log, IsEmpty());
+}
+
+TEST_F(StartingUp, WithoutAScenarioTheIconSaysSo) {
+    writeSetting(world.registry, kRacScenChx, "");
+    start();
+    EXPECT_EQ(tip(), expectedTip("2", "Aucun scénario choisi"_ansi));
+    EXPECT_THAT(world.dialogs.texts(),
+                ElementsAre(std::string("Aucun scénario n'est défini"_ansi)));
+}
+
+TEST_F(StartingUp, AScenarioNoLongerInTheTableIsNotCompiled) {
+    start();
+    EXPECT_THAT(world.files.log, IsEmpty());
+    EXPECT_EQ(tip(), expectedTip("2", "Stock")) << "its file from before still serves";
+}
+
+TEST_F(StartingUp, ErrorsAreShownAndTheProgramGoesOn) {
+    world.databases.missing = true;
+    start();
+    EXPECT_THAT(world.dialogs.texts(),
+                ElementsAre(std::string("Erreur N° : 3024\r\n\r\nBase introuvable\r\n\r\n"
+                                        "L'application va se fermer."_ansi)));
+    EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kCritical);
+    EXPECT_FALSE(world.port.open) << "the rest of the steps is left out";
+    EXPECT_EQ(tip(), expectedTip("1", ""));
+
+    world.databases.missing = false;
+    world.dialogs.shown.clear();
+    world.port.openError = error_number::kPortAlreadyOpen;
+    start();
+    EXPECT_THAT(world.dialogs.texts()[0], HasSubstr("8005"));
+    EXPECT_EQ(tip(), expectedTip("2", "Stock"));
+}
+
+}  // namespace
+}  // namespace kalvo

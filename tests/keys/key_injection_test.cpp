@@ -1,0 +1,129 @@
+#include "keys/key_injection.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/support/fake_event_pump.h"
+#include "tests/support/fake_keyboard.h"
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Sending : public ::testing::Test {
+protected:
+    testing::FakeKeyboard keyboard;
+    testing::FakeEventPump events;
+    Keysend keysend{keyboard, events};
+
+    // One text a batch: "10v 141v", the virtual keys in hex with v for down.
+    std::vector<std::string> typed(std::string_view script, std::int16_t wait = 0) {
+        keyboard.batches.clear();
+        keysend.SendKeyScript(script, wait);
+        std::vector<std::string> lines;
+        for (const auto& batch : keyboard.batches) {
+            std::string line;
+            for (const KeyRecord& record : batch) {
+                char text[16];
+                std::snprintf(text, sizeof text, "%s%x%c", line.empty() ? "" : " ",
+                              record.virtualKey, (record.flags & kKeyEventKeyUp) != 0 ? '^' : 'v');
+                line += text;
+            }
+            lines.push_back(line);
+        }
+        return lines;
+    }
+};
+
+TEST_F(Sending, ACharacterCarriesTheModifiersItsLayoutAsksFor) {
+    EXPECT_THAT(typed("a"), ElementsAre("41v", "41^"));
+    EXPECT_THAT(typed("A"), ElementsAre("10v 141v", "10^ 141^")) << "Shift comes up first";
+    EXPECT_THAT(typed("@"), ElementsAre("11v 12v 632v", "11^ 12^ 632^"));
+    EXPECT_THAT(typed("+a"), ElementsAre("10v", "41v", "41^", "10^"));
+    EXPECT_THAT(typed("\x01"), IsEmpty()) << "the layout answers 0";
+    EXPECT_THAT(typed("#"), ElementsAre("10v 11v 12v ffffv", "10^ 11^ 12^ ffff^"))
+        << "a character the layout lacks counts as it stands";
+}
+
+TEST_F(Sending, RecordsCarryScanCodesAndTheFlagsOfTheFamily) {
+    typed("A");
+    const std::vector<KeyRecord> down = {{0x10, 0x90, 8}, {0x141, 0xC1, 8}};
+    const std::vector<KeyRecord> up = {{0x10, 0x90, 10}, {0x141, 0xC1, 10}};
+    EXPECT_THAT(keyboard.batches, ElementsAre(down, up));
+}
+
+TEST_F(Sending, TheLayoutIsAskedForAtEveryKeyEvent) {
+    typed("ab");
+    EXPECT_EQ(keyboard.layoutQueries, 4);
+}
+
+TEST_F(Sending, LocksAreOffWhileTypingAndBackAfterwards) {
+    for (const int lock : {kVkCapital, kVkNumLock, kVkScroll}) {
+        keyboard.setLock(lock, true);
+        const auto batches = typed("a");
+        EXPECT_EQ(batches.size(), 6U) << lock;
+        EXPECT_EQ(batches[2], "41v") << lock;
+        EXPECT_TRUE(keyboard.lockOn(lock));
+        keyboard.setLock(lock, false);
+    }
+    keyboard.setLock(kVkCapital, true);
+    EXPECT_THAT(typed(""), ElementsAre("14v", "14^", "14v", "14^"));
+}
+
+TEST_F(Sending, AScriptsOwnLockKeysCountAgainstTheInitialState) {
+    struct Case {
+        const char* script;
+        bool before;
+        bool after;
+    };
+    for (const auto& [script, before, after] :
+         {Case{"{CAPSLOCK}", false, false}, Case{"{CAPSLOCK}", true, true},
+          Case{"{CAPSLOCK 2}", false, false}, Case{"{CAPSLOCK 2}", true, true}}) {
+        keyboard.setLock(kVkCapital, before);
+        typed(script);
+        EXPECT_EQ(keyboard.lockOn(kVkCapital), after) << script << (before ? " from on" : "");
+    }
+    typed("{NUMLOCK 2}");
+    EXPECT_FALSE(keyboard.lockOn(kVkNumLock));
+    keyboard.setLock(kVkNumLock, true);
+    typed("\xE9");
+    EXPECT_TRUE(keyboard.lockOn(kVkNumLock)) << "an Alt+keypad code borrows NumLock";
+}
+
+TEST_F(Sending, DigitsOfTheWaitSwitchRestoringOff) {
+    for (const auto& [wait, lock] : {std::pair{2, kVkCapital}, {3, kVkNumLock}, {14, kVkScroll}}) {
+        keyboard.setLock(lock, true);
+        typed("a", static_cast<std::int16_t>(wait));
+        EXPECT_FALSE(keyboard.lockOn(lock)) << "wait " << wait;
+    }
+    const auto before = events.tick;
+    typed("a", 1);
+    EXPECT_GT(events.tick - before, 20U) << "and any wait pauses";
+}
+
+TEST_F(Sending, WaitingEndsWhenTheTickCountWrapsAround) {
+    events.tick = 0xFFFFFFFE;
+    keysend.WaitWithEvents(1000);
+    EXPECT_LT(events.tick, 10U);
+}
+
+TEST_F(Sending, TheOlderFamilyLeavesTheScriptToThePlatform) {
+    keyboard.platform = 1;
+    keyboard.setLock(kVkCapital, true);
+    EXPECT_THAT(typed("\xE9{TAB}"), IsEmpty());
+    EXPECT_THAT(keyboard.sentToPlatform, ElementsAre("\xE9{TAB}|"));
+    EXPECT_TRUE(keyboard.lockOn(kVkCapital));
+    keyboard.platformSenderFails = true;
+    EXPECT_NO_THROW(typed("a"));
+    keysend.FlipNumLock();
+    EXPECT_TRUE(keyboard.lockOn(kVkNumLock)) << "through the thread's key state";
+    EXPECT_THAT(keyboard.batches, IsEmpty());
+}
+
+}  // namespace
+}  // namespace kalvo

@@ -1,0 +1,67 @@
+#include "keys/script_tokens.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/settings_store.h"
+#include "tests/support/fake_keyboard.h"
+
+namespace kalvo {
+namespace {
+
+TEST(TimerPieces, AreOneMoreThanTheTokens) {
+    struct Case {
+        const char* script;
+        std::vector<std::string> pieces;
+    };
+    for (const Case& expected :
+         {Case{"", {""}}, Case{"X{TIMER}123456Y", {"X", "123456Y"}}, Case{"X{TIMER}", {"X", ""}},
+          Case{"{TIMER}{TIMER}", {"", "", ""}}, Case{"a{TIMER", {"a{TIMER"}}}) {
+        std::vector<std::string> pieces;
+        for (TimerPieces split(expected.script); split.remaining() > 0;)
+            pieces.emplace_back(split.next());
+        EXPECT_EQ(pieces, expected.pieces) << expected.script;
+    }
+}
+
+TEST(TimerPieces, AreTheFieldsOfTheScriptWithoutTheRestOfTheirSeparator) {
+    const std::string script = "ab{TIMER}c{TIMER}{TIMER}d";
+    const std::string terminated = script + "{TIMER}";
+    TimerPieces split(script);
+    for (std::size_t i = 1; split.remaining() > 0; ++i) {
+        const std::string_view field = GetField(terminated, i, kTimerToken);
+        EXPECT_EQ(split.next(), i == 1 ? field : field.substr(kTimerToken.size() - 1));
+    }
+}
+
+TEST(LockTokens, NumLockIsPressedForEachAndCutOut) {
+    struct Case {
+        const char* piece;
+        const char* text;
+        std::size_t presses;
+    };
+    for (const auto& [piece, text, presses] :
+         {Case{"ABC{NUMLOCK}DEF", "ABCDEF", 1}, Case{"{NUMLOCK}{NUMLOCK}", "", 2},
+          Case{"abc", "abc", 0}, Case{"{numlock}", "{numlock}", 0},
+          Case{"{NUM{NUMLOCK}LOCK}x", "{NUMLOCK}x", 1},
+          Case{"{NUM{NUMLOCK}LOCK}x{NUMLOCK}", "x{NUMLOCK}", 2}}) {
+        testing::FakeKeyboard keyboard;
+        EXPECT_EQ(pressNumLockTokens(keyboard, piece), text);
+        EXPECT_EQ(keyboard.keybdEvents.size(), 2 * presses) << piece;
+    }
+}
+
+TEST(LockTokens, CapsLockIsOnlyEverSwitchedOff) {
+    testing::FakeKeyboard keyboard;
+    switchCapsLockOffForTokens(keyboard, "{CAPSLOCK}");
+    EXPECT_TRUE(keyboard.keybdEvents.empty());
+    keyboard.setLock(kVkCapital, true);
+    switchCapsLockOffForTokens(keyboard, "{CAPSLOCK}a{CAPSLOCK}");
+    EXPECT_EQ(keyboard.keybdEvents.size(), 2U) << "one press, however many tokens";
+    EXPECT_EQ(withoutCapsLockTokens("{CAPSLOCK}a{CAPSLOCK}"), "a");
+}
+
+}  // namespace
+}  // namespace kalvo

@@ -1,0 +1,82 @@
+#include "platform/linux/profile_file_text.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+
+#include "platform/ansi_text.h"
+#include "platform/linux/file_text.h"
+
+namespace kalvo {
+namespace {
+
+std::string utf16Be(std::string_view utf8) {
+    std::string bytes = "\xFE\xFF";
+    const std::string little = utf8ToUtf16Le(utf8);
+    for (std::size_t i = 0; i < little.size(); i += 2) bytes += {little[i + 1], little[i]};
+    return bytes;
+}
+
+TEST(ProfileEncodings, AMarkTellsUnicode) {
+    const std::string text = "[Port_série]\r\nRépertoire=C:\\été\r\n漢=字😀\r\n";
+    const std::string changed = "[Port_série]\r\nRépertoire=C:\\été\r\n漢=字😀\r\nÉtat=prêt €\r\n";
+    struct Case {
+        std::string before, after;
+    };
+    for (const auto& [before, after] :
+         {Case{"\xEF\xBB\xBF" + text, "\xEF\xBB\xBF" + changed},
+          Case{"\xFF\xFE" + utf8ToUtf16Le(text), "\xFF\xFE" + utf8ToUtf16Le(changed)},
+          Case{utf16Be(text), utf16Be(changed)}}) {
+        EXPECT_EQ(findProfileValue(before, "port_SÉRIE"_ansi, "RÉPERTOIRE"_ansi), "C:\\été"_ansi);
+        EXPECT_EQ(withProfileValue(before, "Port_série"_ansi, "État"_ansi, "prêt €"_ansi), after);
+    }
+}
+
+TEST(ProfileEncodings, WithoutAMarkAFileIsCodePage1252) {
+    EXPECT_EQ(findProfileValue("[Port_série]\nPort=3\n", "Port_série"_ansi, "Port"), "")
+        << "UTF-8 is another name in this code page";
+    EXPECT_EQ(
+        findProfileValue(std::string("[Port_série]\nPort=3\n"_ansi), "Port_série"_ansi, "Port"),
+        "3");
+}
+
+TEST(ProfileEncodings, DamagedUnicodeSurvives) {
+    // A lone surrogate, a broken UTF-8 sequence.
+    const std::string lone =
+        "\xFF\xFE" + utf8ToUtf16Le("[s]\r\na=") + std::string("\x00\xD8\x0D\x00\x0A\x00", 6);
+    EXPECT_EQ(withProfileValue(lone, "s", "b", "1"), lone + utf8ToUtf16Le("b=1\r\n"));
+    const std::string broken = "\xEF\xBB\xBF[s]\r\na=\xC3(\xFF\r\n";
+    EXPECT_EQ(withProfileValue(broken, "s", "b", "1"), broken + "b=1\r\n");
+}
+
+TEST(ProfileText, LinesEndInAnyOfTheThreeWays) {
+    const std::string mixed = "[s]\ra=1\rb=2\nc=3\r\n\x1A";
+    for (const auto& [key, value] : {std::pair{"a", "1"}, {"b", "2"}, {"c", "3"}})
+        EXPECT_EQ(findProfileValue(mixed, "s", key), value);
+    EXPECT_EQ(withProfileValue("[s]\ra=1\rb=2\r", "s", "a", "x"), "[s]\ra=x\rb=2\r");
+}
+
+TEST(ProfileText, UnfinishedLinesAreHarmless) {
+    for (const char* content : {"", "[", "[s", "=", "]", "[]", ";", "\r", "[s]\r\n[s", "\xFF\xFE",
+                                "\xFE\xFF\x00", "\xEF\xBB\xBF"}) {
+        EXPECT_EQ(findProfileValue(content, "x", "k"), "") << content;
+        EXPECT_EQ(findProfileValue(withProfileValue(content, "x", "k", "v"), "x", "k"), "v")
+            << content;
+    }
+}
+
+// Each shape makes a reader that goes back over what it has read take hours.
+TEST(ProfileText, LargeContentsTakeLinearTime) {
+    constexpr std::size_t kSize = 4000000;
+    for (const std::string_view unit :
+         {"=", "[", "]", "\n", "\r\n", " ", "k=v\r\n", "[s]\n", "\xFF\xFE", "\"", "a[\r"}) {
+        std::string content;
+        while (content.size() < kSize) content += unit;
+        EXPECT_EQ(findProfileValue(content, "x", "y"), "");
+        EXPECT_GT(withProfileValue(std::move(content), "x", "y", "z").size(), kSize);
+    }
+}
+
+}  // namespace
+}  // namespace kalvo

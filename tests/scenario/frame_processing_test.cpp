@@ -1,0 +1,241 @@
+#include "scenario/frame_processing.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "core/application_paths.h"
+#include "keys/key_files.h"
+#include "tests/support/fake_platform.h"
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Processing : public ::testing::Test {
+protected:
+    testing::FakePlatform world;
+    ScenarioRun run;
+
+    Processing() {
+        run.applicationFolder = "/app";
+        run.active.ScenarioName = "Stock";
+        // Compiled files always carry a loop point.
+        index("Boucle", "0");
+        index("Depart", "0");
+        counter(std::int64_t{41});
+    }
+    void index(const char* section, const char* value) {
+        world.profiles.write(scenarioFile("/app", "Stock"), section, "Index", value);
+    }
+    void counter(DatabaseValue value) {
+        world.databases.answers["SELECT NunInc FROM Increment"] = {{{"NunInc", value}}};
+    }
+    void actions(std::vector<std::string> list) {
+        run.active.ActionLines.assign(1, "");
+        run.active.ActionLines.insert(run.active.ActionLines.end(), list.begin(), list.end());
+    }
+    std::string process(std::string frame) {
+        SplitFrameFields(world.platform, run, frame);
+        std::string script = BuildKeyScript(world.platform, run, frame);
+        frameAfter = frame;
+        return script;
+    }
+    std::string frameAfter;
+};
+
+TEST_F(Processing, FieldsAreTakenInOrderAndTheActionsRepeated) {
+    actions({"&CODE", "-", "&QTY", "{ENTER}"});
+    EXPECT_EQ(process("A\rB\r"), "A-B{ENTER}");
+    EXPECT_EQ(process("A\r1\r\nB\r2\r\n"), "A-1{ENTER}B-2{ENTER}");
+    EXPECT_EQ(process("A\r1\rB\r"), "A-1{ENTER}B-{ENTER}") << "the rest of the pass still runs";
+    EXPECT_EQ(process(""), "");
+}
+
+TEST_F(Processing, MarkersBecomeWhatTheyStandFor) {
+    actions({"&CODE", "&TAB", "&DATE", "&PASSLIGNE", "&INCREMENT", "&FERMER", "&OUVRIR_E",
+             "&OUVRIR_S", "&VALIDER", "libre"});
+    EXPECT_EQ(process("A\r"), "A\t05/03/24\r\n41%{q}%{c}%{r}%{v}libre");
+    actions({"&code", "&tab"});
+    EXPECT_EQ(process("A\rB\r"), "AB") << "markers compare exactly; anything else is a field";
+}
+
+TEST_F(Processing, KeyLabelsBecomeTheirScripts) {
+    world.profiles.write(toucheIni("/app"), "systeme", "0", "{Entrer}@5");
+    world.profiles.write(toucheIni("/app"), "systeme", "1", "{Muet}@6");
+    world.profiles.write(corresIni("/app"), "Correspondance", "5", "{ENTER}");
+    run.keys.LoadKeyCorrespondence(world.profiles, "/app");
+    actions({"&CODE", "Entrer", "entrer", "Muet", "{Entrer}"});
+    EXPECT_EQ(process("A\r"), "A{ENTER}entrerMuet{Entrer}");
+}
+
+TEST_F(Processing, ATimerSetsThePauseAndSplitsTheScript) {
+    actions({"&CODE", "&Timer 500", "x"});
+    EXPECT_EQ(process("A\r"), "A{TIMER}x");
+    EXPECT_EQ(run.TimerPause, 500);
+    for (const char* keeps : {"&Timer", "&Timer vite", "&Timer 99999"}) {
+        actions({"&CODE", keeps});
+        EXPECT_EQ(process("A\r"), "A{TIMER}") << keeps;
+        EXPECT_EQ(run.TimerPause, 500) << keeps;
+    }
+}
+
+TEST_F(Processing, LaterPassesStartAtTheLoopPoint) {
+    actions({"a", "&CODE", "b"});
+    struct Case {
+        const char* boucle;
+        const char* depart;
+        const char* expected;
+    };
+    for (const auto& [boucle, depart, expected] :
+         {Case{"2", "3", "a1b2b3b"}, Case{"0", "0", "a1ba2ba3b"}, Case{"", "2", "1b2b3b"},
+          Case{"", "", "a1ba2ba3b"}, Case{"x", "2", "a1b2b3b"}, Case{"-4", "", "a1ba2ba3b"}}) {
+        index("Boucle", boucle);
+        index("Depart", depart);
+        EXPECT_EQ(process("1\r2\r3\r"), expected) << boucle << '/' << depart;
+    }
+}
+
+TEST_F(Processing, PassesThatLeadNowhereEnd) {
+    actions({"texte"});
+    EXPECT_EQ(process("A\rB\r"), "texte");
+    actions({"&TAB"});
+    EXPECT_EQ(process("A\rB\r"), "\t");
+    actions({"&Timer 1", "x"});
+    EXPECT_EQ(process("A\rB\r"), "{TIMER}x");
+    actions({});
+    EXPECT_EQ(process("A\rB\r"), "");
+    actions({"&CODE", "b"});
+    index("Boucle", "9");
+    EXPECT_EQ(process("1\r2\r3\r"), "1b2b3b")
+        << "a loop point behind the last action: every other pass does nothing";
+    index("Boucle", "");
+    index("Depart", "9");
+    EXPECT_EQ(process("1\r2\r3\r"), "") << "and a start point there leaves nothing to do";
+}
+
+TEST_F(Processing, AControlMarkerAdvancesWithoutTakingAField) {
+    actions({"^c"});
+    // To A; over the CR to B; over the CR to the end.
+    EXPECT_EQ(process("A\rB\r"), "^c^c^c");
+    actions({"^c", "&TAB"});
+    EXPECT_EQ(process("AB  \rC"), "^c\t^c\t^c\t");
+}
+
+TEST_F(Processing, AFrameWithoutCrIsWalkedByPosition) {
+    actions({"&CODE"});
+    EXPECT_EQ(process("ABC"), "ABC");
+    actions({"x", "&CODE"});
+    EXPECT_EQ(process("ABC"), "xABC") << "no field to come ends the passes after this one";
+}
+
+TEST_F(Processing, PartialModeReassemblesTheFrameButNotTheFields) {
+    run.active.PartialMode = 1;
+    run.active.SubFrameMap = {{}, {1, 2}, {2, 1}};
+    actions({"&A", "&B"});
+    world.profiles.write(scenarioFile("/app", "Stock"), "Partiel", "Nbr", "2");
+    EXPECT_EQ(process("a\rb\r"), "") << "the compiled count is not the one that is read";
+    EXPECT_EQ(frameAfter, "");
+    world.profiles.write(scenarioFile("/app", "Stock"), "Trame", "Nbr", "2");
+    EXPECT_EQ(process("a\rb\rc\r"), "abc");
+    EXPECT_EQ(frameAfter, "b\ra\r");
+}
+
+TEST_F(Processing, TheCounterAdvancesOncePerFrame) {
+    actions({"&CODE"});
+    process("A\rB\r");
+    EXPECT_EQ(run.CounterText, "41");
+    EXPECT_THAT(world.databases.executed, ElementsAre("UPDATE Increment SET NunInc=42"));
+
+    struct Case {
+        DatabaseValue stored;
+        const char* text;
+    };
+    for (const auto& [stored, text] :
+         {Case{std::int64_t{32767}, "32767"}, Case{std::int64_t{-1}, "-1"}}) {
+        counter(stored);
+        EXPECT_EQ(NextCounterValue(world.platform, run), text);
+    }
+    EXPECT_EQ(world.databases.executed.size(), 2U) << "a full counter stays where it is";
+
+    world.databases.executed.clear();
+    run.counterUse = CounterUse::kReadOnly;
+    EXPECT_EQ(NextCounterValue(world.platform, run), "-1");
+    world.databases.answers.clear();
+    EXPECT_EQ(NextCounterValue(world.platform, run), "0") << "no row";
+    world.databases.missing = true;
+    EXPECT_EQ(NextCounterValue(world.platform, run), "");
+    EXPECT_THAT(world.databases.executed, IsEmpty());
+}
+
+TEST_F(Processing, TheDecimalSeparatorIsPutIn) {
+    struct Case {
+        const char* text;
+        const char* separator;
+        const char* expected;
+    };
+    for (const auto& [text, separator, expected] :
+         {Case{"12.5", "", "12.5"}, Case{"12.5 1.0", ",", "12,5 1,0"}, Case{"12.00", "x", "12"},
+          Case{"12.50", "x", "12.50"}, Case{"1.000", "x", "10"}, Case{"12,00", "x", "12"},
+          Case{"1,5", ".", "1.5"}, Case{"1.5,2", ",", "1,5,2"}, Case{"{A.B}", ",", "{A,B}"},
+          Case{"15", ",", "15"}})
+        EXPECT_EQ(withDecimalSeparator(text, separator), expected) << text << ' ' << separator;
+
+    actions({"&PRIX", "{F1}."});
+    run.DecimalSeparator = ",";
+    EXPECT_EQ(process("2.5\r"), "2,5{F1},");
+}
+
+TEST_F(Processing, ShowsItsProgress) {
+    actions({"&CODE"});
+    process("A\r");
+    EXPECT_THAT(world.progress.labels, ElementsAre("",
+                                                   "Vidage des donn\xE9"
+                                                   "es en cours.....",
+                                                   "Traitement des donn\xE9"
+                                                   "es..."));
+    EXPECT_TRUE(world.progress.visible);
+    EXPECT_EQ(world.progress.values.back(), 100);
+}
+
+TEST_F(Processing, AFrameThatComesInMeanwhileLeavesTheFirstItsFields) {
+    actions({"&CODE"});
+    std::string frame;
+    std::string expected;
+    for (int i = 0; i < 2000; ++i) {
+        frame += std::to_string(i) + "\r";
+        expected += std::to_string(i);
+    }
+    SplitFrameFields(world.platform, run, frame);
+    world.events.whilePumping = [&] {
+        world.events.whilePumping = nullptr;
+        EXPECT_EQ(process("other\r"), "other");
+    };
+    // Time passes while the actions run.
+    class Clock : public testing::FakeEventPump {
+        std::uint32_t GetTickCount() override { return tick += 50; }
+    } clock;
+    clock.whilePumping = world.events.whilePumping;
+    Platform platform{world.keyboard, world.port, world.profiles, world.registry, world.databases,
+                      world.files,    clock,      world.dialogs,  world.icon,     world.progress};
+    EXPECT_EQ(BuildKeyScript(platform, run, frame), expected);
+    EXPECT_GT(clock.pumped, 0);
+}
+
+TEST_F(Processing, HundredThousandFieldsTakeLinearTime) {
+    actions({"&CODE", "{TAB}", "&QTY", "{ENTER}"});
+    std::string frame;
+    for (int i = 0; i < 50000; ++i) frame += "1234567890123\r12\r\n";
+    const auto start = std::chrono::steady_clock::now();
+    const std::string script = process(frame);
+    EXPECT_EQ(script.size(), 50000U * (13 + 5 + 2 + 7));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+}
+
+}  // namespace
+}  // namespace kalvo

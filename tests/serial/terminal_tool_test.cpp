@@ -1,0 +1,124 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/serial/memory_line.h"
+#include "tools/faulty_line.h"
+#include "tools/terminal_options.h"
+
+namespace kalvo {
+namespace {
+
+using testing::MemoryLine;
+
+TEST(FaultyLine, KeepsThePaceOfTheLine) {
+    MemoryLine line;
+    FaultyLine paced(line, {.speed = 9600});
+    const std::string text(960, 'x');
+    const auto start = line.now();
+    for (int part = 0; part < 10; ++part) paced.write(text);
+    EXPECT_EQ(line.wire.size(), 9600U);
+    EXPECT_NEAR(static_cast<double>(line.now() - start), 10000.0, 2.0);
+
+    // Silence is not made up for.
+    paced.pause(5000);
+    const auto resumed = line.now();
+    paced.write(text);
+    EXPECT_NEAR(static_cast<double>(line.now() - resumed), 1000.0, 2.0);
+}
+
+TEST(FaultyLine, PausesWhereItIsTold) {
+    MemoryLine line;
+    FaultyLine faulty(line, {.pauses = {{500, 9}, {200, 4}, {100, 4}, {7, 0}}});
+    faulty.write("abcdef");
+    faulty.write("ghijkl");
+    EXPECT_EQ(line.wire, "abcdefghijkl");
+    EXPECT_THAT(line.times, ::testing::ElementsAre(5007, 5307, 5307, 5807));
+}
+
+TEST(FaultyLine, NoiseIsAddedAndDependsOnTheSeedOnly) {
+    const auto wireOf = [](double noise, std::uint32_t seed, std::size_t parts) {
+        MemoryLine line;
+        FaultyLine faulty(line, {.noise = noise, .seed = seed});
+        for (std::size_t part = 0; part < parts; ++part)
+            faulty.write(std::string(1000 / parts, 'x'));
+        return line.wire;
+    };
+    EXPECT_EQ(wireOf(0, 1, 1), std::string(1000, 'x'));
+    const std::string noisy = wireOf(0.1, 1, 1);
+    EXPECT_EQ(noisy, wireOf(0.1, 1, 4));
+    EXPECT_NE(noisy, wireOf(0.1, 2, 1));
+    EXPECT_GE(std::count(noisy.begin(), noisy.end(), 'x'), 1000);
+    EXPECT_NEAR(static_cast<double>(noisy.size()), 1100.0, 40.0);
+    EXPECT_EQ(wireOf(1, 1, 1).size(), 2000U);
+}
+
+TEST(TerminalOptions, AreReadFromTheCommandLine) {
+    const auto options = parseTerminalOptions(
+        {"scanpal",     "--pty",  "--link",         "/tmp/l", "--wait-open",   "records.txt",
+         "--separator", "TAB",    "--speed",        "9600",   "--noise",       "0.25",
+         "--pause",     "300:12", "--pause",        "5:0",    "--cut",         "3",
+         "--lose-ack",  "2",      "--seed",         "7",      "--repeat",      "4",
+         "--wait",      "50",     "--ack",          "--tab",  "--ack-timeout", "100",
+         "--resend",    "0",      "--read-timeout", "900",    "--linger",      "0"});
+    EXPECT_EQ(options.dialogue.kind, TerminalKind::kScanPal);
+    EXPECT_TRUE(options.pseudoTerminal && options.waitsForOpening);
+    EXPECT_EQ(options.link, "/tmp/l");
+    EXPECT_EQ(options.recordFile, "records.txt");
+    EXPECT_EQ(options.separator, '\t');
+    EXPECT_EQ(options.lingerMilliseconds, 0);
+    EXPECT_EQ(options.faults.speed, 9600U);
+    EXPECT_EQ(options.faults.noise, 0.25);
+    EXPECT_EQ(options.faults.seed, 7U);
+    ASSERT_EQ(options.faults.pauses.size(), 2U);
+    EXPECT_EQ(options.faults.pauses[0].milliseconds, 300);
+    EXPECT_EQ(options.faults.pauses[0].after, 12U);
+    EXPECT_EQ(options.dialogue.cutRecord, 3);
+    EXPECT_EQ(options.dialogue.lostAck, 2);
+    EXPECT_EQ(options.dialogue.batches, 4);
+    EXPECT_EQ(options.dialogue.waitMilliseconds, 50);
+    EXPECT_TRUE(options.dialogue.sendsAckLines && options.dialogue.tabbed);
+    EXPECT_EQ(options.dialogue.ackTimeout, 100);
+    EXPECT_EQ(options.dialogue.resends, 0);
+    EXPECT_EQ(options.dialogue.readTimeout, 900);
+
+    EXPECT_EQ(parseTerminalOptions({"HT630", "--device", "/dev/x", "-"}).recordFile, "-");
+    EXPECT_TRUE(parseTerminalOptions({"--help"}).help);
+    for (const auto* option : {"--device", "--lose-ack", "--noise", "--read-timeout"})
+        EXPECT_NE(terminalHelp().find(option), std::string_view::npos);
+}
+
+TEST(TerminalOptions, RefuseCallsThatMakeNoSense) {
+    const std::vector<std::vector<std::string>> calls = {
+        {},
+        {"HT630", "f"},
+        {"HT999", "--pty", "f"},
+        {"HT630", "--pty"},
+        {"HT630", "--pty", "f", "g"},
+        {"HT630", "--pty", "--device", "/dev/x", "f"},
+        {"HT630", "--device", "/dev/x", "--link", "l", "f"},
+        {"HT630", "--device", "/dev/x", "--wait-open", "f"},
+        {"HT630", "--pty", "--device"},
+        {"HT630", "--pty", "--connect"},
+        {"PT630", "--pty", "--connect", "--empty"},
+        {"PT630", "--pty", "--empty", "f"},
+        {"PT630", "--pty", "--tab", "f"},
+        {"PT630", "--pty", "--lose-ack", "1", "f"},
+        {"HT630", "--pty", "--unknown", "f"},
+        {"HT630", "--pty", "--speed", "0", "f"},
+        {"HT630", "--pty", "--speed", "9600x", "f"},
+        {"HT630", "--pty", "--repeat", "0", "f"},
+        {"HT630", "--pty", "--wait", "-1", "f"},
+        {"HT630", "--pty", "--noise", "1.5", "f"},
+        {"HT630", "--pty", "--noise", "nan", "f"},
+        {"HT630", "--pty", "--pause", "300", "f"},
+        {"HT630", "--pty", "--pause", "300:", "f"},
+        {"HT630", "--pty", "--separator", "ab", "f"},
+        {"HT630", "--pty", "--separator", "", "f"},
+    };
+    for (const auto& call : calls)
+        EXPECT_THROW((void)parseTerminalOptions(call), UsageError)
+            << ::testing::PrintToString(call);
+}
+
+}  // namespace
+}  // namespace kalvo

@@ -1,0 +1,89 @@
+// Message boxes, tray icon and progress window that write down what they show.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "platform/dialogs.h"
+#include "platform/notify_icon.h"
+#include "platform/progress.h"
+
+namespace kalvo::testing {
+
+class FakeDialogs : public Dialogs {
+public:
+    struct Shown {
+        std::string text;
+        std::string title;
+        MessageIcon icon;
+    };
+    std::vector<Shown> shown;
+    // Answers to the questions to come.
+    std::deque<bool> confirmations;
+    std::deque<std::string> inputs;
+    std::string chosenFile;
+    int beeps = 0;
+
+    [[nodiscard]] std::vector<std::string> texts() const {
+        std::vector<std::string> all;
+        for (const Shown& message : shown) all.push_back(message.text);
+        return all;
+    }
+
+    void message(std::string_view text, std::string_view title, MessageIcon icon) override {
+        shown.push_back({std::string(text), std::string(title), icon});
+    }
+    bool confirm(std::string_view text, std::string_view title, MessageIcon icon) override {
+        message(text, title, icon);
+        return take(confirmations, false);
+    }
+    std::string inputBox(std::string_view prompt, std::string_view title,
+                         std::string_view) override {
+        message(prompt, title, MessageIcon::kNone);
+        return take(inputs, std::string());
+    }
+    std::string openFile(std::string_view, std::string_view) override { return chosenFile; }
+    void beep() override { ++beeps; }
+
+private:
+    template <typename T>
+    static T take(std::deque<T>& answers, T otherwise) {
+        if (answers.empty()) return otherwise;
+        T answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+};
+
+class FakeNotifyIcon : public NotifyIcon {
+public:
+    // "add", "modify" or "delete", and the tip without its padding.
+    std::vector<std::string> log;
+    std::string lastTip;
+
+    void add(std::string_view tip) override { note("add ", tip); }
+    void modify(std::string_view tip) override { note("modify ", tip); }
+    void remove() override { log.emplace_back("delete"); }
+
+private:
+    void note(const char* what, std::string_view tip) {
+        lastTip = tip;
+        log.push_back(what + lastTip.substr(0, lastTip.find_last_not_of(' ') + 1));
+    }
+};
+
+class FakeProgress : public Progress {
+public:
+    std::vector<std::string> labels;
+    std::vector<double> values;
+    bool visible = false;
+
+    void setLabel(std::string_view text) override { labels.emplace_back(text); }
+    void setValue(double percent) override { values.push_back(percent); }
+    void show() override { visible = true; }
+    void refresh() override {}
+    void unload() override { visible = false; }
+};
+
+}  // namespace kalvo::testing

@@ -1,0 +1,102 @@
+// kalvo-terminal: a simulated terminal on a serial device or a pseudo-terminal.
+#include <unistd.h>
+
+#include <exception>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <sstream>
+
+#include "platform/ansi_text.h"
+#include "platform/asio/native_line.h"
+#include "platform/runtime_error.h"
+#include "tools/faulty_line.h"
+#include "tools/posix_terminal_line.h"
+#include "tools/terminal_dialogue.h"
+#include "tools/terminal_options.h"
+
+namespace kalvo {
+
+namespace {
+
+enum ExitCode { kDone = 0, kFailed = 1, kMisused = 2 };
+
+std::string contentOf(const std::string& path) {
+    std::ostringstream content;
+    if (path == "-") {
+        content << std::cin.rdbuf();
+        return content.str();
+    }
+    std::ifstream file(path, std::ios::binary);
+    if (!file) throw std::runtime_error("fichier illisible : " + path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<TerminalRecord> recordsOf(const TerminalOptions& options) {
+    if (options.recordFile.empty()) return {};
+    return parseRecords(contentOf(options.recordFile), options.separator);
+}
+
+void talk(TerminalLine& line, const TerminalOptions& options,
+          const std::vector<TerminalRecord>& records) {
+    FaultyLine faulty(line, options.faults);
+    TerminalDialogue(faulty, options.dialogue).run(records);
+}
+
+void talkOnPseudoTerminal(const TerminalOptions& options,
+                          const std::vector<TerminalRecord>& records) {
+    PseudoTerminal terminal(options.link);
+    std::cout << terminal.slavePath() << std::endl;
+    if (options.waitsForOpening) terminal.waitUntilOpened();
+    talk(terminal.line(), options, records);
+    // Closing throws away what the other side has not read yet.
+    terminal.line().pause(options.lingerMilliseconds);
+}
+
+void talkOnDevice(const TerminalOptions& options, const std::vector<TerminalRecord>& records) {
+    const LineSettings settings = parseLineSettings(options.settings);
+    PosixTerminalLine line(openNativeLine({options.device, settings, Handshaking::kNone}),
+                           PosixTerminalLine::Side::kDevice);
+    talk(line, options, records);
+    while (hasUnsentOutput(line.descriptor())) line.pause(1);
+    releaseNativeLine(line.descriptor());
+}
+
+void run(const TerminalOptions& options) {
+    const auto records = recordsOf(options);
+    interruptOnSignals();
+    if (options.pseudoTerminal)
+        talkOnPseudoTerminal(options, records);
+    else
+        talkOnDevice(options, records);
+}
+
+int fail(ExitCode code, const std::string& text) {
+    std::cerr << "kalvo-terminal : " << text << "\n";
+    return code;
+}
+
+int start(const std::vector<std::string>& arguments) {
+    try {
+        const TerminalOptions options = parseTerminalOptions(arguments);
+        if (options.help)
+            std::cout << terminalHelp();
+        else
+            run(options);
+        return kDone;
+    } catch (const UsageError& error) {
+        return fail(kMisused, std::string(error.what()) + " (--help pour l'aide)");
+    } catch (const RuntimeError& error) {
+        return fail(kFailed, toUtf8(error.description()));
+    } catch (const std::exception& error) {
+        return fail(kFailed, error.what());
+    }
+}
+
+}  // namespace
+
+}  // namespace kalvo
+
+int main(int argc, char** argv) {
+    return kalvo::start(std::vector<std::string>(argv + 1, argv + argc));
+}
