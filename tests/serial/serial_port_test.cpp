@@ -100,6 +100,7 @@ TEST_F(SerialPortTest, ReceptionWhileTheProgramIsBusyBecomesOneEvent) {
         ASSERT_TRUE(arrived(static_cast<std::size_t>(part) * 3));
     }
     EXPECT_EQ(events, 0) << "delivered outside the pump";
+    EXPECT_EQ(pump.queued(), 1U) << "one event on its way is enough";
     pump.DoEvents();
     EXPECT_EQ(events, 1);
     EXPECT_EQ(port->CommEvent(), comm_event::kReceive);
