@@ -83,10 +83,12 @@ void SerialLine::start() {
     if (monitor_->supported()) watch();
 }
 
+// An operation that ends while the line is already lost was cancelled by that. Any
+// other failure, a cancellation by the driver of an unplugged device too, is a loss.
 void SerialLine::read() {
     port_.async_read_some(asio::buffer(readBuffer_),
                           [this](const asio::error_code& error, std::size_t size) {
-                              if (error == asio::error::operation_aborted) return;
+                              if (lost_) return;
                               if (size > 0) inbox_->received({readBuffer_.data(), size});
                               if (error) return lose();
                               read();
@@ -101,7 +103,7 @@ void SerialLine::writeNext() {
     }
     asio::async_write(port_, asio::buffer(writeBuffer_),
                       [this](const asio::error_code& error, std::size_t) {
-                          if (error == asio::error::operation_aborted) return;
+                          if (lost_) return;
                           if (error) return lose();
                           std::size_t left = 0;
                           {

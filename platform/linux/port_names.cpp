@@ -42,7 +42,7 @@ std::string firstLine(const fs::path& file) {
 // above that has one.
 std::string productName(fs::path folder, const fs::path& root) {
     while (folder.has_relative_path() && folder != root && folder != folder.parent_path()) {
-        const std::string product = firstLine(folder / "product");
+        std::string product = firstLine(folder / "product");
         if (!product.empty()) return product;
         folder = folder.parent_path();
     }

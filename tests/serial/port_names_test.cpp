@@ -24,7 +24,7 @@ protected:
         fs::create_directories(root / "dev/pts");
         fs::create_directories(root / "sys/class/tty");
     }
-    ~PortNamesTest() override { fs::remove_all(root); }
+    void TearDown() override { fs::remove_all(root); }
 
     static void write(const fs::path& file, const std::string& text) {
         fs::create_directories(file.parent_path());

@@ -3,13 +3,13 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <stdlib.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstdlib>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -53,7 +53,7 @@ public:
         return all - bytes.size();
     }
 
-    std::size_t sendWhatFits(std::string_view bytes) {
+    std::size_t sendWhatFits(std::string_view bytes) const {
         const ssize_t count = write(master_, bytes.data(), bytes.size());
         return count > 0 ? static_cast<std::size_t>(count) : 0;
     }
@@ -74,7 +74,7 @@ public:
     }
 
     // What is there without waiting.
-    std::string receiveWaiting() {
+    [[nodiscard]] std::string receiveWaiting() const {
         std::array<char, 4096> buffer{};
         const ssize_t size = read(master_, buffer.data(), buffer.size());
         return size > 0 ? std::string(buffer.data(), static_cast<std::size_t>(size)) : "";

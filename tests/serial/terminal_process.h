@@ -3,11 +3,11 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -24,6 +24,7 @@ public:
         if (pipe2(out.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
         arguments.insert(arguments.begin(), KALVO_TERMINAL_PROGRAM);
         std::vector<char*> argv;
+        argv.reserve(arguments.size() + 1);
         for (std::string& argument : arguments) argv.push_back(argument.data());
         argv.push_back(nullptr);
         process_ = fork();

@@ -31,7 +31,7 @@ protected:
         records = (folder / "records.txt").string();
         std::ofstream(records, std::ios::binary) << "A;1\r\nB\xE9;2\n";
     }
-    ~TerminalProgramTest() override { fs::remove_all(folder); }
+    void TearDown() override { fs::remove_all(folder); }
 
     void openPort(const std::string& path) {
         device = path;
