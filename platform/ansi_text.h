@@ -121,7 +121,7 @@ namespace ansi_detail {
 // A UTF-8 string literal as a template argument, converted on construction.
 template <std::size_t N>
 struct Literal {
-    // NOLINTNEXTLINE(google-explicit-constructor): deduced from a string literal
+    // NOLINTNEXTLINE(modernize-avoid-c-arrays): that is what a string literal is
     consteval Literal(const char (&utf8)[N]) {
         const std::string_view text(utf8, N - 1);
         for (std::size_t at = 0; at < text.size();) {
@@ -130,7 +130,7 @@ struct Literal {
             at += decoded.length;
         }
     }
-    char bytes[N] = {};
+    std::array<char, N> bytes{};
     std::size_t size = 0;
 };
 
@@ -143,10 +143,12 @@ struct Stored {
 
 inline namespace literals {
 
-// "Port_série"_ansi: the text in code page 1252, zero-terminated, for ever.
+// "Port_série"_ansi: the text in code page 1252, zero-terminated, for ever. (clang 14
+// crashes on a local std::string initialised from nothing but such a literal; assign
+// it, or name a string_view.)
 template <ansi_detail::Literal L>
 constexpr std::string_view operator""_ansi() {
-    return {ansi_detail::Stored<L>::kLiteral.bytes, L.size};
+    return {ansi_detail::Stored<L>::kLiteral.bytes.data(), L.size};
 }
 
 }  // namespace literals

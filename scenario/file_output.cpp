@@ -40,7 +40,8 @@ std::size_t folderLength(std::string_view path) {
 std::string freeName(const Platform& platform, std::string_view folder, const std::string& name) {
     const std::size_t dot = name.find('.');
     if (dot == std::string::npos)
-        throw RuntimeError(error_number::kInvalidCall, "Argument ou appel de procédure incorrect");
+        throw RuntimeError(error_number::kInvalidCall,
+                           std::string("Argument ou appel de procédure incorrect"_ansi));
     if (!FileExistsInFolder(platform, folder, name)) return name;
     const auto names = namesIn(platform, folder);
     const std::unordered_set<std::string> taken(names.begin(), names.end());

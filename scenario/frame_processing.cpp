@@ -1,7 +1,6 @@
 #include "scenario/frame_processing.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <limits>
 #include <memory>
 
@@ -37,10 +36,11 @@ double share(std::size_t part, std::size_t whole) {
 
 // "dd/mm/yy"
 std::string shortDate(const LocalTime& date) {
-    char text[9];
-    std::snprintf(text, sizeof text, "%02u/%02u/%02u", static_cast<unsigned>(date.day) % 100,
-                  static_cast<unsigned>(date.month) % 100, static_cast<unsigned>(date.year) % 100);
-    return text;
+    const auto twoDigits = [](int number) {
+        const std::string digits = std::to_string(number % 100);
+        return digits.size() < 2 ? "0" + digits : digits;
+    };
+    return twoDigits(date.day) + "/" + twoDigits(date.month) + "/" + twoDigits(date.year);
 }
 
 std::string replaceAll(std::string_view text, std::string_view what, std::string_view with) {
@@ -97,7 +97,7 @@ private:
     // The loop point counts for passes that follow a whole one, whatever the start
     // point says; since compiled files always have one, the start point only acts
     // in files made by hand.
-    std::int32_t startIndex() const {
+    [[nodiscard]] std::int32_t startIndex() const {
         std::int32_t start = 1;
         if (!depart_.empty()) resumeNext([&] { start = toInteger16(depart_); });
         const bool wholePass = actionIndex_ - 1 == lastAction();

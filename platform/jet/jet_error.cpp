@@ -7,7 +7,8 @@
 namespace kalvo {
 
 RuntimeError jetDamaged(std::string_view file, std::string_view detail) {
-    std::string text("La base Jet « "_ansi);
+    std::string text;
+    text = "La base Jet « "_ansi;
     text.append(file).append(" » est endommagée ou illisible"_ansi);
     if (!detail.empty()) text.append(" : "_ansi).append(detail);
     return {error_number::kDataFormat, text.append("."_ansi)};

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
+#include <map>
+#include <random>
 #include <string>
 
 #include "keys/key_names.h"
@@ -88,6 +91,26 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(KeyScriptReader, ALargeRepeatCountTakesNoMemory) {
     KeyScriptReader reader("+{ab 2000000000}");
     for (int i = 0; i < 1000; ++i) ASSERT_TRUE(reader.next().has_value());
+}
+
+// Whatever a script holds, reading it ends and every key that goes down comes up.
+TEST(KeyScriptReader, LeavesNothingPressedWhateverTheScript) {
+    std::mt19937 random(20240305);
+    constexpr std::string_view kPieces[] = {"{",           "}", "+",    "^",  "%",   "(",
+                                            ")",           "~", "a",    " 3", "TAB", "{TAB}",
+                                            "{NUMLOCK 2}", "{", "\xE9", "-1", "0"};
+    for (int round = 0; round < 20000; ++round) {
+        std::string script;
+        for (auto n = random() % 24; n > 0; --n) script += kPieces[random() % std::size(kPieces)];
+        const std::string expanded = ExpandAltNumpad(script, ansiToOem);
+        KeyScriptReader reader(expanded);
+        std::map<std::string, int> down;
+        while (const auto event = reader.next()) {
+            if (event->action == KeyEvent::Action::kDown) ++down[nameOf(event->key)];
+            if (event->action == KeyEvent::Action::kUp) --down[nameOf(event->key)];
+        }
+        for (const auto& [name, count] : down) ASSERT_EQ(count, 0) << name << " in " << script;
+    }
 }
 
 TEST(KeyScriptReader, FollowsTheLockKeysAScriptFlips) {

@@ -56,8 +56,8 @@ TEST_F(WritingFiles, MissingFoldersAreMadeExceptThoseWithADot) {
 }
 
 TEST_F(WritingFiles, FailuresAreSaidAndTheTextIsLost) {
-    const std::string failure(
-        "Une erreur d'écriture de fichier vient de se produire. Votre fichier n'a pas pu être créé"_ansi);
+    constexpr std::string_view failure =
+        "Une erreur d'écriture de fichier vient de se produire. Votre fichier n'a pas pu être créé"_ansi;
     world.files.diskFull = true;
     write("x");
     world.files.diskFull = false;

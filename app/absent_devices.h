@@ -1,0 +1,61 @@
+// Stand-ins for what a command has no use for.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/ansi_text.h"
+#include "platform/keyboard_input.h"
+#include "platform/runtime_error.h"
+#include "platform/serial_port.h"
+
+namespace kalvo {
+
+// A session without a keyboard: nothing is typed and no lock is on.
+class NoKeyboard : public KeyboardInput, public KeyboardLayout {
+public:
+    std::int16_t VkKeyScanExA(char) override { return -1; }
+    std::uint16_t MapVirtualKeyExA(std::uint16_t) override { return 0; }
+    KeyboardLayout& foregroundLayout() override { return *this; }
+    void SendInput(std::span<const KeyRecord>) override {}
+    void keybd_event(std::uint8_t, std::uint8_t, std::uint32_t) override {}
+    std::int16_t GetKeyState(int) override { return 0; }
+    std::uint16_t MapVirtualKeyA(std::uint16_t) override { return 0; }
+    std::uint8_t platformIdentifier() override { return 2; }
+    unsigned char CharToOemA(char character) override {
+        return static_cast<unsigned char>(character);
+    }
+    void SendKeys(std::string_view, bool) override {}
+    void GetKeyboardState(std::span<std::uint8_t, 256>) override {}
+    void SetKeyboardState(std::span<const std::uint8_t, 256>) override {}
+};
+
+// A port that is never open.
+class NoSerialPort : public SerialPort {
+public:
+    void setCommPort(int) override {}
+    [[nodiscard]] int CommPort() const override { return 1; }
+    void setSettings(std::string_view) override {}
+    void setHandshaking(Handshaking) override {}
+    void setRThreshold(int) override {}
+    void setSThreshold(int) override {}
+    void setInputMode(int) override {}
+    void setInputLen(int) override {}
+    std::string Input() override { throw notOpen(); }
+    void Output(std::string_view) override { throw notOpen(); }
+    [[nodiscard]] std::size_t InBufferCount() const override { return 0; }
+    void setPortOpen(bool open) override {
+        if (open) throw notOpen();
+    }
+    [[nodiscard]] bool PortOpen() const override { return false; }
+    [[nodiscard]] int CommEvent() const override { return 0; }
+    void onComm(std::function<void()>) override {}
+    void onLineChange(std::function<void(bool)>) override {}
+
+private:
+    static RuntimeError notOpen() {
+        return {error_number::kPortNotOpen, std::string("Le port n'est pas ouvert"_ansi)};
+    }
+};
+
+}  // namespace kalvo

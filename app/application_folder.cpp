@@ -1,0 +1,64 @@
+#include "app/application_folder.h"
+
+#include <array>
+#include <cstddef>
+
+#include "app/system_bindings.h"
+#include "core/application_paths.h"
+#include "core/settings_store.h"
+#include "platform/ansi_text.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr std::array<std::string_view, 4> kShippedFiles = {"Touche.ini", "Corres.ini", "TouFic.ini",
+                                                           "PortSerie.ini"};
+
+// The folder and the missing ones above it.
+void createFolders(FileSystem& files, std::string_view folder) {
+    for (std::size_t i = 1; i <= folder.size(); ++i) {
+        if (i < folder.size() && !isPathSeparator(folder[i])) continue;
+        const std::string_view part = folder.substr(0, i);
+        if (!part.ends_with(':') && !files.folderExists(part)) files.createFolder(part);
+    }
+}
+
+void copyShippedFile(FileSystem& files, std::string_view from, std::string_view to) {
+    const std::string content = files.read(from);
+    const auto copy = files.create(to);
+    copy->write(content);
+    copy->close();
+}
+
+void bringJetDatabaseIn(Dialogs& dialogs, const std::string& database) {
+    const auto notice = upgradeJetDatabase(database);
+    if (!notice) return;
+    dialogs.message(std::string("La base de scénarios a été reprise de l'ancien format : "_ansi) +
+                        std::to_string(notice->scenarios) + std::string(" scénarios, "_ansi) +
+                        std::to_string(notice->actions) +
+                        std::string(" actions. L'original est conservé sous "_ansi) +
+                        notice->keptAs + ".",
+                    kApplicationTitle, MessageIcon::kInformation);
+}
+
+}  // namespace
+
+void prepareApplicationFolder(FileSystem& files, Dialogs& dialogs, std::string_view folder,
+                              std::string_view shippedData) {
+    createFolders(files, folder);
+    for (const std::string_view name : kShippedFiles) {
+        const std::string target = inFolder(folder, name);
+        if (!shippedData.empty() && !files.fileExists(target))
+            copyShippedFile(files, inFolder(shippedData, name), target);
+    }
+    const std::string scenarios = inFolder(folder, "Scenarios");
+    if (!files.folderExists(scenarios)) files.createFolder(scenarios);
+    const std::string database = scenarioDatabase(folder);
+    if (files.fileExists(database))
+        bringJetDatabaseIn(dialogs, database);
+    else
+        createScenarioDatabaseFile(database);
+}
+
+}  // namespace kalvo

@@ -1,0 +1,59 @@
+#include "app/command_context.h"
+
+#include <cstdio>
+#include <iostream>
+#include <iterator>
+
+#include "app/application_folder.h"
+#include "core/settings_store.h"
+#include "platform/ansi_text.h"
+
+namespace kalvo {
+
+CommandContext::CommandContext(SystemBindings& bindings)
+    : events([this](const RuntimeError& error) {
+          dialogs.message(errorText(error), kApplicationTitle, MessageIcon::kCritical);
+      }),
+      bindings_(bindings),
+      keyboard_(std::make_unique<NoKeyboard>()),
+      port_(std::make_unique<NoSerialPort>()) {
+    state.scenario.applicationFolder = bindings.applicationFolder;
+    prepareApplicationFolder(*bindings.files, dialogs, bindings.applicationFolder,
+                             bindings.shippedData);
+}
+
+void CommandContext::openSerialPort() {
+    port_ = createSerialPort(events, *bindings_.profiles, state.scenario.applicationFolder);
+}
+
+Platform CommandContext::platform() {
+    return {*keyboard_,
+            *port_,
+            *bindings_.profiles,
+            *bindings_.registry,
+            *bindings_.databases,
+            *bindings_.files,
+            events,
+            dialogs,
+            icon_,
+            progress_};
+}
+
+std::string errorText(const RuntimeError& error) {
+    return std::string("Erreur N° : "_ansi) + std::to_string(error.number()) + "\r\n\r\n" +
+           error.description();
+}
+
+std::string readInput(FileSystem& files, const std::string& path) {
+    if (path != "-") return files.read(path);
+    return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+}
+
+void writeOutput(std::string_view bytes) {
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() &&
+                         std::fflush(stdout) == 0;
+    if (!written)
+        throw RuntimeError(error_number::kDeviceIo, std::string("Erreur d'écriture"_ansi));
+}
+
+}  // namespace kalvo

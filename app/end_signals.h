@@ -1,0 +1,26 @@
+// The signals of a run without windows: end (SIGINT, SIGTERM) and transfer
+// (SIGUSR1, where the system has it).
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace kalvo {
+
+// From construction on the signals are held back; start() hands each of them to its
+// handler, on a thread of its own.
+class EndSignals {
+public:
+    EndSignals();
+    EndSignals(const EndSignals&) = delete;
+    EndSignals& operator=(const EndSignals&) = delete;
+    ~EndSignals();
+
+    void start(std::function<void()> onEnd, std::function<void()> onTransfer);
+
+private:
+    struct Waiting;
+    std::unique_ptr<Waiting> waiting_;
+};
+
+}  // namespace kalvo

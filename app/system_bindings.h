@@ -1,0 +1,75 @@
+// The bindings of this system: the one place where the program meets their types.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/database.h"
+#include "platform/event_pump.h"
+#include "platform/file_system.h"
+#include "platform/keyboard_input.h"
+#include "platform/profile_files.h"
+#include "platform/registry.h"
+#include "platform/serial_port.h"
+
+namespace kalvo {
+
+// What every command uses.
+struct SystemBindings {
+    // The folder of the settings, key files and scenarios (it exists), and the one of
+    // the files delivered with the program; code page 1252.
+    std::string applicationFolder;
+    std::string shippedData;
+    std::unique_ptr<ProfileFiles> profiles;
+    std::unique_ptr<Registry> registry;
+    std::unique_ptr<FileSystem> files;
+    std::unique_ptr<DatabaseEngine> databases;
+};
+
+// `applicationFolder` is the one asked for on the command line (UTF-8), if any.
+[[nodiscard]] SystemBindings createSystemBindings(
+    const std::optional<std::string>& applicationFolder);
+
+// The keyboard of the session. RuntimeError when there is none (no display).
+[[nodiscard]] std::unique_ptr<KeyboardInput> connectKeyboard();
+
+// A layout by its name ("us", "fr"), without a session. RuntimeError for an unknown
+// name.
+[[nodiscard]] std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name);
+
+// The serial port of a run. `profiles` must outlive it.
+[[nodiscard]] std::unique_ptr<SerialPort> createSerialPort(EventPump& events,
+                                                           ProfileFiles& profiles,
+                                                           std::string_view applicationFolder);
+
+// A serial port of this machine.
+struct PortListing {
+    int number = 0;
+    std::string device;
+    std::string description;
+};
+[[nodiscard]] std::vector<PortListing> listSerialPorts(ProfileFiles& profiles,
+                                                       std::string_view applicationFolder);
+
+// Creates an empty scenario database.
+void createScenarioDatabaseFile(std::string_view path);
+
+// What bringing a Jet database in has done.
+struct JetUpgradeNotice {
+    std::string keptAs;  // where the original is now
+    std::size_t scenarios = 0;
+    std::size_t actions = 0;
+};
+
+// Replaces a Jet file of that name by an SQLite file with its content and keeps the
+// original beside it; nothing when the file is no Jet database.
+[[nodiscard]] std::optional<JetUpgradeNotice> upgradeJetDatabase(std::string_view path);
+
+// Brings the tables of a Jet file into a new scenario database file.
+[[nodiscard]] JetUpgradeNotice importJetFile(std::string_view source, std::string_view target);
+
+}  // namespace kalvo

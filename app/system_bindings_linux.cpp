@@ -1,0 +1,58 @@
+#include "app/system_bindings.h"
+#include "core/application_paths.h"
+#include "platform/asio/asio_serial_port.h"
+#include "platform/jet/jet_import.h"
+#include "platform/linux/app_folder.h"
+#include "platform/linux/linux_file_system.h"
+#include "platform/linux/linux_profile_files.h"
+#include "platform/linux/port_names.h"
+#include "platform/linux/registry_file.h"
+#include "platform/linux/x11_keyboard.h"
+#include "platform/linux/xkb_layout.h"
+#include "platform/sqlite/schema.h"
+#include "platform/sqlite/sqlite_engine.h"
+
+namespace kalvo {
+
+SystemBindings createSystemBindings(const std::optional<std::string>& applicationFolder) {
+    return {kalvo::applicationFolder(applicationFolder), shippedDataFolder(),
+            std::make_unique<LinuxProfileFiles>(),       std::make_unique<RegistryFile>(),
+            std::make_unique<LinuxFileSystem>(),         std::make_unique<SqliteEngine>()};
+}
+
+std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<X11Keyboard>(); }
+
+std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) {
+    return makeXkbLayout(name);
+}
+
+std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles& profiles,
+                                             std::string_view applicationFolder) {
+    const LinuxPortNames names(profiles, portSerieIni(applicationFolder));
+    return std::make_unique<AsioSerialPort>(events,
+                                            [names](int number) { return names.resolve(number); });
+}
+
+std::vector<PortListing> listSerialPorts(ProfileFiles& profiles,
+                                         std::string_view applicationFolder) {
+    std::vector<PortListing> ports;
+    for (const PortEntry& port : LinuxPortNames(profiles, portSerieIni(applicationFolder)).list())
+        ports.push_back({port.number, port.device, port.description});
+    return ports;
+}
+
+void createScenarioDatabaseFile(std::string_view path) { createScenarioDatabase(path); }
+
+std::optional<JetUpgradeNotice> upgradeJetDatabase(std::string_view path) {
+    const auto upgrade = upgradeJetInPlace(path);
+    if (!upgrade) return std::nullopt;
+    return JetUpgradeNotice{upgrade->keptAs, upgrade->imported.scenarios,
+                            upgrade->imported.actions};
+}
+
+JetUpgradeNotice importJetFile(std::string_view source, std::string_view target) {
+    const JetImportReport report = importJetDatabase(source, target);
+    return {"", report.scenarios, report.actions};
+}
+
+}  // namespace kalvo

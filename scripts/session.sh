@@ -1,0 +1,112 @@
+# Sourced by the demo and the end-to-end tests: an X server of their own, a sample
+# site, an editor, a simulated terminal. Expects $top (the tree) and $work (a folder
+# that may be emptied).
+bin=${KALVO_BIN:-$top/build/release/bin}
+site=$work/site
+processes=()
+
+end_session() {
+  local process
+  for process in "${processes[@]}"; do kill "$process" 2>/dev/null || true; done
+  wait 2>/dev/null || true
+}
+trap end_session EXIT
+
+fail() {
+  echo "$(basename "$0") : $*" >&2
+  exit 1
+}
+
+# until_true WHAT COMMAND...: waits until a command succeeds, at most 20 seconds.
+until_true() {
+  local what=$1
+  shift
+  for _ in $(seq 200); do
+    "$@" >/dev/null 2>&1 && return
+    sleep 0.1
+  done
+  fail "délai dépassé : $what"
+}
+
+# start_x_server LAYOUT: uses the display there is, else starts one.
+start_x_server() {
+  [ -n "${DISPLAY:-}" ] && return
+  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
+  processes+=($!)
+  until_true "serveur X" grep -q . "$work/display"
+  DISPLAY=:$(cat "$work/display")
+  export DISPLAY
+  setxkbmap "$1" 2>/dev/null || true
+}
+
+# make_site TERMINAL: a site whose port 1 is $work/line and whose scenario is
+# "Inventaire"; with a registry of its own.
+make_site() {
+  mkdir -p "$site"
+  "$bin/sample-site" "$site"
+  iconv -f UTF-8 -t WINDOWS-1252 >"$site/PortSerie.ini" <<INI
+[Port_série]
+Port=1
+Vitesse= 115200
+Bit de parité=N
+Bit de donnée= 8
+Bit d'arrêt= 1
+Protocol=$1
+Flux= 0
+PortActif=1
+[Ports]
+COM1=$work/line
+INI
+  export XDG_CONFIG_HOME=$work/config
+  mkdir -p "$XDG_CONFIG_HOME/kalvo-horizon"
+  printf 'REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Ketvan\\Lumo]\r\n"RacScenChx"="Inventaire"\r\n' \
+    >"$XDG_CONFIG_HOME/kalvo-horizon/registre.reg"
+}
+
+# make_records COUNT CODE: $work/records.txt as a terminal holds it, and in
+# $work/expected.txt what must arrive in the editor: code, tab, quantity, new line.
+make_records() {
+  local i
+  for i in $(seq "$1"); do
+    printf '%s-%03d;%d\n' "$2" "$i" $((i * 7 % 100))
+  done | tee "$work/records.utf8" | iconv -f UTF-8 -t WINDOWS-1252 >"$work/records.txt"
+  tr ';' '\t' <"$work/records.utf8" >"$work/expected.txt"
+}
+
+# open_editor: nano on $work/typed.txt, in an xterm that has the focus.
+open_editor() {
+  LC_ALL=C.UTF-8 xterm -u8 -T "KALVO $$" -geometry 72x53 -fa "DejaVu Sans Mono" -fs 8 \
+    -e nano --ignorercfiles --nonewlines "$work/typed.txt" &
+  processes+=($!)
+  until_true "éditeur" xdotool search --name "KALVO $$"
+  until_true "fenêtre de l'éditeur" xdotool windowfocus --sync \
+    "$(xdotool search --name "KALVO $$" | tail -n 1)"
+}
+
+# start_terminal TYPE ARGUMENT...: a simulated terminal at the other end of the line.
+start_terminal() {
+  local type=$1
+  shift
+  "$bin/kalvo-terminal" "$type" --pty --link "$work/line" --wait-open --linger 60000 "$@" "$work/records.txt" \
+    >"$work/terminal.log" 2>&1 &
+  processes+=($!)
+  until_true "terminal simulé" test -e "$work/line"
+}
+
+start_listening() {
+  "$bin/kalvo-horizon" --app-dir "$site" listen 2>"$work/listen.log" &
+  listener=$!
+  processes+=("$listener")
+  until_true "ouverture du port" grep -q "Ouvert" "$work/listen.log"
+}
+
+frame_processed() {
+  grep -q "Trame traitée" "$work/listen.log"
+}
+
+# save_editor: the program types the editor's own commands, too.
+save_editor() {
+  printf '^o{ENTER}' | "$bin/kalvo-horizon" --app-dir "$site" type -
+  until_true "enregistrement" cmp "$work/expected.txt" "$work/typed.txt" ||
+    fail "ce qui est arrivé diffère ($work/expected.txt, $work/typed.txt)"
+}
