@@ -52,18 +52,25 @@ void SerialLine::waitUntilSent(steady_clock::time_point deadline) {
 }
 
 void SerialLine::reconfigure(const LineSettings& settings, Handshaking handshaking) {
-    std::promise<void> done;
+    // The error crosses the threads as values: an exception's storage is shared.
+    struct Outcome {
+        int error = 0;
+        std::string description;
+    };
+    std::promise<Outcome> done;
     asio::post(io_, [&] {
+        Outcome outcome;
         try {
             if (port_.is_open()) configureNativeLine(port_.native_handle(), settings, handshaking);
             parameters_.settings = settings;
             parameters_.handshaking = handshaking;
-            done.set_value();
-        } catch (...) {
-            done.set_exception(std::current_exception());
+        } catch (const RuntimeError& refusal) {
+            outcome = {refusal.number(), refusal.description()};
         }
+        done.set_value(std::move(outcome));
     });
-    done.get_future().get();
+    const Outcome outcome = done.get_future().get();
+    if (outcome.error != 0) throw RuntimeError(outcome.error, outcome.description);
 }
 
 void SerialLine::send(std::string_view bytes) {

@@ -53,7 +53,7 @@ public:
         return all - bytes.size();
     }
 
-    std::size_t sendWhatFits(std::string_view bytes) const {
+    [[nodiscard]] std::size_t sendWhatFits(std::string_view bytes) const {
         const ssize_t count = write(master_, bytes.data(), bytes.size());
         return count > 0 ? static_cast<std::size_t>(count) : 0;
     }

@@ -149,7 +149,7 @@ TEST_F(TerminalProgramTest, AnUnpluggedDeviceEndsIt) {
     Pty line;
     TerminalProcess terminal({"ScanPal", records, "--device", line.path()});
     ASSERT_TRUE(waitUntil([&] {
-        line.sendWhatFits("READ\r");  // lost until it has the device open
+        (void)line.sendWhatFits("READ\r");  // lost until it has the device open
         return !line.receiveWaiting().empty();
     }));
     line.unplug();
