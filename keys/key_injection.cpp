@@ -49,9 +49,7 @@ void Keysend::SendKeyScript(std::string_view script, std::int16_t wait) {
         return;
     }
     const LockStates initial = switchLocksOff();
-    const std::string expanded =
-        ExpandAltNumpad(script, [this](char c) { return keyboard_.CharToOemA(c); });
-    KeyScriptReader reader(expanded);
+    KeyScriptReader reader(script, [this](char c) { return keyboard_.CharToOemA(c); });
     typeEvents(reader);
     restoreLocks(initial, reader.locks(), wait);
     if (wait != 0) WaitWithEvents(kSettleTime);

@@ -1,5 +1,7 @@
 #include "keys/key_script.h"
 
+#include <algorithm>
+
 #include "core/number_text.h"
 #include "keys/key_names.h"
 #include "platform/keyboard_input.h"
@@ -16,15 +18,28 @@ Key literal(char character) { return {Key::Kind::kLiteral, static_cast<std::uint
 
 bool isNumLock(Key key) { return key.kind == Key::Kind::kNamed && key.code == kVkNumLock; }
 
-// Where a braced group ends: the last "}" before the next "{" that follows a "}",
-// so that "}" and "{" can stand in braces themselves.
-std::size_t groupEnd(std::string_view afterBrace) {
-    std::size_t end = std::string_view::npos;
-    for (std::size_t i = 0; i < afterBrace.size(); ++i) {
-        if (afterBrace[i] == '}') end = i;
-        if (afterBrace[i] == '{' && end != std::string_view::npos) break;
+// The length of a braced group: up to the last "}" before the next "{" that follows
+// a "}", so that "}" and "{" can stand in braces themselves.
+std::optional<std::size_t> groupLength(ExpandedScript afterBrace) {
+    std::optional<std::size_t> length;
+    for (std::size_t i = 0; !afterBrace.atEnd(); ++i) {
+        const char c = afterBrace.take();
+        if (c == '}') length = i;
+        if (c == '{' && length) break;
     }
-    return end;
+    return length;
+}
+
+void appendExpanded(std::string& text, char character,
+                    const std::function<unsigned char(char)>& oemCode) {
+    if (static_cast<unsigned char>(character) < 128) {
+        text.push_back(character);
+        return;
+    }
+    text += "{NUMLOCK}%(";
+    for (const char digit : std::to_string(oemCode(character)))
+        text.append("{NUMPAD").append(1, digit).append(1, '}');
+    text += "){NUMLOCK}";
 }
 
 }  // namespace
@@ -33,20 +48,24 @@ std::string ExpandAltNumpad(std::string_view script,
                             const std::function<unsigned char(char)>& oemCode) {
     std::string expanded;
     expanded.reserve(script.size());
-    for (const char character : script) {
-        if (static_cast<unsigned char>(character) < 128) {
-            expanded.push_back(character);
-            continue;
-        }
-        expanded += "{NUMLOCK}%(";
-        for (const char digit : std::to_string(oemCode(character))) {
-            expanded += "{NUMPAD";
-            expanded.push_back(digit);
-            expanded.push_back('}');
-        }
-        expanded += "){NUMLOCK}";
-    }
+    for (const char character : script) appendExpanded(expanded, character, oemCode);
     return expanded;
+}
+
+char ExpandedScript::take() {
+    if (offset_ < expansion_.size()) return expansion_[offset_++];
+    const char character = rest_.front();
+    rest_.remove_prefix(1);
+    if (static_cast<unsigned char>(character) < 128) return character;
+    expansion_.clear();
+    appendExpanded(expansion_, character, *oemCode_);
+    offset_ = 1;
+    return expansion_.front();
+}
+
+void ExpandedScript::dropRest() {
+    rest_ = {};
+    offset_ = expansion_.size();
 }
 
 std::optional<KeyEvent> KeyScriptReader::next() {
@@ -55,7 +74,7 @@ std::optional<KeyEvent> KeyScriptReader::next() {
         pendingPosition_ = 0;
         if (repetition_.remaining > 0)
             typeNextRound();
-        else if (!rest_.empty())
+        else if (!script_.atEnd())
             readOne();
         else if (!ended_)
             endScript();
@@ -66,8 +85,7 @@ std::optional<KeyEvent> KeyScriptReader::next() {
 }
 
 void KeyScriptReader::readOne() {
-    const char c = rest_.front();
-    rest_.remove_prefix(1);
+    const char c = script_.take();
     switch (c) {
         case '+': prefix(Key::Kind::kShift); break;
         case '^': prefix(Key::Kind::kControl); break;
@@ -86,27 +104,30 @@ void KeyScriptReader::readOne() {
 }
 
 void KeyScriptReader::readGroup() {
-    const std::size_t end = groupEnd(rest_);
-    if (end == std::string_view::npos) {
-        rest_ = {};
+    const std::optional<std::size_t> length = groupLength(script_);
+    if (!length) {
+        script_.dropRest();
         return;
     }
-    const std::string_view content = rest_.substr(0, end);
-    rest_.remove_prefix(end + 1);
+    std::string content;
+    for (std::size_t i = 0; i < *length; ++i) content.push_back(script_.take());
+    script_.take();  // the closing brace
 
     const std::size_t blank = content.find(' ');
-    const std::string_view name = content.substr(0, blank);
     const std::int32_t count =
-        blank == std::string_view::npos ? 1 : roundedLeadingNumber(content.substr(blank + 1));
+        blank == std::string::npos
+            ? 1
+            : roundedLeadingNumber(std::string_view(content).substr(blank + 1));
     if (count == 0) {
-        rest_ = {};
+        script_.dropRest();
         return;
     }
-    const std::int16_t code = KeyNameToCode(name);
+    content.resize(std::min(blank, content.size()));
+    const std::int16_t code = KeyNameToCode(content);
     if (code > 0)
         repeat({.text = {}, .named = named(static_cast<std::uint8_t>(code)), .remaining = count});
     else
-        repeat({.text = name, .named = {}, .remaining = count});
+        repeat({.text = std::move(content), .named = {}, .remaining = count});
 }
 
 void KeyScriptReader::prefix(Key::Kind modifier) {
@@ -114,8 +135,8 @@ void KeyScriptReader::prefix(Key::Kind modifier) {
     pending_.push_back({KeyEvent::Action::kDown, heldModifiers_.back()});
 }
 
-void KeyScriptReader::repeat(const Repetition& repetition) {
-    repetition_ = repetition;
+void KeyScriptReader::repeat(Repetition repetition) {
+    repetition_ = std::move(repetition);
     const bool nothingToType =
         repetition_.remaining < 0 || (repetition_.text.empty() && repetition_.named == Key{});
     if (!nothingToType) return;

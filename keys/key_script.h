@@ -9,11 +9,13 @@
 // keyboard nor its layout.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kalvo {
@@ -56,13 +58,37 @@ struct LockTrackers {
 [[nodiscard]] std::string ExpandAltNumpad(std::string_view script,
                                           const std::function<unsigned char(char)>& oemCode);
 
-// Reads a script (already through ExpandAltNumpad) from left to right. Each event
-// is worked out when it is asked for, so neither a long script nor a large repeat
-// count takes memory. A missing "}" or a repeat count of 0 ends the script; held
-// modifiers are released at the end in every case. The text must outlive the reader.
+// A script as it reads after ExpandAltNumpad, worked out character by character, so
+// that the rewritten text never stands in memory. Copies are independent cursors.
+class ExpandedScript {
+public:
+    ExpandedScript(std::string_view script, const std::function<unsigned char(char)>& oemCode)
+        : rest_(script), oemCode_(&oemCode) {}
+
+    [[nodiscard]] bool atEnd() const { return rest_.empty() && offset_ == expansion_.size(); }
+    // The next character; call only before the end.
+    char take();
+    void dropRest();
+
+private:
+    std::string_view rest_;
+    const std::function<unsigned char(char)>* oemCode_;
+    // What the character before `rest_` became, and how much of it has been taken.
+    std::string expansion_;
+    std::size_t offset_ = 0;
+};
+
+// Reads a script from left to right, characters of code 128 and above as
+// ExpandAltNumpad rewrites them. Each event is worked out when it is asked for, so
+// neither a long script nor a large repeat count takes memory. A missing "}" or a
+// repeat count of 0 ends the script; held modifiers are released at the end in every
+// case. The text must outlive the reader.
 class KeyScriptReader {
 public:
-    explicit KeyScriptReader(std::string_view script) : rest_(script) {}
+    KeyScriptReader(std::string_view script, std::function<unsigned char(char)> oemCode)
+        : oemCode_(std::move(oemCode)), script_(script, oemCode_) {}
+    KeyScriptReader(const KeyScriptReader&) = delete;
+    KeyScriptReader& operator=(const KeyScriptReader&) = delete;
 
     // The next event; nothing when the script is done.
     std::optional<KeyEvent> next();
@@ -73,7 +99,7 @@ public:
 private:
     // Keys being typed over and over: one named key or the letters of a text.
     struct Repetition {
-        std::string_view text;  // the literal text; empty for a named key
+        std::string text;  // the literal text; empty for a named key
         Key named;
         std::int32_t remaining = 0;  // rounds left, the current one included
         std::size_t position = 0;    // next character of `text`
@@ -82,14 +108,15 @@ private:
     void readOne();
     void readGroup();
     void prefix(Key::Kind modifier);
-    void repeat(const Repetition& repetition);
+    void repeat(Repetition repetition);
     void typeNextRound();
     void type(Key key);
     void trackLock(Key key);
     void releaseHeld();
     void endScript();
 
-    std::string_view rest_;
+    std::function<unsigned char(char)> oemCode_;
+    ExpandedScript script_;
     std::vector<Key> heldModifiers_;
     bool groupOpen_ = false;
     bool ended_ = false;
