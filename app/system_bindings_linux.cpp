@@ -22,9 +22,7 @@ SystemBindings createSystemBindings(const std::optional<std::string>& applicatio
 
 std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<X11Keyboard>(); }
 
-std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) {
-    return makeXkbLayout(name);
-}
+std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) { return makeXkbLayout(name); }
 
 std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles& profiles,
                                              std::string_view applicationFolder) {
