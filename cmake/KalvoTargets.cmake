@@ -36,3 +36,16 @@ function(kalvo_test name label)
     set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT ${ARG_TIMEOUT})
   endif()
 endfunction()
+
+# kalvo_gui_test(NAME SOURCES... [LINK LIBRARIES...]): a GoogleTest program that drives
+# real windows, without a display.
+function(kalvo_gui_test name)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  add_executable(${name} ${ARG_UNPARSED_ARGUMENTS} ${PROJECT_SOURCE_DIR}/tests/support/gui_main.cpp)
+  target_link_libraries(${name} PRIVATE
+    kalvo_options ${ARG_LINK} Qt6::Widgets Qt6::Test GTest::gmock)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/bin)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    LABELS gui TIMEOUT 120 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+endfunction()

@@ -1,0 +1,69 @@
+#include "platform/qt/qt_event_pump.h"
+
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QThread>
+#include <chrono>
+#include <utility>
+
+namespace kalvo {
+
+namespace {
+
+// A loop that polls through DoEvents rests after this many empty calls.
+constexpr int kIdleCallsBeforeRest = 100;
+
+}  // namespace
+
+void QtEventPump::run() {
+    if (!ending_) QCoreApplication::exec();
+}
+
+void QtEventPump::requestEnd() {
+    ending_ = true;
+    QMetaObject::invokeMethod(
+        this, [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
+}
+
+void QtEventPump::deliver(const std::function<void()>& handler) {
+    try {
+        handler();
+    } catch (const RuntimeError& error) {
+        onError_(error);
+    } catch (const ProgramEnd&) {
+        // Asked to end: the event loop is about to return.
+    }
+}
+
+void QtEventPump::DoEvents() {
+    auto* const dispatcher = QThread::currentThread()->eventDispatcher();
+    const bool delivered = dispatcher->processEvents(QEventLoop::AllEvents);
+    if (ending_) throw ProgramEnd{};
+    idleCalls_ = delivered ? 0 : idleCalls_ + 1;
+    if (idleCalls_ > kIdleCallsBeforeRest) QThread::msleep(1);
+}
+
+void QtEventPump::Sleep(int milliseconds) {
+    idleCalls_ = 0;
+    QThread::msleep(static_cast<unsigned long>(milliseconds > 0 ? milliseconds : 0));
+}
+
+std::uint32_t QtEventPump::GetTickCount() {
+    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::uint32_t>(
+        std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count());
+}
+
+LocalTime QtEventPump::now() {
+    const QDateTime local = QDateTime::currentDateTime();
+    return {local.date().year(), local.date().month(),  local.date().day(),
+            local.time().hour(), local.time().minute(), local.time().second()};
+}
+
+void QtEventPump::post(std::function<void()> handler) {
+    QMetaObject::invokeMethod(
+        this, [this, handler = std::move(handler)] { deliver(handler); }, Qt::QueuedConnection);
+}
+
+}  // namespace kalvo

@@ -1,0 +1,43 @@
+// The event loop of the desktop program: the toolkit's own, on one thread.
+#pragma once
+
+#include <QObject>
+#include <atomic>
+#include <functional>
+
+#include "platform/event_pump.h"
+#include "platform/runtime_error.h"
+
+namespace kalvo {
+
+class QtEventPump : public QObject, public EventPump {
+public:
+    // `onError` is told of run-time errors that a delivered handler did not handle.
+    explicit QtEventPump(std::function<void(const RuntimeError&)> onError)
+        : onError_(std::move(onError)) {}
+
+    // Delivers events until the program is asked to end.
+    void run();
+
+    // Asks the program to end. Other threads may call it.
+    void requestEnd();
+
+    // Runs a handler as an event of the program. Whatever a window does goes through
+    // here: nothing may be thrown into the toolkit, neither a run-time error nor
+    // ProgramEnd.
+    void deliver(const std::function<void()>& handler);
+
+    void DoEvents() override;
+    void Sleep(int milliseconds) override;
+    std::uint32_t GetTickCount() override;
+    LocalTime now() override;
+    void post(std::function<void()> handler) override;
+
+private:
+    std::function<void(const RuntimeError&)> onError_;
+    std::atomic<bool> ending_ = false;
+    // Calls of DoEvents in a row that found nothing.
+    int idleCalls_ = 0;
+};
+
+}  // namespace kalvo

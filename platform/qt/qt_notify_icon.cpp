@@ -1,0 +1,29 @@
+#include "platform/qt/qt_notify_icon.h"
+
+#include <QIcon>
+#include <utility>
+
+#include "platform/qt/qt_text.h"
+
+namespace kalvo {
+
+QtNotifyIcon::QtNotifyIcon(const QIcon& picture, std::function<void()> onMouse) : icon_(picture) {
+    QObject::connect(
+        &icon_, &QSystemTrayIcon::activated, &icon_,
+        [onMouse = std::move(onMouse)](QSystemTrayIcon::ActivationReason) { onMouse(); });
+}
+
+bool QtNotifyIcon::available() { return QSystemTrayIcon::isSystemTrayAvailable(); }
+
+void QtNotifyIcon::add(std::string_view tip) {
+    icon_.setToolTip(toQString(tip));
+    icon_.show();
+}
+
+void QtNotifyIcon::modify(std::string_view tip) {
+    if (icon_.isVisible()) icon_.setToolTip(toQString(tip));
+}
+
+void QtNotifyIcon::remove() { icon_.hide(); }
+
+}  // namespace kalvo

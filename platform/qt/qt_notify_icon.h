@@ -1,0 +1,29 @@
+// The icon in the notification area.
+#pragma once
+
+#include <QSystemTrayIcon>
+#include <functional>
+
+#include "platform/notify_icon.h"
+
+namespace kalvo {
+
+class QtNotifyIcon : public NotifyIcon {
+public:
+    // `onMouse` is called for every click on the icon, whichever button.
+    QtNotifyIcon(const QIcon& picture, std::function<void()> onMouse);
+    QtNotifyIcon(const QtNotifyIcon&) = delete;
+    QtNotifyIcon& operator=(const QtNotifyIcon&) = delete;
+
+    // Whether this desktop has a notification area at all.
+    [[nodiscard]] static bool available();
+
+    void add(std::string_view tip) override;
+    void modify(std::string_view tip) override;
+    void remove() override;
+
+private:
+    QSystemTrayIcon icon_;
+};
+
+}  // namespace kalvo
