@@ -19,6 +19,7 @@ inline constexpr int kPermissionDenied = 70;
 inline constexpr int kPathAccess = 75;
 inline constexpr int kPathNotFound = 76;
 inline constexpr int kDiskFull = 61;
+inline constexpr int kTooManyFiles = 67;
 inline constexpr int kDeviceIo = 57;
 inline constexpr int kInvalidNull = 94;
 inline constexpr int kDataNoCurrentRow = 3021;

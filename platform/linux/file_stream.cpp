@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/line_splitter.h"
 #include "platform/linux/system_error_text.h"
 #include "platform/linux/whole_file.h"
 
@@ -39,24 +40,14 @@ void FileStream::flush() {
 void visitLines(const FileDescriptor& file, std::string_view path,
                 const std::function<void(std::string_view line)>& visit) {
     std::string block(kFileBlock, '\0');
-    std::string begun;  // the part of a line that stood in earlier blocks
+    LineSplitter lines;
     for (;;) {
         const std::ptrdiff_t got = readSome(file, block.data(), block.size());
         if (got < 0) throw fileError(errno, path);
         if (got == 0) break;
-        std::string_view rest(block.data(), static_cast<std::size_t>(got));
-        for (std::size_t end = rest.find('\n'); end != std::string_view::npos;
-             end = rest.find('\n')) {
-            std::string_view line = rest.substr(0, end);
-            if (!begun.empty()) line = begun += line;
-            if (line.ends_with('\r')) line.remove_suffix(1);
-            visit(line);
-            begun.clear();
-            rest.remove_prefix(end + 1);
-        }
-        begun += rest;
+        lines.feed(std::string_view(block).substr(0, static_cast<std::size_t>(got)), visit);
     }
-    if (!begun.empty()) visit(begun);
+    lines.finish(visit);
 }
 
 }  // namespace kalvo

@@ -64,12 +64,11 @@ TEST_F(ConsolePump, WakesUpForOtherThreads) {
 }
 
 TEST_F(ConsolePump, PollingItForeverDoesNotBurnTheProcessor) {
-    const auto before = std::clock();
     const auto start = std::chrono::steady_clock::now();
-    while (std::chrono::steady_clock::now() - start < std::chrono::milliseconds(300))
+    int calls = 0;
+    for (; std::chrono::steady_clock::now() - start < std::chrono::milliseconds(300); ++calls)
         pump.DoEvents();
-    const double seconds = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
-    EXPECT_LT(seconds, 0.15);
+    EXPECT_LT(calls, 600) << "it rests between most of them";
 }
 
 TEST_F(ConsolePump, ADateCanBeSet) {

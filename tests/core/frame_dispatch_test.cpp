@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -44,7 +45,7 @@ protected:
         }
         return letters;
     }
-    [[nodiscard]] long presses(const char* event) const {
+    [[nodiscard]] std::ptrdiff_t presses(const char* event) const {
         return std::count(world.keyboard.keybdEvents.begin(), world.keyboard.keybdEvents.end(),
                           event);
     }

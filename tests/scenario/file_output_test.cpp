@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 #include "core/application_paths.h"
 #include "tests/support/fake_platform.h"
 
@@ -22,8 +25,16 @@ protected:
         path("/out/lot.txt");
         world.files.folders = {"", "/out"};
     }
+    // The path as a user of this system writes it.
+    static std::string native(std::string text) {
+        std::replace(text.begin(), text.end(), '/', kPathSeparator);
+        return text;
+    }
     void path(const char* chemin) {
-        world.profiles.write(scenarioFile("/app", "Stock"), "Fichier", "Chemin", chemin);
+        world.profiles.write(scenarioFile("/app", "Stock"), "Fichier", "Chemin", native(chemin));
+    }
+    static std::string done(const char* file) {
+        return std::string("Fichier ").append(native(file)).append(" : généré"_ansi);
     }
     void write(std::string_view text) { WriteFileLine(world.platform, run, text); }
 };
@@ -32,8 +43,7 @@ TEST_F(WritingFiles, EachTextReplacesTheFile) {
     write("one");
     write("two\r\n");
     EXPECT_EQ(world.files.files["/out/lot.txt"], "two\r\n");
-    EXPECT_THAT(world.dialogs.texts(), ElementsAre("Fichier /out/lot.txt : g\xE9n\xE9r\xE9",
-                                                   "Fichier /out/lot.txt : g\xE9n\xE9r\xE9"));
+    EXPECT_THAT(world.dialogs.texts(), ElementsAre(done("/out/lot.txt"), done("/out/lot.txt")));
     EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kInformation);
 }
 
@@ -44,7 +54,7 @@ TEST_F(WritingFiles, SpecifModeMakesANewFileEachTime) {
     EXPECT_EQ(world.files.files["/out/lot.v1.txt"], "a");
     EXPECT_EQ(world.files.files["/out/lot1.v1.txt"], "b");
     EXPECT_EQ(world.files.files["/out/lot2.v1.txt"], "c");
-    EXPECT_THAT(world.dialogs.texts().back(), "Fichier /out/lot2.v1.txt : g\xE9n\xE9r\xE9");
+    EXPECT_THAT(world.dialogs.texts().back(), done("/out/lot2.v1.txt"));
 }
 
 TEST_F(WritingFiles, MissingFoldersAreMadeExceptThoseWithADot) {
@@ -74,15 +84,14 @@ TEST_F(WritingFiles, AFolderThatCannotBeListedIsReportedByNumber) {
     run.active.SpecifMode = true;
     world.files.listingFails = true;
     write("x");
-    EXPECT_THAT(world.dialogs.texts(),
-                ElementsAre("Error: 76", "Fichier /out/lot.txt : g\xE9n\xE9r\xE9"));
+    EXPECT_THAT(world.dialogs.texts(), ElementsAre("Error: 76", done("/out/lot.txt")));
     EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kCritical);
 }
 
 TEST_F(WritingFiles, NamesInAFolderCompareExactly) {
     world.files.files["/out/Lot.txt"] = "";
-    EXPECT_TRUE(FileExistsInFolder(world.platform, "/out/", "Lot.txt"));
-    EXPECT_FALSE(FileExistsInFolder(world.platform, "/out/", "lot.txt"));
+    EXPECT_TRUE(FileExistsInFolder(world.platform, native("/out/"), "Lot.txt"));
+    EXPECT_FALSE(FileExistsInFolder(world.platform, native("/out/"), "lot.txt"));
 }
 
 }  // namespace

@@ -13,10 +13,20 @@
 
 namespace kalvo::testing {
 
+// Paths are the same whichever of the two separates their folders.
+struct PathLess {
+    bool operator()(const std::string& a, const std::string& b) const {
+        const auto slash = [](char c) { return c == '\\' ? '/' : c; };
+        return std::lexicographical_compare(
+            a.begin(), a.end(), b.begin(), b.end(),
+            [slash](char x, char y) { return slash(x) < slash(y); });
+    }
+};
+
 class FakeFileSystem : public FileSystem {
 public:
-    std::map<std::string, std::string> files;
-    std::set<std::string> folders;
+    std::map<std::string, std::string, PathLess> files;
+    std::set<std::string, PathLess> folders;
     // What was done, in order: "mkdir /a", "create f", "append f", "remove f".
     std::vector<std::string> log;
     bool diskFull = false;
@@ -61,7 +71,7 @@ public:
         std::vector<std::string> names;
         const std::string prefix = withoutEnd(normal(folder)) + "/";
         for (const auto& [path, content] : files)
-            if (path.starts_with(prefix)) names.push_back(path.substr(prefix.size()));
+            if (normal(path).starts_with(prefix)) names.push_back(path.substr(prefix.size()));
         return names;
     }
     void remove(std::string_view path) override {
