@@ -11,7 +11,7 @@
 #include "platform/file_system.h"
 #include "platform/profile_files.h"
 #include "platform/registry.h"
-#include "tests/linux/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace kalvo::testing {
 

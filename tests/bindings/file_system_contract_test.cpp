@@ -5,7 +5,7 @@
 
 #include "platform/ansi_text.h"
 #include "platform/runtime_error.h"
-#include "tests/linux/binding_contracts.h"
+#include "tests/bindings/binding_contracts.h"
 
 namespace kalvo::testing {
 namespace {

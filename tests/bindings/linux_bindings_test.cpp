@@ -2,7 +2,7 @@
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/linux_profile_files.h"
 #include "platform/linux/registry_file.h"
-#include "tests/linux/binding_contracts.h"
+#include "tests/bindings/binding_contracts.h"
 
 namespace kalvo::testing {
 

@@ -1,7 +1,7 @@
 #include <string>
 
 #include "platform/ansi_text.h"
-#include "tests/linux/binding_contracts.h"
+#include "tests/bindings/binding_contracts.h"
 
 namespace kalvo::testing {
 namespace {

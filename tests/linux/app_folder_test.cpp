@@ -9,7 +9,7 @@
 #include "platform/ansi_text.h"
 #include "platform/linux/registry_file.h"
 #include "platform/runtime_error.h"
-#include "tests/linux/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace kalvo {
 namespace {

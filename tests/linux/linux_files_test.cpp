@@ -18,7 +18,7 @@
 #include "platform/linux/native_path.h"
 #include "platform/linux/registry_file.h"
 #include "platform/runtime_error.h"
-#include "tests/linux/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace kalvo {
 namespace {

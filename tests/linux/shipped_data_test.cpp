@@ -9,7 +9,7 @@
 #include "platform/ansi_text.h"
 #include "platform/linux/app_folder.h"
 #include "platform/linux/linux_profile_files.h"
-#include "tests/linux/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace kalvo {
 namespace {
