@@ -11,6 +11,7 @@
 #include "app/command_context.h"
 #include "app/command_line.h"
 #include "app/commands.h"
+#include "app/process_start.h"
 #include "platform/ansi_text.h"
 
 namespace {
@@ -62,7 +63,7 @@ int run(const std::vector<std::string>& arguments) {
 
 int main(int argc, char** argv) {
     try {
-        return run({argv + 1, argv + argc});
+        return run(kalvo::beginProcess(argc, argv));
     } catch (const kalvo::RuntimeError& error) {
         kalvo::writeErrorLine(kalvo::errorText(error));
     } catch (const kalvo::ProgramEnd&) {

@@ -1,7 +1,6 @@
 #include "app/system_bindings.h"
 #include "core/application_paths.h"
 #include "platform/asio/asio_serial_port.h"
-#include "platform/jet/jet_import.h"
 #include "platform/linux/app_folder.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/linux_profile_files.h"
@@ -9,7 +8,6 @@
 #include "platform/linux/registry_file.h"
 #include "platform/linux/x11_keyboard.h"
 #include "platform/linux/xkb_layout.h"
-#include "platform/sqlite/schema.h"
 #include "platform/sqlite/sqlite_engine.h"
 
 namespace kalvo {
@@ -37,20 +35,6 @@ std::vector<PortListing> listSerialPorts(ProfileFiles& profiles,
     for (const PortEntry& port : LinuxPortNames(profiles, portSerieIni(applicationFolder)).list())
         ports.push_back({port.number, port.device, port.description});
     return ports;
-}
-
-void createScenarioDatabaseFile(std::string_view path) { createScenarioDatabase(path); }
-
-std::optional<JetUpgradeNotice> upgradeJetDatabase(std::string_view path) {
-    const auto upgrade = upgradeJetInPlace(path);
-    if (!upgrade) return std::nullopt;
-    return JetUpgradeNotice{upgrade->keptAs, upgrade->imported.scenarios,
-                            upgrade->imported.actions};
-}
-
-JetUpgradeNotice importJetFile(std::string_view source, std::string_view target) {
-    const JetImportReport report = importJetDatabase(source, target);
-    return {"", report.scenarios, report.actions};
 }
 
 }  // namespace kalvo

@@ -1,0 +1,37 @@
+#include "app/system_bindings.h"
+#include "platform/asio/asio_serial_port.h"
+#include "platform/sqlite/sqlite_engine.h"
+#include "platform/windows/app_folder.h"
+#include "platform/windows/named_layout.h"
+#include "platform/windows/port_names.h"
+#include "platform/windows/windows_file_system.h"
+#include "platform/windows/windows_keyboard.h"
+#include "platform/windows/windows_profile_files.h"
+#include "platform/windows/windows_registry.h"
+
+namespace kalvo {
+
+SystemBindings createSystemBindings(const std::optional<std::string>& applicationFolder) {
+    return {kalvo::applicationFolder(applicationFolder), shippedDataFolder(),
+            std::make_unique<WindowsProfileFiles>(),     std::make_unique<WindowsRegistry>(),
+            std::make_unique<WindowsFileSystem>(),       std::make_unique<SqliteEngine>()};
+}
+
+std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<WindowsKeyboard>(); }
+
+std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) {
+    return makeNamedLayout(name);
+}
+
+std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles&, std::string_view) {
+    return std::make_unique<AsioSerialPort>(events, portDevice);
+}
+
+std::vector<PortListing> listSerialPorts(ProfileFiles&, std::string_view) {
+    std::vector<PortListing> ports;
+    for (const PortEntry& port : listPorts())
+        ports.push_back({port.number, port.device, port.description});
+    return ports;
+}
+
+}  // namespace kalvo

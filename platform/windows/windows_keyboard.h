@@ -1,0 +1,44 @@
+// Synthetic keyboard input through user32.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "platform/keyboard_input.h"
+
+namespace kalvo {
+
+// One layout of the system.
+class WindowsLayout : public KeyboardLayout {
+public:
+    explicit WindowsLayout(HKL layout = nullptr) : layout_(layout) {}
+
+    [[nodiscard]] std::int16_t VkKeyScanExA(char character) override;
+    [[nodiscard]] std::uint16_t MapVirtualKeyExA(std::uint16_t virtualKey) override;
+
+private:
+    HKL layout_;
+};
+
+class WindowsKeyboard : public KeyboardInput {
+public:
+    [[nodiscard]] KeyboardLayout& foregroundLayout() override;
+    void SendInput(std::span<const KeyRecord> records) override;
+    void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
+    [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override;
+    [[nodiscard]] std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) override;
+    [[nodiscard]] std::uint8_t platformIdentifier() override;
+    [[nodiscard]] unsigned char CharToOemA(char character) override;
+    // Throws RuntimeError 5: no system this program runs on has such a sender.
+    void SendKeys(std::string_view script, bool wait) override;
+    void GetKeyboardState(std::span<std::uint8_t, 256> state) override;
+    void SetKeyboardState(std::span<const std::uint8_t, 256> state) override;
+
+private:
+    WindowsLayout layout_;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,44 @@
+#include "platform/windows/windows_profile_files.h"
+
+#include <windows.h>
+
+#include <array>
+
+namespace kalvo {
+
+namespace {
+
+constexpr DWORD kBufferSize = 2055;
+
+// The functions look for a name without a folder in the system's own folder. Empty
+// when there is no such path.
+std::string absolutePath(std::string_view file) {
+    const std::string name(file);
+    std::string path(GetFullPathNameA(name.c_str(), 0, nullptr, nullptr), '\0');
+    const auto size = static_cast<DWORD>(path.size());
+    path.resize(GetFullPathNameA(name.c_str(), size, path.data(), nullptr));
+    return path;
+}
+
+}  // namespace
+
+std::string WindowsProfileFiles::read(std::string_view file, std::string_view section,
+                                      std::string_view key) {
+    const std::string path = absolutePath(file);
+    if (path.empty()) return {};
+    std::array<char, kBufferSize> buffer{};
+    const DWORD count =
+        GetPrivateProfileStringA(std::string(section).c_str(), std::string(key).c_str(), "",
+                                 buffer.data(), kBufferSize, path.c_str());
+    return {buffer.data(), count};
+}
+
+bool WindowsProfileFiles::write(std::string_view file, std::string_view section,
+                                std::string_view key, std::string_view value) {
+    const std::string path = absolutePath(file);
+    return !path.empty() &&
+           WritePrivateProfileStringA(std::string(section).c_str(), std::string(key).c_str(),
+                                      std::string(value).c_str(), path.c_str()) != 0;
+}
+
+}  // namespace kalvo

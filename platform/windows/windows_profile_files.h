@@ -1,0 +1,21 @@
+// Private-profile files by the system's own functions.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/profile_files.h"
+
+namespace kalvo {
+
+// The system decides about the lines a write leaves alone: it may give them its own
+// line ends. Relative paths are relative to the current folder, not to the system's.
+class WindowsProfileFiles : public ProfileFiles {
+public:
+    [[nodiscard]] std::string read(std::string_view file, std::string_view section,
+                                   std::string_view key) override;
+    bool write(std::string_view file, std::string_view section, std::string_view key,
+               std::string_view value) override;
+};
+
+}  // namespace kalvo
