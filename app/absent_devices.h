@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/ansi_text.h"
+#include "platform/foreground_window.h"
 #include "platform/keyboard_input.h"
 #include "platform/runtime_error.h"
 #include "platform/serial_port.h"
@@ -28,6 +29,13 @@ public:
     void SendKeys(std::string_view, bool) override {}
     void GetKeyboardState(std::span<std::uint8_t, 256>) override {}
     void SetKeyboardState(std::span<const std::uint8_t, 256>) override {}
+};
+
+// A session without windows of others.
+class NoForegroundWindow : public ForegroundWindow {
+public:
+    void remember() override {}
+    void giveBack() override {}
 };
 
 // A port that is never open.

@@ -12,6 +12,7 @@ int runCompile(const CommandLine& line, SystemBindings& bindings);
 int runScript(const CommandLine& line, SystemBindings& bindings);
 int runEvents(const CommandLine& line, SystemBindings& bindings);
 int runType(const CommandLine& line, SystemBindings& bindings);
+int runReplay(const CommandLine& line, SystemBindings& bindings);
 int runImport(const CommandLine& line, SystemBindings& bindings);
 int runPorts(const CommandLine& line, SystemBindings& bindings);
 

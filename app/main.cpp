@@ -12,6 +12,9 @@
 #include "app/command_line.h"
 #include "app/commands.h"
 #include "app/process_start.h"
+#ifdef KALVO_DESKTOP
+#include "app/desktop_program.h"
+#endif
 #include "platform/ansi_text.h"
 
 namespace {
@@ -20,21 +23,30 @@ using kalvo::CommandLine;
 using kalvo::SystemBindings;
 using kalvo::literals::operator""_ansi;
 
-int notYetAvailable(const CommandLine& line, SystemBindings&) {
-    kalvo::writeErrorLine(line.command.empty()
-                              ? "Le programme de bureau n'est pas encore disponible ; utilisez "
-                                "kalvo-horizon listen"_ansi
-                              : "Cette commande n'est pas encore disponible"_ansi);
+#ifndef KALVO_DESKTOP
+// A build for machines without windows.
+int runDesktop(const CommandLine&, SystemBindings&) {
+    kalvo::writeErrorLine(
+        "Ce programme a été construit sans fenêtres ; utilisez kalvo-horizon listen"_ansi);
     return kalvo::kExitFailure;
 }
+#else
+using kalvo::runDesktop;
+#endif
 
 using Command = int (*)(const CommandLine&, SystemBindings&);
 
 const std::map<std::string_view, Command>& commands() {
     static const std::map<std::string_view, Command> table = {
-        {"", notYetAvailable},        {"listen", kalvo::runListen}, {"compile", kalvo::runCompile},
-        {"script", kalvo::runScript}, {"events", kalvo::runEvents}, {"type", kalvo::runType},
-        {"replay", notYetAvailable},  {"import", kalvo::runImport}, {"ports", kalvo::runPorts},
+        {"", runDesktop},
+        {"listen", kalvo::runListen},
+        {"compile", kalvo::runCompile},
+        {"script", kalvo::runScript},
+        {"events", kalvo::runEvents},
+        {"type", kalvo::runType},
+        {"replay", kalvo::runReplay},
+        {"import", kalvo::runImport},
+        {"ports", kalvo::runPorts},
     };
     return table;
 }

@@ -1,4 +1,4 @@
-// listen, type and ports: the commands that meet the outside world.
+// listen, type, replay and ports: the commands that meet the outside world.
 #include <cstddef>
 #include <string>
 
@@ -15,6 +15,8 @@
 #include "core/start_up.h"
 #include "platform/ansi_text.h"
 #include "platform/runtime_error.h"
+#include "scenario/scenario_loader.h"
+#include "transfer/file_replay.h"
 
 namespace kalvo {
 
@@ -77,6 +79,22 @@ int runType(const CommandLine& line, SystemBindings& bindings) {
     context.useKeyboard(connectKeyboard());
     typeScript(context.platform(), script, integerPart(line.pause.value_or("0")));
     return kExitSuccess;
+}
+
+int runReplay(const CommandLine& line, SystemBindings& bindings) {
+    CommandContext context(bindings);
+    const std::string separator = line.separator.value_or("");
+    if (!ReplayForm(context.platform(), context.state.scenario)
+             .complete(line.arguments.front(), separator))
+        return kExitUsage;
+    ScenarioRun& run = context.state.scenario;
+    LoadActiveScenario(context.platform(), run);
+    if (run.active.ScenarioName.empty()) return kExitFailure;
+    run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
+    run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
+    if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
+    const bool replayed = ReplayFile(context.platform(), run, line.arguments.front(), separator);
+    return replayed ? kExitSuccess : kExitFailure;
 }
 
 int runPorts(const CommandLine&, SystemBindings& bindings) {

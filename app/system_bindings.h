@@ -11,6 +11,7 @@
 #include "platform/database.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
+#include "platform/foreground_window.h"
 #include "platform/keyboard_input.h"
 #include "platform/profile_files.h"
 #include "platform/registry.h"
@@ -36,6 +37,9 @@ struct SystemBindings {
 
 // The keyboard of the session. RuntimeError when there is none (no display).
 [[nodiscard]] std::unique_ptr<KeyboardInput> connectKeyboard();
+
+// Who has the keyboard focus. RuntimeError when there is no display.
+[[nodiscard]] std::unique_ptr<ForegroundWindow> watchForegroundWindow();
 
 // A layout by its name ("us", "fr"), without a session. RuntimeError for an unknown
 // name.

@@ -6,6 +6,7 @@
 #include "platform/linux/linux_profile_files.h"
 #include "platform/linux/port_names.h"
 #include "platform/linux/registry_file.h"
+#include "platform/linux/x11_foreground_window.h"
 #include "platform/linux/x11_keyboard.h"
 #include "platform/linux/xkb_layout.h"
 #include "platform/sqlite/sqlite_engine.h"
@@ -19,6 +20,10 @@ SystemBindings createSystemBindings(const std::optional<std::string>& applicatio
 }
 
 std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<X11Keyboard>(); }
+
+std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
+    return std::make_unique<X11ForegroundWindow>();
+}
 
 std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) { return makeXkbLayout(name); }
 

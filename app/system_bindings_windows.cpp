@@ -5,6 +5,7 @@
 #include "platform/windows/named_layout.h"
 #include "platform/windows/port_names.h"
 #include "platform/windows/windows_file_system.h"
+#include "platform/windows/windows_foreground_window.h"
 #include "platform/windows/windows_keyboard.h"
 #include "platform/windows/windows_profile_files.h"
 #include "platform/windows/windows_registry.h"
@@ -18,6 +19,10 @@ SystemBindings createSystemBindings(const std::optional<std::string>& applicatio
 }
 
 std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<WindowsKeyboard>(); }
+
+std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
+    return std::make_unique<WindowsForegroundWindow>();
+}
 
 std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) {
     return makeNamedLayout(name);

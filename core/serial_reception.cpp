@@ -24,6 +24,20 @@ private:
     bool& flag_;
 };
 
+// Tells that something goes on, and that it no longer does, also after an error.
+class Announcement {
+public:
+    explicit Announcement(const std::function<void(bool)>& change) : change_(change) {
+        change_(true);
+    }
+    Announcement(const Announcement&) = delete;
+    Announcement& operator=(const Announcement&) = delete;
+    ~Announcement() { change_(false); }
+
+private:
+    const std::function<void(bool)>& change_;
+};
+
 }  // namespace
 
 SerialReception::SerialReception(const Platform& platform, RunTimeState& state,
@@ -72,7 +86,10 @@ void SerialReception::transfer() {
     const bool scanPal = equalIgnoringCase(state_.TerminalType, "ScanPal");
     const bool optimus = equalIgnoringCase(state_.TerminalType, "Optimus");
     if (pull_.running() || (!scanPal && !optimus)) return;
-    pull_.run(scanPal ? PullScanner::kScanPal : PullScanner::kOptimus);
+    {
+        const Announcement announcement(transferChanged_);
+        pull_.run(scanPal ? PullScanner::kScanPal : PullScanner::kOptimus);
+    }
     if (!state_.ReceivedData.empty() || state_.TransferEnded) dispatch_();
 }
 

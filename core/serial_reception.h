@@ -37,11 +37,17 @@ public:
     // dispatched.
     void cancelTransfer() { pull_.cancel(); }
     [[nodiscard]] bool transferring() const { return pull_.running(); }
+    // Called with true when a transfer begins to wait for its scanner and with false
+    // when it no longer does, before anything is dispatched.
+    void onTransfer(std::function<void(bool running)> change) {
+        transferChanged_ = std::move(change);
+    }
 
 private:
     Platform platform_;
     RunTimeState& state_;
     std::function<void()> dispatch_;
+    std::function<void(bool)> transferChanged_ = [](bool) {};
     BatchReception batches_;
     PullDialogue pull_;
     bool ReceivingBatch = false;

@@ -39,6 +39,27 @@ start_x_server() {
   setxkbmap "$1" 2>/dev/null || true
 }
 
+# start_desktop_session: a window manager and a notification area at the bottom right.
+start_desktop_session() {
+  openbox >"$work/openbox.log" 2>&1 &
+  processes+=($!)
+  until_true "gestionnaire de fenêtres" xprop -root _NET_SUPPORTING_WM_CHECK
+  trayer --edge bottom --align right --widthtype request --height 32 >"$work/trayer.log" 2>&1 &
+  processes+=($!)
+  until_true "zone de notification" xdotool search --class trayer
+}
+
+# icon_shown: the notification area holds an icon.
+icon_shown() {
+  local id
+  for id in $(xdotool search --class trayer); do
+    [ "$(xdotool getwindowgeometry --shell "$id" | sed -n 's/^WIDTH=//p')" -gt 20 ] && return
+  done
+  return 1
+}
+
+icon_gone() { ! icon_shown; }
+
 # make_site TERMINAL: a site whose port 1 is $work/line and whose scenario is
 # "Inventaire"; with a registry of its own.
 make_site() {
@@ -82,6 +103,17 @@ open_editor() {
   until_true "fenêtre de l'éditeur" xdotool windowfocus --sync \
     "$(xdotool search --name "KALVO $$" | tail -n 1)"
 }
+
+# open_reader: what is typed into this xterm goes to $work/typed.txt, line by line.
+open_reader() {
+  LC_ALL=C.UTF-8 xterm -u8 -T "KALVO $$" -geometry 80x30+0+0 -fa "DejaVu Sans Mono" -fs 8 \
+    -e sh -c "cat >'$work/typed.txt'" &
+  processes+=($!)
+  until_true "fenêtre cible" xdotool search --name "KALVO $$"
+  until_true "cible active" xdotool windowfocus --sync "$(xdotool search --name "KALVO $$" | tail -n 1)"
+}
+
+all_typed() { cmp -s "$work/expected.txt" "$work/typed.txt"; }
 
 # start_terminal TYPE ARGUMENT...: a simulated terminal at the other end of the line.
 start_terminal() {

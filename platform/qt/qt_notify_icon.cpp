@@ -26,4 +26,8 @@ void QtNotifyIcon::modify(std::string_view tip) {
 
 void QtNotifyIcon::remove() { icon_.hide(); }
 
+void QtNotifyIcon::notify(const QString& title, const QString& text) {
+    icon_.showMessage(title, text);
+}
+
 }  // namespace kalvo

@@ -22,6 +22,9 @@ public:
     void modify(std::string_view tip) override;
     void remove() override;
 
+    // A notice beside the icon; nobody has to answer it.
+    void notify(const QString& title, const QString& text);
+
 private:
     QSystemTrayIcon icon_;
 };

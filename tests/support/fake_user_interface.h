@@ -23,6 +23,7 @@ public:
     std::deque<bool> confirmations;
     std::deque<std::string> inputs;
     std::string chosenFile;
+    std::string startFolder;
     int beeps = 0;
 
     [[nodiscard]] std::vector<std::string> texts() const {
@@ -43,7 +44,10 @@ public:
         message(prompt, title, MessageIcon::kNone);
         return take(inputs, std::string());
     }
-    std::string openFile(std::string_view, std::string_view) override { return chosenFile; }
+    std::string openFile(std::string_view folder, std::string_view) override {
+        startFolder = folder;
+        return chosenFile;
+    }
     void beep() override { ++beeps; }
 
 private:

@@ -1,0 +1,219 @@
+#include "app/desktop_program.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QLabel>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+#include <QVBoxLayout>
+#include <memory>
+
+#include "app/absent_devices.h"
+#include "app/application_folder.h"
+#include "app/command_context.h"
+#include "app/end_signals.h"
+#include "core/frame_dispatch.h"
+#include "core/resume_next.h"
+#include "core/serial_reception.h"
+#include "core/settings_store.h"
+#include "core/start_up.h"
+#include "platform/ansi_text.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_event_pump.h"
+#include "platform/qt/qt_notify_icon.h"
+#include "platform/qt/qt_progress.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/single_instance.h"
+#include "transfer/file_replay_window.h"
+#include "tray/about_window.h"
+#include "tray/menu_window.h"
+#include "tray/transfer_window.h"
+#include "tray/tray_menu.h"
+
+namespace kalvo {
+
+namespace {
+
+// The splash window frmSplach.
+class SplashWindow : public QWidget {
+public:
+    SplashWindow()
+        : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint) {
+        setObjectName("frmSplach");
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        auto* const layout = new QVBoxLayout(this);
+        auto* const title = new QLabel("<h2>KALVO Horizon</h2>");
+        auto* const loading = new QLabel("Chargement en cours ...");
+        loading->setObjectName("Lblchargement");
+        layout->addWidget(title);
+        layout->addWidget(loading);
+    }
+};
+
+class DesktopProgram {
+public:
+    explicit DesktopProgram(SystemBindings& bindings)
+        : bindings_(bindings),
+          events_([this](const RuntimeError& error) { showError(error); }),
+          icon_(QApplication::windowIcon(), [this] { menuWindow_.popUp(); }),
+          foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
+          keyboard_(connected<KeyboardInput, NoKeyboard>(connectKeyboard)),
+          port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
+          reception_(platform(), state_, [this] { dispatch(); }),
+          menu_(platform(), state_, reception_,
+                {.showSettings = [this] { showSettings(); },
+                 .showAbout = [] { AboutWindow(KALVO_VERSION).exec(); },
+                 .showReplay = [this] { showReplay(); },
+                 .endProgram = [this] { events_.requestEnd(); }}),
+          menuWindow_(*foreground_,
+                      [this](MenuEntry entry) { events_.deliver([&] { menu_.choose(entry); }); }),
+          transferWindow_([this] { reception_.cancelTransfer(); }) {
+        state_.scenario.applicationFolder = bindings.applicationFolder;
+        reception_.onTransfer([this](bool running) { transferWindow_.setVisible(running); });
+        port_->onLineChange([this](bool lost) { lineChanged(lost); });
+    }
+
+    void run(EndSignals& signals) {
+        signals.start([this] { events_.requestEnd(); },
+                      [this] { events_.post([this] { reception_.transfer(); }); });
+        events_.post([this] { load(); });
+        events_.run();
+        shutDown();
+    }
+
+private:
+    // The load event of the hidden main window, under the splash.
+    void load() {
+        SplashWindow splash;
+        splash.show();
+        events_.DoEvents();
+        prepareApplicationFolder(*bindings_.files, dialogs_, bindings_.applicationFolder,
+                                 bindings_.shippedData);
+        splash.hide();
+        startUp(platform(), state_, reception_, [this] { showSettings(); });
+        if (!QtNotifyIcon::available())
+            menuWindow_.stay(
+                "Ce bureau n'a pas de zone de notification : cette fenêtre "
+                "remplace l'icône de KALVO Horizon.");
+    }
+
+    void shutDown() {
+        resumeNext([this] {
+            if (port_->PortOpen()) port_->setPortOpen(false);
+        });
+        icon_.remove();
+    }
+
+    void dispatch() {
+        transferWindow_.hide();
+        menuWindow_.makeWay();
+        TraiteEmul(platform(), state_);
+    }
+
+    void showSettings() {
+        dialogs_.message(
+            "La fenêtre de paramétrage n'est pas encore disponible ; modifiez "
+            "PortSerie.ini dans le dossier de l'application."_ansi,
+            kApplicationTitle, MessageIcon::kInformation);
+    }
+
+    void showReplay() {
+        auto* const window = new FileReplayWindow(
+            ReplayForm(platform(), state_.scenario),
+            [this](const std::function<void()>& handler) { events_.deliver(handler); },
+            [this] { foreground_->giveBack(); });
+        window->show();
+        window->activateWindow();
+    }
+
+    void showError(const RuntimeError& error) {
+        dialogs_.message(errorText(error), kApplicationTitle, MessageIcon::kCritical);
+    }
+
+    // Said in the icon's own bubble: nobody has to answer for work to go on.
+    void lineChanged(bool lost) {
+        const QString name = QString("Port COM %1").arg(port_->CommPort());
+        icon_.notify(name, lost ? "Liaison perdue ; le port sera rouvert dès son retour."
+                                : "Liaison rétablie.");
+    }
+
+    // A binding to the display; a stand-in where there is none, which is said.
+    template <typename Interface, typename Absent>
+    std::unique_ptr<Interface> connected(std::unique_ptr<Interface> (*connect)()) {
+        try {
+            return connect();
+        } catch (const RuntimeError& error) {
+            writeErrorLine(error.description());
+            return std::make_unique<Absent>();
+        }
+    }
+
+    Platform platform() {
+        return {*keyboard_,
+                *port_,
+                *bindings_.profiles,
+                *bindings_.registry,
+                *bindings_.databases,
+                *bindings_.files,
+                events_,
+                dialogs_,
+                icon_,
+                progress_};
+    }
+
+    SystemBindings& bindings_;
+    RunTimeState state_;
+    QtDialogs dialogs_;
+    QtEventPump events_;
+    QtProgress progress_;
+    QtNotifyIcon icon_;
+    std::unique_ptr<ForegroundWindow> foreground_;
+    std::unique_ptr<KeyboardInput> keyboard_;
+    std::unique_ptr<SerialPort> port_;
+    SerialReception reception_;
+    TrayMenu menu_;
+    MenuWindow menuWindow_;
+    TransferWindow transferWindow_;
+};
+
+QIcon programIcon() {
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QString(":/icons/kalvo-horizon-%1.png").arg(size));
+    return icon;
+}
+
+// The toolkit's own texts in French, whatever the session speaks: so are ours.
+void speakFrench(QTranslator& translator) {
+    QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
+    if (translator.load("qtbase_fr", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&translator);
+}
+
+}  // namespace
+
+int runDesktop(const CommandLine&, SystemBindings& bindings) {
+    // Before any thread starts, so that the signals go where they are waited for.
+    EndSignals signals;
+    int argumentCount = 1;
+    std::string programName = "kalvo-horizon";
+    char* arguments[] = {programName.data(), nullptr};
+    const QApplication application(argumentCount, arguments);
+    QApplication::setDesktopFileName("kalvo-horizon");
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(programIcon());
+    QTranslator translator;
+    speakFrench(translator);
+
+    const SingleInstance instance;
+    if (!instance.first()) {
+        QtDialogs().message("Application déjà active !"_ansi, kApplicationTitle,
+                            MessageIcon::kCritical);
+        return kExitFailure;
+    }
+    DesktopProgram(bindings).run(signals);
+    return kExitSuccess;
+}
+
+}  // namespace kalvo

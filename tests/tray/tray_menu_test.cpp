@@ -1,0 +1,129 @@
+#include "tray/tray_menu.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/application_paths.h"
+#include "core/settings_store.h"
+#include "platform/ansi_text.h"
+#include "tests/support/fake_platform.h"
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Menu : public ::testing::Test {
+protected:
+    testing::FakePlatform world;
+    RunTimeState state;
+    // What was opened, dispatched or ended, in order.
+    std::vector<std::string> log;
+    SerialReception reception{world.platform, state,
+                              [this] { log.push_back("dispatch " + state.ReceivedData); }};
+    TrayMenu menu{world.platform,
+                  state,
+                  reception,
+                  {.showSettings = [this] { log.emplace_back("settings"); },
+                   .showAbout = [this] { log.emplace_back("about"); },
+                   .showReplay = [this] { log.emplace_back("replay"); },
+                   .endProgram = [this] { log.emplace_back("end"); }}};
+
+    Menu() {
+        state.scenario.applicationFolder = "/app";
+        world.port.open = true;
+    }
+    void scenario(const std::string& name) {
+        world.files.files[scenarioFile("/app", name)] = "";
+        world.profiles.write(scenarioFile("/app", name), "Ligne", "Champs", "&CODE@");
+    }
+};
+
+TEST_F(Menu, SettingsOpenUnlessAPasswordIsLeftInTheRegistry) {
+    menu.choose(MenuEntry::kSettings);
+    EXPECT_THAT(log, ElementsAre("settings"));
+    writeSetting(world.registry, "MDPUTL", "x");
+    menu.choose(MenuEntry::kSettings);
+    EXPECT_THAT(log, ElementsAre("settings"));
+    EXPECT_THAT(world.dialogs.texts(), ElementsAre(std::string("Problème de mot de passe"_ansi)));
+}
+
+TEST_F(Menu, AnOrderScenarioBecomesTheActiveOneEachTime) {
+    menu.choose(MenuEntry::kOrder);
+    writeSetting(world.registry, kRacCde, "Commandes");
+    scenario("Commandes");
+    menu.choose(MenuEntry::kOrder);
+    menu.choose(MenuEntry::kOrder);
+    EXPECT_EQ(readSetting(world.registry, kRacScenChx), "Commandes");
+    EXPECT_EQ(state.scenario.active.ScenarioName, "Commandes");
+    EXPECT_THAT(world.dialogs.texts(),
+                ElementsAre(std::string("Aucun scénario n'est défini pour la commande"_ansi),
+                            std::string("Scénario de commande actif !"_ansi),
+                            std::string("Scénario de commande actif !"_ansi)));
+    EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kInformation);
+}
+
+TEST_F(Menu, TransferPullsFromAScannerOnly) {
+    state.TerminalType = "HT630";
+    menu.choose(MenuEntry::kTransfer);
+    EXPECT_EQ(world.port.sent, "");
+    EXPECT_THAT(log, IsEmpty());
+
+    state.TerminalType = "Optimus";
+    world.port.whenSent = [&](std::string_view sent) {
+        if (sent == "READ\r") world.port.waiting = "OVER\r";
+    };
+    menu.choose(MenuEntry::kTransfer);
+    EXPECT_THAT(log, ElementsAre("dispatch "));
+}
+
+TEST_F(Menu, QuitEndsAWaitingTransferFirstAndKeepsWhatWasAcknowledged) {
+    std::vector<bool> announced;
+    reception.onTransfer([&](bool running) { announced.push_back(running); });
+    state.TerminalType = "ScanPal";
+    world.port.whenSent = [&](std::string_view sent) {
+        if (sent == "READ\r") world.port.waiting = "ABCDEFGHIJKLMNOPQRST;    12;\r";
+    };
+    world.events.whilePumping = [&] {
+        if (world.port.waiting.empty()) menu.choose(MenuEntry::kQuit);
+    };
+    menu.choose(MenuEntry::kTransfer);
+    EXPECT_THAT(log, ElementsAre("dispatch ABCDEFGHIJKLMNOPQRST\r12\r\n"));
+    EXPECT_EQ(announced, (std::vector<bool>{true, false}));
+    EXPECT_TRUE(world.port.open);
+}
+
+TEST_F(Menu, QuitClosesThePortRemovesTheIconAndEnds) {
+    menu.choose(MenuEntry::kQuit);
+    EXPECT_FALSE(world.port.open);
+    menu.choose(MenuEntry::kQuit);
+    EXPECT_THAT(world.icon.log, ElementsAre("delete", "delete"));
+    EXPECT_THAT(log, ElementsAre("end", "end"));
+}
+
+TEST_F(Menu, ReplayTakesTheConfiguredFileOrAsks) {
+    menu.choose(MenuEntry::kReplay);
+    EXPECT_THAT(log, ElementsAre("replay"));
+    world.profiles.write(portSerieIni("/app"), "Port_série"_ansi, "Fichier", "/lot.txt");
+    menu.choose(MenuEntry::kReplay);
+    EXPECT_THAT(world.dialogs.texts(), ElementsAre("Le fichier n'existe pas"));
+    EXPECT_THAT(log, ElementsAre("replay"));
+}
+
+TEST(MenuHighlight, GoesRoundWithTheArrows) {
+    MenuHighlight highlight;
+    highlight.up();
+    EXPECT_EQ(highlight.index(), 5);
+    highlight.down();
+    EXPECT_EQ(highlight.index(), 0);
+    highlight.overBackground();
+    highlight.down();
+    EXPECT_EQ(highlight.index(), 0);
+}
+
+}  // namespace
+}  // namespace kalvo

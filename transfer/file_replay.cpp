@@ -1,0 +1,143 @@
+#include "transfer/file_replay.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+
+#include "core/application_paths.h"
+#include "core/progress_pacer.h"
+#include "core/serial_settings.h"
+#include "core/settings_store.h"
+#include "keys/key_injection.h"
+#include "keys/script_tokens.h"
+#include "platform/ansi_text.h"
+#include "platform/dialogs.h"
+#include "platform/event_pump.h"
+#include "platform/file_system.h"
+#include "platform/progress.h"
+#include "scenario/file_output.h"
+#include "scenario/frame_processing.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr std::string_view kFileFilter = "Fichier texte (*.TXT)|*.txt|Tous les fichiers (*.*)|*.*";
+
+// Time for the target application to come to rest before it is typed into.
+constexpr int kPauseBeforeTyping = 100;  // milliseconds
+
+// A line of the file as a record of a frame: each field ended by CR, the record by LF.
+void appendRecord(std::string& frame, std::string_view line, std::string_view separator) {
+    const std::size_t start = frame.size();
+    for (std::size_t at = line.find(separator); at != std::string_view::npos;
+         at = line.find(separator)) {
+        frame.append(line.substr(0, at)).push_back('\r');
+        line.remove_prefix(at + separator.size());
+    }
+    frame.append(line);
+    if (frame.size() == start || frame.back() != '\r') frame.push_back('\r');
+    frame.push_back('\n');
+}
+
+// The whole file as one frame.
+std::string readFrame(const Platform& platform, std::string_view file, std::string_view separator) {
+    const auto size = static_cast<double>(std::max<std::uint64_t>(platform.files.size(file), 1));
+    std::string frame;
+    ProgressPacer pacer(platform.events);
+    platform.files.readLines(file, [&](std::string_view line) {
+        if (pacer.due()) {
+            platform.progress.setValue(100 * static_cast<double>(frame.size()) / size);
+            platform.events.DoEvents();
+        }
+        appendRecord(frame, line, separator);
+    });
+    return frame;
+}
+
+std::string scriptOf(const Platform& platform, ScenarioRun& run, std::string frame) {
+    SplitFrameFields(platform, run, frame);
+    return BuildKeyScript(platform, run, frame);
+}
+
+void typeTimed(const Platform& platform, Keysend& keysend, std::string_view script,
+               int timerPause) {
+    // The last piece, which no {TIMER} ends, is left out.
+    for (TimerPieces pieces(script); pieces.remaining() > 1;) {
+        const std::string piece = pressNumLockTokens(platform.keyboard, pieces.next());
+        switchCapsLockOffForTokens(platform.keyboard, piece);
+        keysend.SendKeyScript(piece, 0);
+        platform.events.DoEvents();
+        platform.events.Sleep(std::max(timerPause, 0));
+    }
+}
+
+void typeUntimed(const Platform& platform, Keysend& keysend, std::string text) {
+    const auto holds = [&](std::string_view token) {
+        return text.find(token) != std::string::npos;
+    };
+    while (holds(kNumLockToken) || holds(kCapsLockToken)) {
+        text = pressNumLockTokens(platform.keyboard, text);
+        switchCapsLockOffForTokens(platform.keyboard, text);
+        text = withoutCapsLockTokens(text);
+        keysend.SendKeyScript(text, 0);
+    }
+}
+
+}  // namespace
+
+bool ReplayFile(const Platform& platform, ScenarioRun& run, std::string_view file,
+                std::string_view separator) {
+    if (!platform.files.fileExists(file)) {
+        platform.dialogs.message("Le fichier n'existe pas", kApplicationTitle, MessageIcon::kNone);
+        return false;
+    }
+    platform.progress.setLabel("");
+    platform.progress.show();
+    const std::string script = scriptOf(platform, run, readFrame(platform, file, separator));
+    platform.progress.unload();
+    platform.events.DoEvents();
+    platform.events.Sleep(kPauseBeforeTyping);
+
+    if (run.active.FileMode) {
+        WriteFileLine(platform, run, script);
+        return true;
+    }
+    Keysend keysend(platform.keyboard, platform.events);
+    if (script.find(kTimerToken) != std::string::npos)
+        typeTimed(platform, keysend, script, run.TimerPause);
+    else
+        typeUntimed(platform, keysend, script);
+    return true;
+}
+
+std::string ReplayForm::getFile() const {
+    return platform_.dialogs.openFile(startFolder(), kFileFilter);
+}
+
+bool ReplayForm::complete(std::string_view file, std::string_view separator) const {
+    if (!file.empty() && !separator.empty()) return true;
+    const std::string_view missing =
+        file.empty() ? "Veuillez sélectionner un fichier à remonter"_ansi
+                     : "Veuillez sélectionner un séparateur pour les champs"_ansi;
+    platform_.dialogs.message(missing, "KALVO Horizon", MessageIcon::kExclamation);
+    return false;
+}
+
+void ReplayForm::start(std::string_view file, std::string_view separator) {
+    platform_.events.DoEvents();
+    ReplayFile(platform_, run_, file, separator);
+}
+
+std::string ReplayForm::startFolder() const {
+    std::string folder =
+        readPortSerie(platform_.profiles, run_.applicationFolder, port_serie::kReplayFolder);
+    if (!folder.empty()) return folder;
+    // The temporary folder of the application's drive, or of a system without drives.
+    const std::string_view home = run_.applicationFolder;
+    if (home.size() >= 2 && home[1] == ':') return std::string(home.substr(0, 2)) + "\\TEMP";
+    return std::filesystem::temp_directory_path().string();
+}
+
+}  // namespace kalvo

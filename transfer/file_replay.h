@@ -1,0 +1,44 @@
+// Replay of a text file through the active scenario, as if its content had come in
+// on the serial port.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/platform.h"
+#include "scenario/scenario_run.h"
+
+namespace kalvo {
+
+// Reads a file of records, one to a line, their fields parted by `separator` (not
+// empty), and types or writes what the scenario makes of them. False, with a message,
+// when there is no such file.
+//
+// Not typed as a received frame is: of a script with {TIMER} tokens the text behind
+// the last one stays untyped, and a script without {TIMER} is typed only if it holds a
+// lock-key token. Sites have built their scenarios on that.
+bool ReplayFile(const Platform& platform, ScenarioRun& run, std::string_view file,
+                std::string_view separator);
+
+// The replay window frmFichiers without its controls.
+class ReplayForm {
+public:
+    ReplayForm(const Platform& platform, ScenarioRun& run) : platform_(platform), run_(run) {}
+
+    // Lets the user pick a file; empty when there was no choice.
+    [[nodiscard]] std::string getFile() const;
+
+    // Whether a replay of these two can start; the user is told what is missing.
+    [[nodiscard]] bool complete(std::string_view file, std::string_view separator) const;
+
+    // The replay; the window must be closed by now, so that the target has the focus.
+    void start(std::string_view file, std::string_view separator);
+
+private:
+    [[nodiscard]] std::string startFolder() const;
+
+    Platform platform_;
+    ScenarioRun& run_;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,102 @@
+#include "transfer/file_replay_window.h"
+
+#include <QAction>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStyle>
+#include <QToolBar>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "platform/qt/qt_text.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kPathWidth = 380;
+constexpr int kSeparatorWidth = 60;
+
+QToolBar* toolBar(const QString& name) {
+    auto* const bar = new QToolBar;
+    bar->setObjectName(name);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    return bar;
+}
+
+}  // namespace
+
+FileReplayWindow::FileReplayWindow(ReplayForm form,
+                                   std::function<void(const std::function<void()>&)> deliver,
+                                   std::function<void()> makeWay)
+    : form_(std::move(form)), deliver_(std::move(deliver)), makeWay_(std::move(makeWay)) {
+    setObjectName("frmFichiers");
+    setWindowTitle(" Emulation depuis un fichier texte");
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_QuitOnClose, false);
+
+    auto* const connectBar = toolBar("TlbConnect");
+    auto* const startAction =
+        connectBar->addAction(style()->standardIcon(QStyle::SP_MediaPlay), "Démarrer");
+    startAction->setToolTip("Rejoue le fichier à travers le scénario actif (Entrée).");
+    startAction->setShortcuts({Qt::Key_Return, Qt::Key_Enter});
+    connect(startAction, &QAction::triggered, this, [this] { start(); });
+    auto* const closeAction =
+        connectBar->addAction(style()->standardIcon(QStyle::SP_DialogCloseButton), "Fermer");
+    closeAction->setToolTip("Ferme la fenêtre sans rien rejouer (Échap).");
+    closeAction->setShortcut(Qt::Key_Escape);
+    connect(closeAction, &QAction::triggered, this, [this] { close(); });
+
+    auto* const openBar = toolBar("tlbOuvrir");
+    auto* const openAction =
+        openBar->addAction(style()->standardIcon(QStyle::SP_DialogOpenButton), "Ouvrir...");
+    openAction->setToolTip("Choisit le fichier à rejouer (Ctrl+O).");
+    openAction->setShortcut(QKeySequence::Open);
+    connect(openAction, &QAction::triggered, this, [this] { chooseFile(); });
+
+    txtFic = new QLineEdit;
+    txtFic->setObjectName("txtFic");
+    txtFic->setMinimumWidth(kPathWidth);
+    txtFic->setToolTip("Le fichier texte dont chaque ligne est un enregistrement.");
+    txtSep = new QLineEdit;
+    txtSep->setObjectName("txtSep");
+    txtSep->setMaximumWidth(kSeparatorWidth);
+    txtSep->setToolTip("Le caractère qui sépare les champs d'une ligne, par exemple ;");
+
+    auto* const options = new QGroupBox("Options : ");
+    auto* const grid = new QGridLayout(options);
+    grid->addWidget(new QLabel("Fichier à remonter :"), 0, 0);
+    grid->addWidget(txtFic, 0, 1);
+    grid->addWidget(openBar, 0, 2);
+    grid->addWidget(new QLabel("Séparateur de champs :"), 1, 0);
+    grid->addWidget(txtSep, 1, 1, Qt::AlignLeft);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(connectBar);
+    layout->addWidget(options);
+    setTabOrder(txtFic, txtSep);
+    txtFic->setFocus();
+}
+
+void FileReplayWindow::chooseFile() {
+    deliver_([this] {
+        const std::string file = form_.getFile();
+        if (!file.empty()) txtFic->setText(toQString(file));
+    });
+}
+
+void FileReplayWindow::start() {
+    const std::string file = fromQString(txtFic->text());
+    const std::string separator = fromQString(txtSep->text());
+    deliver_([&, form = form_, makeWay = makeWay_]() mutable {
+        if (!form.complete(file, separator)) return;
+        // Closing destroys the window, not before the next turn of the event loop.
+        close();
+        makeWay();
+        form.start(file, separator);
+    });
+}
+
+}  // namespace kalvo

@@ -1,0 +1,195 @@
+#include "tray/menu_window.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QScreen>
+#include <QStyle>
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+#include "platform/qt/qt_text.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kAutoClose = 500;   // milliseconds between two looks at the mouse
+constexpr int kRightMargin = 20;  // 300 twips, at 96 dpi; the toolkit scales it
+constexpr int kPictureSize = 20;
+
+constexpr std::array<QStyle::StandardPixmap, kMenuCaptions.size()> kPictures = {
+    QStyle::SP_ComputerIcon,      QStyle::SP_MessageBoxInformation, QStyle::SP_ArrowDown,
+    QStyle::SP_DialogApplyButton, QStyle::SP_DialogCloseButton,     QStyle::SP_FileIcon};
+
+// A label in the colours of a highlighted or an ordinary entry.
+void paint(QLabel& label, bool highlighted) {
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::Window,
+                     highlighted ? QApplication::palette().color(QPalette::Highlight) : Qt::white);
+    palette.setColor(QPalette::WindowText, highlighted ? Qt::white : Qt::black);
+    label.setPalette(palette);
+}
+
+}  // namespace
+
+MenuWindow::MenuWindow(ForegroundWindow& foreground, std::function<void(MenuEntry)> choose)
+    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
+      foreground_(foreground),
+      choose_(std::move(choose)) {
+    setObjectName("frmIn");
+    setWindowTitle("KALVO Horizon");
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setMouseTracking(true);
+    setAutoFillBackground(true);
+    QPalette white = palette();
+    white.setColor(QPalette::Window, Qt::white);
+    setPalette(white);
+
+    auto* const grid = new QGridLayout(this);
+    grid->setContentsMargins(1, 1, 1, 1);
+    grid->setSpacing(0);
+    reason_ = new QLabel;
+    reason_->setWordWrap(true);
+    reason_->setMargin(6);
+    reason_->hide();
+    grid->addWidget(reason_, 0, 0, 1, 2);
+    for (int i = 0; i < static_cast<int>(kMenuCaptions.size()); ++i) addEntry(i);
+    paintHighlight();
+
+    Timer1.setInterval(kAutoClose);
+    connect(&Timer1, &QTimer::timeout, this, [this] { onTimer(); });
+}
+
+void MenuWindow::addEntry(int index) {
+    const auto i = static_cast<std::size_t>(index);
+    auto* const grid = static_cast<QGridLayout*>(layout());
+    const auto add = [&](const QString& name, int column) {
+        auto* const label = new QLabel;
+        label->setObjectName(name + QString::number(index));
+        label->setAutoFillBackground(true);
+        label->setMouseTracking(true);
+        label->setMargin(4);
+        label->installEventFilter(this);
+        grid->addWidget(label, index + 1, column);
+        return label;
+    };
+    picIco[i] = add("picIco", 0);
+    picIco[i]->setPixmap(style()->standardIcon(kPictures[i]).pixmap(kPictureSize));
+    LblMenu[i] = add("LblMenu", 1);
+    LblMenu[i]->setText(toQString(kMenuCaptions[i]));
+    grid->setColumnStretch(1, 1);
+}
+
+void MenuWindow::popUp() {
+    if (stays_) return;
+    foreground_.remember();
+    hide();
+    highlight_.overBackground();
+    paintHighlight();
+    place();
+    show();
+    raise();
+    activateWindow();
+    setFocus();
+    Timer1.start();
+}
+
+void MenuWindow::stay(const QString& reason) {
+    stays_ = true;
+    setWindowFlags(Qt::Window | Qt::WindowMinimizeButtonHint | Qt::WindowTitleHint |
+                   Qt::CustomizeWindowHint);
+    reason_->setText(reason);
+    reason_->show();
+    foreground_.remember();
+    place();
+    show();
+    Timer1.start();
+}
+
+void MenuWindow::makeWay() {
+    unload();
+    foreground_.giveBack();
+}
+
+void MenuWindow::place() {
+    resize(sizeHint());
+    const QScreen& screen = *QApplication::primaryScreen();
+    const int right = screen.geometry().right() + 1 - kRightMargin;
+    const int bottom = screen.availableGeometry().bottom() + 1;
+    move(right - width(), bottom - height());
+}
+
+void MenuWindow::unload() {
+    if (stays_) return;
+    Timer1.stop();
+    hide();
+}
+
+void MenuWindow::take(int index) {
+    makeWay();
+    choose_(static_cast<MenuEntry>(index));
+}
+
+void MenuWindow::paintHighlight() {
+    for (std::size_t i = 0; i < LblMenu.size(); ++i) {
+        const bool highlighted = static_cast<int>(i) == highlight_.index();
+        paint(*LblMenu[i], highlighted);
+        paint(*picIco[i], highlighted);
+    }
+}
+
+// The window that stays has no other way to learn who had the focus before it.
+void MenuWindow::onTimer() {
+    if (stays_)
+        foreground_.remember();
+    else if (!isActiveWindow() && !geometry().contains(QCursor::pos()))
+        unload();
+}
+
+bool MenuWindow::eventFilter(QObject* watched, QEvent* event) {
+    const int entry = entryOf(watched);
+    if (event->type() == QEvent::Enter || event->type() == QEvent::MouseMove) {
+        highlight_.over(entry);
+        paintHighlight();
+        // Handed on, the move would count as one over the window's background.
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonRelease) {
+        take(entry);
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void MenuWindow::mouseMoveEvent(QMouseEvent*) {
+    highlight_.overBackground();
+    paintHighlight();
+}
+
+void MenuWindow::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Down: highlight_.down(); break;
+        case Qt::Key_Up: highlight_.up(); break;
+        case Qt::Key_Escape: makeWay(); return;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (highlight_.index() != MenuHighlight::kNone) take(highlight_.index());
+            return;
+        default: QWidget::keyPressEvent(event); return;
+    }
+    paintHighlight();
+}
+
+int MenuWindow::entryOf(const QObject* watched) const {
+    const auto in = [watched](const auto& labels) {
+        return std::find(labels.begin(), labels.end(), watched) - labels.begin();
+    };
+    const auto entry = in(LblMenu);
+    return static_cast<int>(entry < std::ssize(LblMenu) ? entry : in(picIco));
+}
+
+}  // namespace kalvo
