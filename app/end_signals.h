@@ -1,5 +1,5 @@
-// The signals of a run without windows: end (SIGINT, SIGTERM) and transfer
-// (SIGUSR1, where the system has it).
+// The signals of a run without windows: end (SIGINT, SIGTERM; Ctrl+C or closing the
+// console on Windows) and transfer (SIGUSR1; Ctrl+Break).
 #pragma once
 
 #include <functional>

@@ -14,10 +14,15 @@ namespace {
 // The system calls a plain function, on a thread of its own.
 std::mutex mutex;
 std::function<void()> endHandler;
+std::function<void()> transferHandler;
 bool ended = false;  // before there was a handler
 
-BOOL WINAPI onConsoleEvent(DWORD) {
+BOOL WINAPI onConsoleEvent(DWORD event) {
     const std::lock_guard lock(mutex);
+    if (event == CTRL_BREAK_EVENT) {
+        if (transferHandler) transferHandler();
+        return TRUE;
+    }
     ended = true;
     if (endHandler) endHandler();
     return TRUE;
@@ -25,19 +30,20 @@ BOOL WINAPI onConsoleEvent(DWORD) {
 
 }  // namespace
 
-// Every event of the console ends the program; closing it leaves a few seconds for
-// that. There is none for a transfer.
+// Ctrl+Break is the transfer; every other event of the console ends the program.
 EndSignals::EndSignals() { SetConsoleCtrlHandler(onConsoleEvent, TRUE); }
 
 EndSignals::~EndSignals() {
     SetConsoleCtrlHandler(onConsoleEvent, FALSE);
     const std::lock_guard lock(mutex);
     endHandler = nullptr;
+    transferHandler = nullptr;
 }
 
-void EndSignals::start(std::function<void()> onEnd, std::function<void()> /*onTransfer*/) {
+void EndSignals::start(std::function<void()> onEnd, std::function<void()> onTransfer) {
     const std::lock_guard lock(mutex);
     endHandler = std::move(onEnd);
+    transferHandler = std::move(onTransfer);
     if (ended) endHandler();
 }
 

@@ -17,11 +17,12 @@ fail() {
   exit 1
 }
 
-# until_true WHAT COMMAND...: waits until a command succeeds, at most 20 seconds.
+# until_true WHAT COMMAND...: waits until a command succeeds, at most $patience seconds.
+patience=20
 until_true() {
   local what=$1
   shift
-  for _ in $(seq 200); do
+  for _ in $(seq $((10 * patience))); do
     "$@" >/dev/null 2>&1 && return
     sleep 0.1
   done

@@ -1,0 +1,94 @@
+// edit_target FILE: a window with an edit control that has the focus. What it holds
+// is written to FILE (UTF-8) whenever it changes, and once when it is ready. Alt with
+// keypad digits composes a character, as on Windows; Wine leaves that out.
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <fstream>
+#include <string>
+
+#include "platform/windows/wide_text.h"
+
+namespace {
+
+HWND edit = nullptr;
+std::wstring file;
+
+std::wstring content() {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(edit)) + 1, L'\0');
+    text.resize(
+        static_cast<std::size_t>(GetWindowTextW(edit, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+// Whole or not at all, for whoever is waiting for a certain content.
+void save() {
+    const std::wstring temporary = file + L".new";
+    std::ofstream(temporary.c_str(), std::ios::binary) << kalvo::utf8FromWide(content());
+    MoveFileExW(temporary.c_str(), file.c_str(), MOVEFILE_REPLACE_EXISTING);
+}
+
+WNDPROC ordinaryEdit = nullptr;
+unsigned composed = 0;
+
+LRESULT CALLBACK handleEdit(HWND window, UINT message, WPARAM w, LPARAM l) {
+    if (message == WM_SYSKEYDOWN && w >= VK_NUMPAD0 && w <= VK_NUMPAD9) {
+        composed = 10 * composed + static_cast<unsigned>(w - VK_NUMPAD0);
+        return 0;
+    }
+    if ((message == WM_KEYUP || message == WM_SYSKEYUP) && w == VK_MENU && composed != 0) {
+        const char oem = static_cast<char>(composed);
+        wchar_t character = 0;
+        OemToCharBuffW(&oem, &character, 1);
+        composed = 0;
+        return SendMessageW(window, WM_CHAR, character, 1);
+    }
+    return CallWindowProcW(ordinaryEdit, window, message, w, l);
+}
+
+LRESULT CALLBACK handle(HWND window, UINT message, WPARAM w, LPARAM l) {
+    switch (message) {
+        case WM_SETFOCUS: SetFocus(edit); return 0;
+        case WM_COMMAND:
+            if (HIWORD(w) == EN_CHANGE) SetTimer(window, 1, 50, nullptr);
+            return 0;
+        case WM_TIMER:
+            KillTimer(window, 1);
+            save();
+            return 0;
+        case WM_DESTROY: PostQuitMessage(0); return 0;
+        default: return DefWindowProcW(window, message, w, l);
+    }
+}
+
+}  // namespace
+
+int main() {
+    int count = 0;
+    wchar_t** const words = CommandLineToArgvW(GetCommandLineW(), &count);
+    if (count != 2) return 2;
+    file = words[1];
+
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = handle;
+    windowClass.lpszClassName = L"KalvoEditTarget";
+    RegisterClassW(&windowClass);
+    const HWND window =
+        CreateWindowW(windowClass.lpszClassName, L"Saisie", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20,
+                      20, 600, 500, nullptr, nullptr, nullptr, nullptr);
+    edit = CreateWindowW(L"EDIT", L"", WS_CHILD | WS_VISIBLE | ES_MULTILINE | ES_WANTRETURN, 0, 0,
+                         590, 470, window, nullptr, nullptr, nullptr);
+    SendMessageW(edit, EM_SETLIMITTEXT, 0, 0);
+    ordinaryEdit = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(handleEdit)));
+    SetForegroundWindow(window);
+    SetFocus(edit);
+    save();
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return 0;
+}

@@ -1,0 +1,171 @@
+// What only this system has: its folders, its layouts, its key states.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "keys/key_injection.h"
+#include "platform/ansi_text.h"
+#include "platform/runtime_error.h"
+#include "platform/windows/app_folder.h"
+#include "platform/windows/named_layout.h"
+#include "platform/windows/port_names.h"
+#include "platform/windows/wide_text.h"
+#include "platform/windows/windows_keyboard.h"
+#include "tests/support/fake_event_pump.h"
+#include "tests/support/temporary_folder.h"
+
+namespace kalvo {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TemporaryFolder;
+using testing::writeBytes;
+
+constexpr std::array<std::uint8_t, 3> kLocks = {VK_CAPITAL, VK_NUMLOCK, VK_SCROLL};
+
+TEST(WideText, GoesThroughTheCoresCodePage) {
+    std::string every;
+    for (int byte = 1; byte < 256; ++byte) every.push_back(static_cast<char>(byte));
+    EXPECT_EQ(ansiFromWide(wideFromAnsi(every)), every);
+    EXPECT_EQ(wideFromAnsi("€é"_ansi), L"\u20AC\u00E9");
+    EXPECT_EQ(ansiFromWide(L"\u6F22\U0001F600"), "??") << "one a character";
+    EXPECT_EQ(utf8FromWide(wideFromUtf8("é漢😀")), "é漢😀");
+}
+
+TEST(ApplicationFolder, IsChosenInOrder) {
+    for (const char* mark : {"PortSerie.ini", "Scen.mdb"}) {
+        const TemporaryFolder bin;
+        const fs::path user = L"C:\\user";
+        EXPECT_EQ(chooseApplicationFolder({}, bin.path(), user), user);
+        writeBytes(bin / mark, "");
+        EXPECT_EQ(chooseApplicationFolder({}, bin.path(), user), fs::path(bin.path())) << mark;
+        EXPECT_EQ(chooseApplicationFolder("D:\\donn\xC3\xA9"
+                                          "es\\",
+                                          bin.path(), user),
+                  fs::path(L"D:\\donn\u00E9es"));
+        EXPECT_EQ(chooseApplicationFolder("a/../b", bin.path(), user), fs::current_path() / "b");
+    }
+}
+
+TEST(ApplicationFolder, IsCreatedAndNamedInTheCodePage) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(applicationFolder(folder.path() + "\\été\\stock"),
+              folder.path() + "\\\xE9t\xE9\\stock");
+    EXPECT_TRUE(fs::is_directory(wideFromUtf8(folder.path() + "\\été\\stock")));
+    EXPECT_TRUE(applicationFolder({}).ends_with("\\Kalvo Horizon"));
+    EXPECT_THROW(static_cast<void>(applicationFolder(folder.path() + "\\łódź")), RuntimeError);
+    writeBytes(folder / "file", "");
+    EXPECT_THROW(static_cast<void>(applicationFolder(folder / "file")), RuntimeError);
+}
+
+TEST(PortNames, ReachEveryNumber) {
+    EXPECT_EQ(portDevice(1), R"(\\.\COM1)");
+    EXPECT_EQ(portDevice(12), R"(\\.\COM12)");
+    int last = 0;
+    for (const PortEntry& port : listPorts()) {
+        EXPECT_GT(port.number, last);
+        EXPECT_EQ(port.device, "COM" + std::to_string(port.number));
+        last = port.number;
+    }
+}
+
+TEST(NamedLayouts, AnswerForThemselves) {
+    const auto us = makeNamedLayout("us");
+    EXPECT_EQ(us->VkKeyScanExA('a'), 0x41);
+    EXPECT_EQ(us->VkKeyScanExA('A'), 0x141);
+    EXPECT_EQ(us->VkKeyScanExA('\r'), 0x0D);
+    EXPECT_EQ(us->VkKeyScanExA('\t'), 0x09);
+    EXPECT_EQ(us->VkKeyScanExA('\xE9'), -1);
+    EXPECT_EQ(us->MapVirtualKeyExA(0x41), 0x1E);
+    EXPECT_EQ(us->MapVirtualKeyExA(kVkShift), 0x2A);
+    EXPECT_NE(makeNamedLayout("0000040c"), nullptr);
+    for (const char* unknown : {"", "klingon", "00000409x", "0000040"})
+        EXPECT_THROW(static_cast<void>(makeNamedLayout(unknown)), RuntimeError) << unknown;
+}
+
+TEST(Keyboard, KnowsTheFamilyAndTheOemCodes) {
+    WindowsKeyboard keyboard;
+    EXPECT_EQ(keyboard.platformIdentifier(), 2);
+    EXPECT_EQ(keyboard.CharToOemA('a'), 'a');
+    EXPECT_EQ(keyboard.CharToOemA('\xE9'), 0x82);
+    EXPECT_THROW(keyboard.SendKeys("a", false), RuntimeError);
+}
+
+TEST(Keyboard, SeesTheLocksItSwitchesAtOnce) {
+    WindowsKeyboard keyboard;
+    for (const std::uint8_t lock : kLocks) {
+        const auto before = keyboard.GetKeyState(lock) & 1;
+        for (const int expected : {1 - before, before}) {
+            const auto scan = static_cast<std::uint8_t>(keyboard.MapVirtualKeyA(lock));
+            keyboard.keybd_event(lock, scan, kKeyEventExtendedKey);
+            EXPECT_LT(keyboard.GetKeyState(lock), 0) << "held";
+            keyboard.keybd_event(lock, scan, kKeyEventExtendedKey | kKeyEventKeyUp);
+            EXPECT_EQ(keyboard.GetKeyState(lock), expected) << lock;
+        }
+    }
+}
+
+// A script leaves each lock as it found it, but for what it does itself.
+TEST(Keyboard, ScriptsPutTheLocksBack) {
+    WindowsKeyboard keyboard;
+    testing::FakeEventPump events;
+    Keysend keysend(keyboard, events);
+    const auto press = [&](std::uint8_t lock) {
+        const auto scan = static_cast<std::uint8_t>(keyboard.MapVirtualKeyA(lock));
+        keyboard.keybd_event(lock, scan, kKeyEventExtendedKey);
+        keyboard.keybd_event(lock, scan, kKeyEventExtendedKey | kKeyEventKeyUp);
+    };
+    const auto states = [&] {
+        std::string text;
+        for (const int lock : kLocks)
+            text.push_back((keyboard.GetKeyState(lock) & 1) != 0 ? '1' : '0');
+        return text;
+    };
+    ASSERT_EQ(states(), "000");
+    for (const std::string initial : {"000", "100", "010", "001", "111"}) {
+        for (std::size_t i = 0; i < 3; ++i)
+            if (states()[i] != initial[i]) press(kLocks[i]);
+        ASSERT_EQ(states(), initial);
+        for (const char* script : {"", "aB\xE9", "{NUMLOCK 2}", "{SCROLLLOCK}{SCROLLLOCK}"}) {
+            keysend.SendKeyScript(script, 0);
+            EXPECT_EQ(states(), initial) << script;
+        }
+    }
+    keysend.SendKeyScript("{CAPSLOCK}", 0);
+    EXPECT_EQ(states(), "111") << "off at first, then the script's own press";
+    for (const std::uint8_t lock : kLocks) press(lock);
+    keysend.SendKeyScript("{CAPSLOCK}", 0);
+    EXPECT_EQ(states(), "000") << "the script's press is taken back";
+}
+
+TEST(Keyboard, RecordsOfOneBatchGoTogether) {
+    WindowsKeyboard keyboard;
+    auto& layout = keyboard.foregroundLayout();
+    const std::uint16_t scan = layout.MapVirtualKeyExA(kVkShift);
+    const std::vector<KeyRecord> down{{kVkShift, scan, kKeyEventScanCode}};
+    const std::vector<KeyRecord> up{{kVkShift, scan, kKeyEventScanCode | kKeyEventKeyUp}};
+    keyboard.SendInput(down);
+    EXPECT_LT(keyboard.GetKeyState(kVkShift), 0);
+    keyboard.SendInput(up);
+    EXPECT_GE(keyboard.GetKeyState(kVkShift), 0);
+    keyboard.SendInput({});
+}
+
+TEST(KeyStateArray, IsTheThreadsOwn) {
+    WindowsKeyboard keyboard;
+    std::array<std::uint8_t, 256> state{};
+    keyboard.GetKeyboardState(state);
+    const std::uint8_t before = state[kVkNumLock];
+    state[kVkNumLock] = before ^ 1U;
+    keyboard.SetKeyboardState(state);
+    std::array<std::uint8_t, 256> after{};
+    keyboard.GetKeyboardState(after);
+    EXPECT_EQ(after[kVkNumLock], before ^ 1U);
+    state[kVkNumLock] = before;
+    keyboard.SetKeyboardState(state);
+}
+
+}  // namespace
+}  // namespace kalvo
