@@ -23,6 +23,7 @@ constexpr auto kValueOptions = std::to_array<ValueOption>({
     {"--locks", &CommandLine::locks},
     {"--separator", &CommandLine::separator},
     {"--pause", &CommandLine::pause},
+    {"--autostart", &CommandLine::autostart},
 });
 
 struct Flag {
@@ -46,7 +47,7 @@ struct Command {
 };
 
 constexpr auto kCommands = std::to_array<Command>({
-    {"", "", 0, 0},
+    {"", "--autostart", 0, 0},
     {"listen", "", 0, 0},
     {"compile", "--all", 0, 1},
     {"script", "--scenario --date", 1, 1},
@@ -126,6 +127,8 @@ std::optional<CommandLine> parseCommandLine(const std::vector<std::string>& argu
         return refuse("Argument en trop : ", line.arguments[command->mostArguments]);
     if (line.command == "compile" && line.all == !line.arguments.empty())
         return refuse("La commande compile veut un nom de scénario ou --all"_ansi, "");
+    if (line.autostart && *line.autostart != "on" && *line.autostart != "off")
+        return refuse("L'option --autostart veut on ou off", "");
     return line;
 }
 
@@ -134,6 +137,7 @@ std::string_view usageText() {
            "\n"
            "Sans commande : le programme de bureau (icône de notification).\n"
            "\n"
+           "  --autostart on|off              démarre le programme avec la session, ou non\n"
            "  listen                          reçoit et saisit, sans fenêtres, jusqu'à "
            "SIGINT/SIGTERM\n"
            "                                  (SIGUSR1 : entrée Transfert du menu)\n"

@@ -21,6 +21,7 @@ struct CommandLine {
     std::optional<std::string> locks;              // --locks
     std::optional<std::string> separator;          // --separator
     std::optional<std::string> pause;              // --pause
+    std::optional<std::string> autostart;          // --autostart: "on" or "off"
     bool all = false;                              // --all
     bool help = false;                             // --help
     bool version = false;                          // --version

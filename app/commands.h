@@ -7,6 +7,7 @@
 
 namespace kalvo {
 
+int runAutostart(const CommandLine& line);
 int runListen(const CommandLine& line, SystemBindings& bindings);
 int runCompile(const CommandLine& line, SystemBindings& bindings);
 int runScript(const CommandLine& line, SystemBindings& bindings);

@@ -67,6 +67,7 @@ int run(const std::vector<std::string>& arguments) {
         kalvo::writeOutput("kalvo-horizon " KALVO_VERSION "\n");
         return kalvo::kExitSuccess;
     }
+    if (line->autostart) return kalvo::runAutostart(*line);
     SystemBindings bindings = kalvo::createSystemBindings(line->applicationFolder);
     return commands().at(line->command)(*line, bindings);
 }

@@ -59,6 +59,10 @@ struct PortListing {
 [[nodiscard]] std::vector<PortListing> listSerialPorts(ProfileFiles& profiles,
                                                        std::string_view applicationFolder);
 
+// Whether the program starts with the user's session; `applicationFolder` as on the
+// command line. RuntimeError when the session's settings cannot be written.
+void setAutostart(bool on, const std::optional<std::string>& applicationFolder);
+
 // Creates an empty scenario database.
 void createScenarioDatabaseFile(std::string_view path);
 

@@ -2,6 +2,7 @@
 #include "core/application_paths.h"
 #include "platform/asio/asio_serial_port.h"
 #include "platform/linux/app_folder.h"
+#include "platform/linux/autostart.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/linux_profile_files.h"
 #include "platform/linux/port_names.h"
@@ -26,6 +27,10 @@ std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
 }
 
 std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) { return makeXkbLayout(name); }
+
+void setAutostart(bool on, const std::optional<std::string>& applicationFolder) {
+    writeAutostartEntry(on, applicationFolder);
+}
 
 std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles& profiles,
                                              std::string_view applicationFolder) {

@@ -2,6 +2,7 @@
 #include "platform/asio/asio_serial_port.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/windows/app_folder.h"
+#include "platform/windows/autostart.h"
 #include "platform/windows/named_layout.h"
 #include "platform/windows/port_names.h"
 #include "platform/windows/windows_file_system.h"
@@ -26,6 +27,10 @@ std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
 
 std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) {
     return makeNamedLayout(name);
+}
+
+void setAutostart(bool on, const std::optional<std::string>& applicationFolder) {
+    writeRunValue(on, applicationFolder);
 }
 
 std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles&, std::string_view) {

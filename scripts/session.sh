@@ -32,7 +32,7 @@ until_true() {
 # start_x_server LAYOUT: uses the display there is, else starts one.
 start_x_server() {
   [ -n "${DISPLAY:-}" ] && return
-  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
+  Xvfb -displayfd 3 -screen 0 "${KALVO_SCREEN:-1024x768}x24" -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
   processes+=($!)
   until_true "serveur X" grep -q . "$work/display"
   DISPLAY=:$(cat "$work/display")
@@ -45,7 +45,7 @@ start_desktop_session() {
   openbox >"$work/openbox.log" 2>&1 &
   processes+=($!)
   until_true "gestionnaire de fenêtres" xprop -root _NET_SUPPORTING_WM_CHECK
-  trayer --edge bottom --align right --widthtype request --height 32 >"$work/trayer.log" 2>&1 &
+  trayer --edge bottom --align right --widthtype request --height "${KALVO_TRAY:-32}" >"$work/trayer.log" 2>&1 &
   processes+=($!)
   until_true "zone de notification" xdotool search --class trayer
 }

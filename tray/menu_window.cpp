@@ -1,6 +1,7 @@
 #include "tray/menu_window.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QCursor>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -20,6 +21,9 @@ namespace {
 constexpr int kAutoClose = 500;   // milliseconds between two looks at the mouse
 constexpr int kRightMargin = 20;  // 300 twips, at 96 dpi; the toolkit scales it
 constexpr int kPictureSize = 20;
+// The window that stays, and room below it for the frame a window manager adds.
+constexpr int kStayingWidth = 240;
+constexpr int kFrameHeight = 48;
 
 constexpr std::array<QStyle::StandardPixmap, kMenuCaptions.size()> kPictures = {
     QStyle::SP_ComputerIcon,      QStyle::SP_MessageBoxInformation, QStyle::SP_ArrowDown,
@@ -90,7 +94,7 @@ void MenuWindow::popUp() {
     hide();
     highlight_.overBackground();
     paintHighlight();
-    place();
+    place(0);
     show();
     raise();
     activateWindow();
@@ -103,9 +107,11 @@ void MenuWindow::stay(const QString& reason) {
     setWindowFlags(Qt::Window | Qt::WindowMinimizeButtonHint | Qt::WindowTitleHint |
                    Qt::CustomizeWindowHint);
     reason_->setText(reason);
+    reason_->setMinimumHeight(reason_->heightForWidth(kStayingWidth));
+    setFixedWidth(kStayingWidth);
     reason_->show();
     foreground_.remember();
-    place();
+    place(kFrameHeight);
     show();
     Timer1.start();
 }
@@ -115,12 +121,13 @@ void MenuWindow::makeWay() {
     foreground_.giveBack();
 }
 
-void MenuWindow::place() {
+void MenuWindow::place(int bottomMargin) {
+    layout()->activate();
     resize(sizeHint());
     const QScreen& screen = *QApplication::primaryScreen();
     const int right = screen.geometry().right() + 1 - kRightMargin;
     const int bottom = screen.availableGeometry().bottom() + 1;
-    move(right - width(), bottom - height());
+    move(right - width(), bottom - bottomMargin - height());
 }
 
 void MenuWindow::unload() {
@@ -148,6 +155,13 @@ void MenuWindow::onTimer() {
         foreground_.remember();
     else if (!isActiveWindow() && !geometry().contains(QCursor::pos()))
         unload();
+}
+
+// The only way to the program stays within reach.
+void MenuWindow::closeEvent(QCloseEvent* event) {
+    if (!stays_) return;
+    event->ignore();
+    showMinimized();
 }
 
 bool MenuWindow::eventFilter(QObject* watched, QEvent* event) {

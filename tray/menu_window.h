@@ -31,13 +31,14 @@ public:
     void makeWay();
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
     void addEntry(int index);
-    void place();
+    void place(int bottomMargin);
     void unload();
     void take(int index);
     void paintHighlight();

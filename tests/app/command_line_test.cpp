@@ -38,6 +38,8 @@ TEST(CommandLineMistakes, AreRefused) {
                                                {"compile", "--all", "Stock"},
                                                {"listen", "x"},
                                                {"events", "--verbose", "f"},
+                                               {"--autostart", "yes"},
+                                               {"listen", "--autostart", "on"},
                                                {"--all"}}) {
         std::string problem;
         EXPECT_FALSE(parseCommandLine(arguments, problem)) << arguments.front();

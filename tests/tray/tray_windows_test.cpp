@@ -109,6 +109,7 @@ TEST_F(MenuWindowTest, StaysWhereThereIsNoNotificationArea) {
     menu.stay("Pourquoi");
     menu.makeWay();
     menu.popUp();
+    menu.close();
     EXPECT_TRUE(menu.isVisible());
 }
 
