@@ -19,6 +19,7 @@ public:
     std::uint16_t MapVirtualKeyExA(std::uint16_t) override { return 0; }
     KeyboardLayout& foregroundLayout() override { return *this; }
     void SendInput(std::span<const KeyRecord>) override {}
+    void finishInput() override {}
     void keybd_event(std::uint8_t, std::uint8_t, std::uint32_t) override {}
     std::int16_t GetKeyState(int) override { return 0; }
     std::uint16_t MapVirtualKeyA(std::uint16_t) override { return 0; }

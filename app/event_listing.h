@@ -27,6 +27,7 @@ public:
 
     KeyboardLayout& foregroundLayout() override { return layout_; }
     void SendInput(std::span<const KeyRecord> records) override;
+    void finishInput() override {}
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     std::int16_t GetKeyState(int virtualKey) override;
     std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) override {

@@ -52,6 +52,7 @@ void Keysend::SendKeyScript(std::string_view script, std::int16_t wait) {
     KeyScriptReader reader(script, [this](char c) { return keyboard_.CharToOemA(c); });
     typeEvents(reader);
     restoreLocks(initial, reader.locks(), wait);
+    keyboard_.finishInput();
     if (wait != 0) WaitWithEvents(kSettleTime);
 }
 

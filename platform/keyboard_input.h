@@ -63,8 +63,13 @@ public:
     // reference is valid until the next call. Cheap: it is called for every key.
     [[nodiscard]] virtual KeyboardLayout& foregroundLayout() = 0;
 
-    // Injects the records in order, as one uninterrupted batch.
+    // Injects the records in order, as one uninterrupted batch. A binding may gather
+    // batches for a moment; nothing is reordered.
     virtual void SendInput(std::span<const KeyRecord> records) = 0;
+
+    // Everything injected so far is on its way when this returns. Called at the end of
+    // whatever is typed.
+    virtual void finishInput() = 0;
 
     // Injects one event of a virtual key.
     virtual void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode,

@@ -32,7 +32,7 @@ until_true() {
 # start_x_server LAYOUT: uses the display there is, else starts one.
 start_x_server() {
   [ -n "${DISPLAY:-}" ] && return
-  Xvfb -displayfd 3 -screen 0 "${KALVO_SCREEN:-1024x768}x24" -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
+  Xvfb -displayfd 3 -screen 0 "${KALVO_SCREEN:-1024x768}x24" -nolisten tcp -noreset 3>"$work/display" 2>"$work/xvfb.log" &
   processes+=($!)
   until_true "serveur X" grep -q . "$work/display"
   DISPLAY=:$(cat "$work/display")

@@ -139,8 +139,11 @@ SpareKeycodes::Spare* SpareKeycodes::leastRecentlyUsed() {
     return oldest == spares_.end() ? nullptr : &*oldest;
 }
 
-void SpareKeycodes::settle(Clock::time_point lastUse) {
-    if (lastUse != Clock::time_point{}) std::this_thread::sleep_until(lastUse + kSettleTime);
+// The time runs from when the last keys went out, which is now at the latest.
+void SpareKeycodes::settle(Clock::time_point lastUse) const {
+    if (lastUse == Clock::time_point{}) return;
+    connection_.flush();
+    std::this_thread::sleep_until(lastUse + kSettleTime);
 }
 
 // The symbols the layout lacks, likely ones first.

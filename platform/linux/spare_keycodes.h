@@ -64,7 +64,7 @@ private:
     [[nodiscard]] std::vector<xkb_keysym_t> missingSymbols();
     Spare* leastRecentlyUsed();
     void write(const Spare& spare);
-    static void settle(Clock::time_point lastUse);
+    void settle(Clock::time_point lastUse) const;
     [[nodiscard]] bool holds(const Spare& spare) const;
 
     X11Connection& connection_;

@@ -82,7 +82,6 @@ void X11Keyboard::SendInput(std::span<const KeyRecord> records) {
     userModifiers_.lift();
     feedBatch(records);
     userModifiers_.putBack();
-    connection_.flush();
 }
 
 // The key's own record tells what the modifiers before it are for.
@@ -101,6 +100,7 @@ void X11Keyboard::feedBatch(std::span<const KeyRecord> records) {
 void X11Keyboard::keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) {
     const KeyRecord record{.virtualKey = virtualKey, .scanCode = scanCode, .flags = flags};
     SendInput({&record, 1});
+    finishInput();
 }
 
 void X11Keyboard::passKey(const KeyRecord& record) {

@@ -25,6 +25,8 @@ namespace kalvo {
 // - Alt with keypad digits types the composed character with its own key or, when
 //   the layout has none, with a spare one; lock keys have no influence on it;
 // - modifiers the user holds are out of the way during each batch of keys.
+// Batches go to the server in packets of a few hundred keys: one packet for each would
+// cost more than the keys themselves.
 // Everything pressed is released and the key map put back on destruction. If the
 // connection is lost, nothing is typed any more.
 class X11Keyboard : public KeyboardInput, private KeyboardLayout, private AltKeypad::Sink {
@@ -43,6 +45,7 @@ public:
 
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
     void SendInput(std::span<const KeyRecord> records) override;
+    void finishInput() override { connection_.flush(); }
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override;
     [[nodiscard]] std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) override;

@@ -27,6 +27,7 @@ class WindowsKeyboard : public KeyboardInput {
 public:
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
     void SendInput(std::span<const KeyRecord> records) override;
+    void finishInput() override {}  // SendInput keeps nothing back
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override;
     [[nodiscard]] std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) override;

@@ -59,6 +59,7 @@ public:
         batches.emplace_back(records.begin(), records.end());
         for (const KeyRecord& record : records) flipLock(record.virtualKey, record.flags);
     }
+    void finishInput() override {}
     void keybd_event(std::uint8_t virtualKey, std::uint8_t, std::uint32_t flags) override {
         static constexpr const char* kHex = "0123456789abcdef";
         keybdEvents.push_back({kHex[virtualKey >> 4U], kHex[virtualKey & 15U], ' ',

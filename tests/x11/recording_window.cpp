@@ -1,0 +1,119 @@
+#include "tests/x11/recording_window.h"
+
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/keysym.h>
+#include <xkbcommon/xkbcommon.h>
+
+#include <array>
+#include <stdexcept>
+#include <utility>
+
+#include "platform/ansi_text.h"
+
+namespace kalvo::testing {
+
+namespace {
+
+// ClientMessage formats that mean something here: a mark, and the end.
+constexpr long kMark = 1;
+constexpr long kEnd = 2;
+
+constexpr KeyCode kAnyKey = 38;
+
+bool isModifier(KeySym symbol) { return IsModifierKey(symbol) || symbol == XK_Scroll_Lock; }
+
+std::string textOf(XKeyEvent& event) {
+    std::array<char, 16> ignored{};
+    KeySym symbol = NoSymbol;
+    XLookupString(&event, ignored.data(), ignored.size(), &symbol, nullptr);
+    if (isModifier(symbol)) return {};
+    std::string text;
+    if ((event.state & ControlMask) != 0) text += '^';
+    if ((event.state & Mod1Mask) != 0) text += '%';
+    const std::uint32_t codePoint = xkb_keysym_to_utf32(static_cast<xkb_keysym_t>(symbol));
+    if (codePoint != 0) return text + unicodeToAnsi(static_cast<char32_t>(codePoint));
+    const char* const name = XKeysymToString(symbol);
+    return text + "{" + (name == nullptr ? "nothing" : name) + "}";
+}
+
+}  // namespace
+
+// One connection reads, another sends the marks: a display belongs to one thread.
+struct RecordingWindow::Connection {
+    explicit Connection(const char* name) : reader(XOpenDisplay(name)), sender(XOpenDisplay(name)) {
+        if (reader == nullptr || sender == nullptr) throw std::runtime_error("no display");
+        window = XCreateSimpleWindow(reader, DefaultRootWindow(reader), 0, 0, 300, 200, 0, 0, 0);
+        XSelectInput(reader, window, KeyPressMask | ExposureMask);
+        XMapWindow(reader, window);
+        XEvent event;
+        XWindowEvent(reader, window, ExposureMask, &event);
+        XSetInputFocus(reader, window, RevertToParent, CurrentTime);
+        // Xlib loads the key map with the first key it looks up and hears of changes
+        // only from then on; an application has done that long before it is typed into.
+        XkbKeycodeToKeysym(reader, kAnyKey, 0, 0);
+        XSync(reader, False);
+    }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    ~Connection() {
+        XCloseDisplay(reader);
+        XCloseDisplay(sender);
+    }
+
+    void send(long what) const {
+        XEvent event{};
+        event.xclient.type = ClientMessage;
+        event.xclient.window = window;
+        event.xclient.format = 32;
+        event.xclient.data.l[0] = what;
+        XSendEvent(sender, window, False, NoEventMask, &event);
+        XSync(sender, False);
+    }
+
+    Display* reader;
+    Display* sender;
+    Window window = None;
+};
+
+RecordingWindow::RecordingWindow(const char* display)
+    : connection_(std::make_unique<Connection>(display)), reader_([this] { read(); }) {}
+
+RecordingWindow::~RecordingWindow() {
+    connection_->send(kEnd);
+    reader_.join();
+}
+
+void RecordingWindow::read() {
+    for (;;) {
+        XEvent event;
+        XNextEvent(connection_->reader, &event);
+        if (event.type == MappingNotify) XRefreshKeyboardMapping(&event.xmapping);
+        if (event.type == ClientMessage && event.xclient.data.l[0] == kEnd) return;
+        const std::string text = event.type == KeyPress ? textOf(event.xkey) : std::string();
+        const std::lock_guard lock(mutex_);
+        text_ += text;
+        if (event.type == ClientMessage) {
+            ++marks_;
+            marked_.notify_all();
+        }
+    }
+}
+
+std::string RecordingWindow::take() {
+    std::unique_lock lock(mutex_);
+    const int seen = marks_;
+    lock.unlock();
+    connection_->send(kMark);
+    lock.lock();
+    marked_.wait(lock, [&] { return marks_ > seen; });
+    return std::exchange(text_, {});
+}
+
+std::size_t RecordingWindow::size() {
+    const std::lock_guard lock(mutex_);
+    return text_.size();
+}
+
+}  // namespace kalvo::testing
