@@ -1,0 +1,228 @@
+// The scenario database on real files: the system's own statements, the errors they
+// meet, and what survives.
+#include "platform/sqlite/sqlite_engine.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#ifndef _WIN32
+#include <sys/wait.h>
+#include <unistd.h>
+#include <csignal>
+#endif
+
+#include "platform/ansi_text.h"
+#include "platform/runtime_error.h"
+#include "platform/sqlite/schema.h"
+#include "platform/sqlite/sqlite_connection.h"
+#include "scenario/scenario_store.h"
+#include "tests/support/temporary_folder.h"
+
+namespace kalvo {
+namespace {
+
+// The number of the run-time error a statement ends with; 0 when it does not.
+template <typename Statement>
+int errorOf(Statement statement) {
+    try {
+        statement();
+        return 0;
+    } catch (const RuntimeError& error) {
+        EXPECT_NE(error.description(), "");
+        return error.number();
+    }
+}
+
+class ScenarioDatabase : public ::testing::Test {
+protected:
+    testing::TemporaryFolder folder;
+    std::string file = folder / "Scen.mdb";
+    SqliteEngine engine;
+    std::unique_ptr<Database> database;
+
+    ScenarioDatabase() {
+        createScenarioDatabase(file);
+        database = engine.OpenDatabase(file);
+    }
+
+    void addScenario(std::int16_t numero, const std::string& name) const {
+        ScenarioRecord record;
+        record.Numero = numero;
+        record.Nom = name;
+        record.Type = "Emulation";
+        insertScenario(*database, record);
+    }
+    // The first column named of every row.
+    [[nodiscard]] std::string column(const std::string& sql, const char* name) const {
+        std::string values;
+        for (const auto rows = database->OpenRecordset(sql); !rows->Eof(); rows->MoveNext())
+            values += textField(*rows, name) + "|";
+        return values;
+    }
+    [[nodiscard]] int executing(const std::string& sql) const {
+        return errorOf([&] { database->Execute(sql); });
+    }
+    [[nodiscard]] int querying(const std::string& sql) const {
+        return errorOf([&] { (void)database->OpenRecordset(sql); });
+    }
+};
+
+TEST_F(ScenarioDatabase, AnEmptyOneHasThreeTablesAndOneCounterOfZero) {
+    EXPECT_EQ(column("SELECT NunInc FROM Increment", "NunInc"), "0|");
+    EXPECT_EQ(column("SELECT * FROM Scenarios", "Nom"), "");
+    EXPECT_EQ(column("SELECT * FROM Actions", "Champs"), "");
+    EXPECT_EQ(nextScenarioNumber(*database), 1);
+    EXPECT_EQ(errorOf([&] { createScenarioDatabase(file); }), 58);
+}
+
+TEST_F(ScenarioDatabase, UnderstandsTheStatementsAsTheyAreWritten) {
+    addScenario(2, "Stock");
+    for (const char* text : {"&CODE", "-", "&QTY"}) insertAction(*database, 2, 3, {text, 0});
+    updateAction(*database, 2, 3, "tous");  // "...NumAction=3AND NumeroScen=2"
+    EXPECT_EQ(column("SELECT Champs FROM Actions WHERE NumAction=3AND NumeroScen=2", "CHAMPS"),
+              "tous|tous|tous|");
+    EXPECT_EQ(
+        executing("UPDATE Actions SET NumAction=NumAction + 1 WHERE NumAction>2AND NumeroScen=2"),
+        0);
+    EXPECT_EQ(column("SELECT Numaction FROM Actions", "numaction"), "4|4|4|");
+    EXPECT_EQ(executing("UPDATE Actions SET Champs='3AND 4' WHERE NumAction=4"), 0);
+    EXPECT_EQ(column("SELECT Champs FROM Actions", "Champs"), "3AND 4|3AND 4|3AND 4|");
+    renumberActions(*database, 2);
+    EXPECT_EQ(column("SELECT NumAction FROM Actions", "NumAction"), "1|1|1|");
+    updateBoucle(*database, 2, 5);
+    updateDepart(*database, 2, 3);
+    updateChemin(*database, 2, "C:\\lots -- à jour; /*\\l.txt"_ansi);
+    const auto scenario = readScenario(*database, 2);
+    ASSERT_TRUE(scenario);
+    EXPECT_EQ(scenario->Boucle, 5);
+    EXPECT_EQ(scenario->Depart, 3);
+    EXPECT_EQ(scenario->Chemin, std::string("C:\\lots -- à jour; /*\\l.txt"_ansi));
+    deleteScenario(*database, 2);
+    EXPECT_EQ(column("SELECT * FROM Actions", "Champs"), "");
+}
+
+TEST_F(ScenarioDatabase, NamesCompareWithoutRegardToCaseAccentsIncluded) {
+    addScenario(1, std::string("Été à l’ŒUVRE"_ansi));
+    EXPECT_EQ(findScenario(*database, "éTÉ À L’œuvre"_ansi), 1);
+    EXPECT_EQ(findScenario(*database, "Ete a l’oeuvre"_ansi), std::nullopt);
+}
+
+TEST_F(ScenarioDatabase, RefusesWhatIsNoSingleStatementOfTheSystem) {
+    struct Case {
+        const char* sql;
+        int number;
+    };
+    for (const Case& c :
+         std::vector<Case>{{"UPDATE Increment SET NunInc=1; DELETE FROM Increment", 3075},
+                           {"UPDATE Increment SET NunInc=1;DELETE FROM Increment", 3075},
+                           {"UPDAT Increment SET NunInc=1", 3075},
+                           {"UPDATE Increment SET NunInc='1", 3075},
+                           {"UPDATE Increment SET Nombre=1", 3061},
+                           {"UPDATE Compteur SET NunInc=1", 3078},
+                           {"ATTACH 'x' AS y", 3075},
+                           {"PRAGMA journal_mode=OFF", 3075},
+                           {"BEGIN", 3075},
+                           {"SELECT NunInc FROM Increment", 3065},
+                           {"", 3075}}) {
+        EXPECT_EQ(executing(c.sql), c.number) << c.sql;
+    }
+    EXPECT_EQ(querying("DELETE FROM Increment"), 3219);
+    EXPECT_EQ(errorOf([&] { (void)findScenario(*database, "L'inventaire"); }), 3075);
+    EXPECT_EQ(errorOf([&] { addScenario(1, "L'inventaire"); }), 3075);
+    EXPECT_EQ(column("SELECT NunInc FROM Increment", "NunInc"), "0|");
+    EXPECT_EQ(executing("UPDATE Increment SET NunInc=1 ; "), 0);
+}
+
+TEST_F(ScenarioDatabase, NumbersThatDoNotFitAreErrorsOfTheirRead) {
+    const auto read = [&](const std::string& value) {
+        database->Execute("UPDATE Increment SET NunInc=" + value);
+        const auto rows = database->OpenRecordset("SELECT NunInc FROM Increment");
+        return errorOf([&] { (void)int16Field(*rows, "NunInc"); });
+    };
+    EXPECT_EQ(read("32767"), 0);
+    EXPECT_EQ(read("' 12 '"), 0);
+    EXPECT_EQ(read("32768"), 6);
+    EXPECT_EQ(read("-40000"), 6);
+    EXPECT_EQ(read("'douze'"), 13);
+    EXPECT_EQ(read("NULL"), 94);
+    const auto rows = database->OpenRecordset("SELECT NunInc FROM Increment");
+    EXPECT_EQ(errorOf([&] { (void)rows->Fields("Nombre"); }), 3265);
+    rows->MoveNext();
+    EXPECT_TRUE(rows->Eof());
+    EXPECT_EQ(errorOf([&] { (void)rows->Fields("NunInc"); }), 3021);
+}
+
+TEST_F(ScenarioDatabase, AQueryKeepsTheRowsOfItsMoment) {
+    for (std::int16_t i = 1; i <= 40; ++i) insertAction(*database, 1, i, {"a", 0});
+    const auto rows =
+        database->OpenRecordset("SELECT NumAction FROM Actions ORDER BY NumAction ASC");
+    int count = 0;
+    for (; !rows->Eof(); rows->MoveNext(), ++count)
+        database->Execute("DELETE FROM Actions WHERE NumAction=" + std::to_string(40 - count));
+    EXPECT_EQ(count, 40);
+    EXPECT_EQ(column("SELECT * FROM Actions", "Champs"), "");
+}
+
+TEST_F(ScenarioDatabase, WaitsForAnotherProgramThenGivesUp) {
+    auto other = SqliteConnection::open(file);
+    other.run("BEGIN IMMEDIATE");
+    EXPECT_EQ(executing("UPDATE Increment SET NunInc=7"), 3260);
+    other.run("COMMIT");
+    EXPECT_EQ(executing("UPDATE Increment SET NunInc=7"), 0);
+}
+
+TEST(DatabaseFiles, ThatAreNoDatabaseAreToldApart) {
+    const testing::TemporaryFolder folder;
+    SqliteEngine engine;
+    const auto opening = [&](const std::string& content) {
+        testing::writeBytes(folder / "x.mdb", content);
+        return errorOf([&] {
+            const auto database = engine.OpenDatabase(folder / "x.mdb");
+            (void)database->OpenRecordset("SELECT NunInc FROM Increment");
+        });
+    };
+    EXPECT_EQ(errorOf([&] { (void)engine.OpenDatabase(folder / "none.mdb"); }), 3024);
+    EXPECT_EQ(opening(""), 3343);
+    EXPECT_EQ(opening("not a database at all"), 3343);
+    EXPECT_EQ(opening(std::string(100000, '\xA5')), 3343);
+    createScenarioDatabase(folder / "good.mdb");
+    const std::string good = testing::bytesOf(folder / "good.mdb");
+    EXPECT_EQ(opening(good), 0);
+    EXPECT_NE(opening(good.substr(0, good.size() / 2)), 0);
+    EXPECT_NE(opening(good.substr(0, 90)), 0);
+}
+
+#ifndef _WIN32
+TEST_F(ScenarioDatabase, WhatWasConfirmedSurvivesAKill) {
+    database.reset();
+    int confirmed[2];
+    ASSERT_EQ(pipe(confirmed), 0);
+    const pid_t child = fork();
+    if (child == 0) {
+        const auto own = engine.OpenDatabase(file);
+        for (int i = 1;; ++i) {
+            own->Execute("UPDATE Increment SET NunInc=" + std::to_string(i));
+            if (write(confirmed[1], &i, sizeof i) != sizeof i) _exit(1);
+        }
+    }
+    close(confirmed[1]);
+    int last = 0;
+    while (last < 20 && read(confirmed[0], &last, sizeof last) == sizeof last) {
+    }
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    while (read(confirmed[0], &last, sizeof last) == sizeof last) {
+    }
+    close(confirmed[0]);
+    database = engine.OpenDatabase(file);
+    const auto rows = database->OpenRecordset("SELECT NunInc FROM Increment");
+    EXPECT_GE(int16Field(*rows, "NunInc"), last);
+    EXPECT_LE(int16Field(*rows, "NunInc"), last + 1);
+}
+#endif
+
+}  // namespace
+}  // namespace kalvo
