@@ -85,12 +85,15 @@ public:
 private:
     // The load event of the hidden main window, under the splash.
     void load() {
+        // A window manager may well give the focus to the splash.
+        foreground_->remember();
         SplashWindow splash;
         splash.show();
         events_.DoEvents();
         prepareApplicationFolder(*bindings_.files, dialogs_, bindings_.applicationFolder,
                                  bindings_.shippedData);
         splash.hide();
+        foreground_->giveBack();
         startUp(platform(), state_, reception_, [this] { showSettings(); });
         if (!QtNotifyIcon::available())
             menuWindow_.stay(

@@ -21,7 +21,9 @@ std::wstring quoted(const std::wstring& argument) { return L"\"" + argument + L"
 std::wstring command(const std::optional<std::string>& appDir) {
     std::array<wchar_t, 32768> executable{};
     GetModuleFileNameW(nullptr, executable.data(), static_cast<DWORD>(executable.size()));
-    std::wstring text = quoted(executable.data());
+    // The desktop program, if this is the one of the console beside it.
+    std::wstring text =
+        quoted(std::filesystem::path(executable.data()).replace_extension(L".exe").wstring());
     if (appDir)
         text += L" --app-dir " + quoted(std::filesystem::absolute(wideFromUtf8(*appDir)).wstring());
     return text;

@@ -35,7 +35,7 @@ unavailable() {
   exit 77
 }
 command -v wine >/dev/null || unavailable "Wine is not installed (scripts/install-dependencies --windows)"
-[ -f "$windows/bin/kalvo-horizon.exe" ] || unavailable "no Windows build (scripts/build-windows)"
+[ -f "$windows/bin/kalvo-horizon.com" ] || unavailable "no Windows build (scripts/build-windows)"
 
 # win SECONDS PROGRAM ARGUMENT...: runs a Windows program, for a limited time.
 win() {
@@ -62,7 +62,7 @@ start_wine() {
 }
 
 # kalvo ARGUMENT...: the Windows program on the sample site.
-kalvo() { win 60 "$windows/bin/kalvo-horizon.exe" --app-dir "$(windows_path "$site")" "$@"; }
+kalvo() { win 60 "$windows/bin/kalvo-horizon.com" --app-dir "$(windows_path "$site")" "$@"; }
 
 # open_edit_target: an edit control that has the focus; its content is $work/typed.txt.
 open_edit_target() {
