@@ -8,24 +8,15 @@
 #include <vector>
 
 #include "platform/jet/jet_stream.h"
-#include "platform/runtime_error.h"
 #include "platform/sqlite/schema.h"
 #include "platform/sqlite/sqlite_engine.h"
+#include "tests/support/error_of.h"
 #include "tests/support/temporary_folder.h"
 
 namespace kalvo {
 namespace {
 
-template <typename Statement>
-int errorOf(Statement statement) {
-    try {
-        statement();
-        return 0;
-    } catch (const RuntimeError& error) {
-        EXPECT_NE(error.description(), "");
-        return error.number();
-    }
-}
+using testing::errorOf;
 
 // The values of a query's rows, Null as "-".
 std::vector<std::string> rowsOf(const std::string& file, const std::string& sql,

@@ -15,26 +15,16 @@
 #endif
 
 #include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "platform/sqlite/schema.h"
 #include "platform/sqlite/sqlite_connection.h"
 #include "scenario/scenario_store.h"
+#include "tests/support/error_of.h"
 #include "tests/support/temporary_folder.h"
 
 namespace kalvo {
 namespace {
 
-// The number of the run-time error a statement ends with; 0 when it does not.
-template <typename Statement>
-int errorOf(Statement statement) {
-    try {
-        statement();
-        return 0;
-    } catch (const RuntimeError& error) {
-        EXPECT_NE(error.description(), "");
-        return error.number();
-    }
-}
+using testing::errorOf;
 
 class ScenarioDatabase : public ::testing::Test {
 protected:
