@@ -56,6 +56,7 @@ public:
     explicit DesktopProgram(SystemBindings& bindings)
         : bindings_(bindings),
           events_([this](const RuntimeError& error) { showError(error); }),
+          progress_([this] { events_.draw(); }),
           icon_(QApplication::windowIcon(), [this] { menuWindow_.popUp(); }),
           foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
           keyboard_(connected<KeyboardInput, NoKeyboard>(connectKeyboard)),

@@ -22,8 +22,9 @@ void QtEventPump::run() {
 
 void QtEventPump::requestEnd() {
     ending_ = true;
+    // Not quit(), which every open window could refuse.
     QMetaObject::invokeMethod(
-        this, [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
+        this, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
 }
 
 void QtEventPump::deliver(const std::function<void()>& handler) {
@@ -62,8 +63,40 @@ LocalTime QtEventPump::now() {
 }
 
 void QtEventPump::post(std::function<void()> handler) {
+    {
+        const std::lock_guard lock(mutex_);
+        waiting_.push_back(std::move(handler));
+    }
     QMetaObject::invokeMethod(
-        this, [this, handler = std::move(handler)] { deliver(handler); }, Qt::QueuedConnection);
+        this, [this] { deliverWaiting(); }, Qt::QueuedConnection);
+}
+
+void QtEventPump::deliverWaiting() {
+    std::size_t count = 0;
+    {
+        const std::lock_guard lock(mutex_);
+        count = waiting_.size();
+    }
+    // A handler that posts another does not keep the caller here for ever.
+    for (; count > 0 && !drawing_; --count) {
+        std::function<void()> handler;
+        {
+            const std::lock_guard lock(mutex_);
+            if (waiting_.empty()) return;
+            handler = std::move(waiting_.front());
+            waiting_.pop_front();
+        }
+        deliver(handler);
+    }
+}
+
+void QtEventPump::draw() {
+    drawing_ = true;
+    QThread::currentThread()->eventDispatcher()->processEvents(QEventLoop::ExcludeUserInputEvents);
+    drawing_ = false;
+    // What was held back meanwhile is delivered by the next turn of the event loop.
+    QMetaObject::invokeMethod(
+        this, [this] { deliverWaiting(); }, Qt::QueuedConnection);
 }
 
 }  // namespace kalvo

@@ -3,7 +3,9 @@
 
 #include <QObject>
 #include <atomic>
+#include <deque>
 #include <functional>
+#include <mutex>
 
 #include "platform/event_pump.h"
 #include "platform/runtime_error.h"
@@ -27,6 +29,10 @@ public:
     // ProgramEnd.
     void deliver(const std::function<void()>& handler);
 
+    // Lets the toolkit draw what has changed. Nothing of the program's own is delivered,
+    // nor any input of the user: a caller may be in the middle of something.
+    void draw();
+
     void DoEvents() override;
     void Sleep(int milliseconds) override;
     std::uint32_t GetTickCount() override;
@@ -34,8 +40,13 @@ public:
     void post(std::function<void()> handler) override;
 
 private:
+    void deliverWaiting();
+
     std::function<void(const RuntimeError&)> onError_;
     std::atomic<bool> ending_ = false;
+    std::mutex mutex_;
+    std::deque<std::function<void()>> waiting_;
+    bool drawing_ = false;
     // Calls of DoEvents in a row that found nothing.
     int idleCalls_ = 0;
 };

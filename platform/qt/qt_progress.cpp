@@ -4,10 +4,13 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QScreen>
+#include <QThread>
 #include <QVBoxLayout>
 #include <QWidget>
+#include <QWindow>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/qt/qt_text.h"
 
@@ -17,6 +20,8 @@ namespace {
 
 constexpr qint64 kRepaintInterval = 33;  // milliseconds
 constexpr int kWidth = 340;
+constexpr int kExposeTries = 20;
+constexpr unsigned long kExposePause = 5;  // milliseconds
 
 // Shown over the application that is typed into, which must keep the focus.
 constexpr Qt::WindowFlags kFlags = Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -24,7 +29,8 @@ constexpr Qt::WindowFlags kFlags = Qt::Tool | Qt::CustomizeWindowHint | Qt::Wind
 
 }  // namespace
 
-QtProgress::QtProgress() : window_(std::make_unique<QWidget>(nullptr, kFlags)) {
+QtProgress::QtProgress(std::function<void()> draw)
+    : draw_(std::move(draw)), window_(std::make_unique<QWidget>(nullptr, kFlags)) {
     window_->setObjectName("frmProgress");
     window_->setWindowTitle("KALVO Horizon");
     window_->setAttribute(Qt::WA_ShowWithoutActivating);
@@ -58,6 +64,11 @@ void QtProgress::show() {
     const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
     window_->move(area.center() - window_->rect().center());
     window_->show();
+    // The window system shows a window in its own time; before that nothing is drawn.
+    for (int i = 0; i < kExposeTries && !window_->windowHandle()->isExposed(); ++i) {
+        draw_();
+        QThread::msleep(kExposePause);
+    }
     repaint();
 }
 
@@ -68,7 +79,10 @@ void QtProgress::refresh() {
 void QtProgress::unload() { window_->hide(); }
 
 void QtProgress::repaint() {
-    if (window_->isVisible()) window_->repaint();
+    if (window_->isVisible()) {
+        window_->update();
+        draw_();
+    }
     sinceRepaint_.restart();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <functional>
 #include <memory>
 
 #include "platform/progress.h"
@@ -14,7 +15,8 @@ namespace kalvo {
 
 class QtProgress : public Progress {
 public:
-    QtProgress();
+    // `draw` lets the toolkit draw, without delivering anything of the program.
+    explicit QtProgress(std::function<void()> draw);
     QtProgress(const QtProgress&) = delete;
     QtProgress& operator=(const QtProgress&) = delete;
     ~QtProgress() override;
@@ -28,6 +30,7 @@ public:
 private:
     void repaint();
 
+    std::function<void()> draw_;
     std::unique_ptr<QWidget> window_;
     QLabel* Label1 = nullptr;
     QProgressBar* ProgressBar1 = nullptr;

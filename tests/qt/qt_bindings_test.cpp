@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCloseEvent>
 #include <QElapsedTimer>
 #include <QInputDialog>
 #include <QLabel>
@@ -69,6 +70,25 @@ TEST_F(QtPump, TheEndUnwindsNestedHandlersAndTheLoop) {
     EXPECT_THROW(pump.DoEvents(), ProgramEnd);
 }
 
+TEST_F(QtPump, NoWindowCanRefuseTheEnd) {
+    struct Stubborn : QWidget {
+        void closeEvent(QCloseEvent* event) override { event->ignore(); }
+    } window;
+    window.show();
+    pump.post([&] { pump.requestEnd(); });
+    pump.run();
+    EXPECT_THROW(pump.DoEvents(), ProgramEnd);
+}
+
+TEST_F(QtPump, DrawingDeliversNothingOfTheProgramAndLosesNothing) {
+    std::string log;
+    pump.post([&] { log += "a"; });
+    pump.draw();
+    EXPECT_EQ(log, "");
+    pump.DoEvents();
+    EXPECT_EQ(log, "a");
+}
+
 TEST_F(QtPump, PollingItForeverRests) {
     QElapsedTimer timer;
     timer.start();
@@ -106,7 +126,7 @@ TEST(QtDialogs, AnInputGivesItsTextOrNothing) {
 }
 
 TEST(QtProgress, ShowsLabelAndBarAndStartsAfresh) {
-    QtProgress progress;
+    QtProgress progress([] {});
     progress.setLabel("Préparation"_ansi);
     progress.show();
     progress.setValue(250);
