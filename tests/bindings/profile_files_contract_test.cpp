@@ -1,6 +1,6 @@
+#include <array>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/ansi_text.h"
 #include "tests/bindings/binding_contracts.h"
@@ -9,7 +9,7 @@ namespace kalvo::testing {
 namespace {
 
 // One file with everything people and programs leave in such files.
-const std::string kAwkward = std::string(
+constexpr std::string_view kAwkward =
     "hors = section\r\n"
     "; [Port] in a comment\r\n"
     "[ Port_série ]text behind the bracket\r\n"
@@ -35,39 +35,40 @@ const std::string kAwkward = std::string(
     "[PORT_SéRIE]\r\n"
     "late=1\r\n"
     "[Last]\r\n"
-    "end=no newline"_ansi);
+    "end=no newline"_ansi;
 
 struct Case {
     std::string_view section, key, expected;
 };
 
-const std::vector<Case> kWhatItHolds = {Case{"Port_série"_ansi, "Port", "3"},
-                                        Case{"Port_série"_ansi, "Vitesse", "9600"},
-                                        Case{"Port_série"_ansi, "VITESSE", "9600"},
-                                        Case{" Port_série "_ansi, " Port ", "3"},
-                                        Case{"PORT_SéRIE"_ansi, "BIT D'ARRêT"_ansi, "1.5"},
-                                        Case{"Port_série"_ansi, "quotes", " a b "},
-                                        Case{"Port_série"_ansi, "single", " a "},
-                                        Case{"Port_série"_ansi, "nested", "'x'"},
-                                        Case{"Port_série"_ansi, "partly", "a=\"b\""},
-                                        Case{"Port_série"_ansi, "open", "\"abc"},
-                                        Case{"Port_série"_ansi, "lone", "\""},
-                                        Case{"Port_série"_ansi, "comment", "v ; c"},
-                                        Case{"Port_série"_ansi, "hidden", ""},
-                                        Case{"Port_série"_ansi, "no equals sign", ""},
-                                        Case{"Port_série"_ansi, "empty", ""},
-                                        Case{"Port_série"_ansi, "blank", ""},
-                                        Case{"Port_série"_ansi, "equals", "=x="},
-                                        Case{"Port_série"_ansi, "missing", ""},
-                                        Case{"Port_série"_ansi, "late", ""},
-                                        Case{"Other", "Port", "5"},
-                                        Case{"Last", "end", "no newline"},
-                                        Case{"Port", "Port", ""},
-                                        Case{"Nowhere", "x", ""}};
+constexpr auto kWhatItHolds =
+    std::to_array<Case>({Case{"Port_série"_ansi, "Port", "3"},
+                         Case{"Port_série"_ansi, "Vitesse", "9600"},
+                         Case{"Port_série"_ansi, "VITESSE", "9600"},
+                         Case{" Port_série "_ansi, " Port ", "3"},
+                         Case{"PORT_SéRIE"_ansi, "BIT D'ARRêT"_ansi, "1.5"},
+                         Case{"Port_série"_ansi, "quotes", " a b "},
+                         Case{"Port_série"_ansi, "single", " a "},
+                         Case{"Port_série"_ansi, "nested", "'x'"},
+                         Case{"Port_série"_ansi, "partly", "a=\"b\""},
+                         Case{"Port_série"_ansi, "open", "\"abc"},
+                         Case{"Port_série"_ansi, "lone", "\""},
+                         Case{"Port_série"_ansi, "comment", "v ; c"},
+                         Case{"Port_série"_ansi, "hidden", ""},
+                         Case{"Port_série"_ansi, "no equals sign", ""},
+                         Case{"Port_série"_ansi, "empty", ""},
+                         Case{"Port_série"_ansi, "blank", ""},
+                         Case{"Port_série"_ansi, "equals", "=x="},
+                         Case{"Port_série"_ansi, "missing", ""},
+                         Case{"Port_série"_ansi, "late", ""},
+                         Case{"Other", "Port", "5"},
+                         Case{"Last", "end", "no newline"},
+                         Case{"Port", "Port", ""},
+                         Case{"Nowhere", "x", ""}});
 
 TEST_P(ProfileFilesContract, ReadsAwkwardFiles) {
     const std::string file = folder_ / "awkward.ini";
-    writeBytes(file, kAwkward);
+    writeBytes(file, std::string(kAwkward));
     for (const auto& [section, key, expected] : kWhatItHolds)
         EXPECT_EQ(binding_->read(file, section, key), expected) << section << "/" << key;
     EXPECT_EQ(binding_->read(folder_ / "missing.ini", "s", "k"), "");
@@ -95,7 +96,7 @@ TEST_P(ProfileFilesContract, CreatesFileAndSectionOnWrite) {
 
 TEST_P(ProfileFilesContract, WritesTheFirstMatchAndLeavesTheRest) {
     const std::string file = folder_ / "written.ini";
-    writeBytes(file, kAwkward);
+    writeBytes(file, std::string(kAwkward));
     EXPECT_TRUE(binding_->write(file, "Port_série"_ansi, "PORT", "12"));
     EXPECT_TRUE(binding_->write(file, "Port_série"_ansi, "PortActif", " 1"));
     for (const auto& [section, key, expected] : kWhatItHolds) {

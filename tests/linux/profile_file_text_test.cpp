@@ -58,9 +58,9 @@ TEST(ProfileText, LinesEndInAnyOfTheThreeWays) {
 }
 
 TEST(ProfileText, NamesIgnoreCaseAndCommentsHaveNone) {
-    const std::string text(
-        "[Port_série]\r\nBit d'arrêt=1\r\n[PORT_SÉRIE]\r\nBit d'arrêt=2\r\n"_ansi);
-    EXPECT_EQ(findProfileValue(text, "PORT_SÉRIE"_ansi, "BIT D'ARRÊT"_ansi), "1");
+    constexpr std::string_view text =
+        "[Port_série]\r\nBit d'arrêt=1\r\n[PORT_SÉRIE]\r\nBit d'arrêt=2\r\n"_ansi;
+    EXPECT_EQ(findProfileValue(std::string(text), "PORT_SÉRIE"_ansi, "BIT D'ARRÊT"_ansi), "1");
     EXPECT_EQ(findProfileValue("[s]\r\n;k=1\r\n", "s", ";k"), "") << "a comment under any name";
 }
 
