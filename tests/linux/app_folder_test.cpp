@@ -64,9 +64,9 @@ TEST(ApplicationFolder, IsCreatedAndNamedInTheCodePage) {
 }
 
 TEST(UserFolders, IgnoreRelativeVariables) {
-    const Variable home("HOME", "/home/u");
+    const Variable home("HOME", "/users/u");
     const Variable config("XDG_CONFIG_HOME", "relative");
-    EXPECT_EQ(defaultRegistryFile(), "/home/u/.config/kalvo-horizon/registre.reg");
+    EXPECT_EQ(defaultRegistryFile(), "/users/u/.config/kalvo-horizon/registre.reg");
     const Variable absolute("XDG_CONFIG_HOME", "/etc/u");
     EXPECT_EQ(defaultRegistryFile(), "/etc/u/kalvo-horizon/registre.reg");
 }
