@@ -53,6 +53,9 @@ public:
     [[nodiscard]] virtual std::vector<std::string> list(std::string_view folder) = 0;
 
     virtual void remove(std::string_view path) = 0;
+
+    // The path as users of this system write it.
+    [[nodiscard]] virtual std::string shownPath(std::string_view path) const = 0;
 };
 
 // Whether a character separates folders in the paths of this system.

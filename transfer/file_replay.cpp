@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 
 #include "core/application_paths.h"
 #include "core/progress_pacer.h"
@@ -18,6 +17,7 @@
 #include "platform/progress.h"
 #include "scenario/file_output.h"
 #include "scenario/frame_processing.h"
+#include "transfer/temporary_folder.h"
 
 namespace kalvo {
 
@@ -134,10 +134,7 @@ std::string ReplayForm::startFolder() const {
     std::string folder =
         readPortSerie(platform_.profiles, run_.applicationFolder, port_serie::kReplayFolder);
     if (!folder.empty()) return folder;
-    // The temporary folder of the application's drive, or of a system without drives.
-    const std::string_view home = run_.applicationFolder;
-    if (home.size() >= 2 && home[1] == ':') return std::string(home.substr(0, 2)) + "\\TEMP";
-    return std::filesystem::temp_directory_path().string();
+    return temporaryFolder(run_.applicationFolder);
 }
 
 }  // namespace kalvo

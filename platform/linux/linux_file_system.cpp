@@ -119,4 +119,8 @@ void LinuxFileSystem::remove(std::string_view path) {
     if (::unlink(native.c_str()) != 0) throw fileError(errno, path, missingNumber(native));
 }
 
+std::string LinuxFileSystem::shownPath(std::string_view path) const {
+    return fromUtf8(nativePath(path));
+}
+
 }  // namespace kalvo

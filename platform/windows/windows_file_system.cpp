@@ -134,4 +134,6 @@ void WindowsFileSystem::remove(std::string_view path) {
     if (!DeleteFileW(wideFromAnsi(path).c_str())) throw accessError(GetLastError(), path);
 }
 
+std::string WindowsFileSystem::shownPath(std::string_view path) const { return std::string(path); }
+
 }  // namespace kalvo

@@ -78,6 +78,7 @@ public:
         log.push_back("remove " + normal(path));
         files.erase(normal(path));
     }
+    std::string shownPath(std::string_view path) const override { return std::string(path); }
 
 private:
     class Stream : public TextStream {
