@@ -1,9 +1,11 @@
 // Files and folders.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +20,14 @@ public:
     virtual void write(std::string_view bytes) = 0;
     // Writes what is buffered and closes; errors as write.
     virtual void close() = 0;
+};
+
+// A file open for reading in pieces.
+class ByteSource {
+public:
+    virtual ~ByteSource() = default;
+    // The next bytes, at most as many as there is room for; 0 at the end only.
+    virtual std::size_t read(std::span<char> buffer) = 0;
 };
 
 // Paths are code page 1252 as stored by the user. Where "/" is the native
@@ -42,6 +52,8 @@ public:
 
     // The whole content, byte for byte.
     [[nodiscard]] virtual std::string read(std::string_view path) = 0;
+    // A file open for reading from its start; errors as read.
+    [[nodiscard]] virtual std::unique_ptr<ByteSource> open(std::string_view path) = 0;
     // The content, handed over line by line without line ends (CR LF or LF); a CR
     // inside a line stays. `line` is valid during the call only.
     virtual void readLines(std::string_view path,
@@ -56,6 +68,10 @@ public:
 
     // The path as users of this system write it.
     [[nodiscard]] virtual std::string shownPath(std::string_view path) const = 0;
+
+    // Gives a file another name in the same folder, in place of a file of that name:
+    // whoever looks finds the old file or the new one, whole.
+    virtual void rename(std::string_view from, std::string_view to) = 0;
 };
 
 // Whether a character separates folders in the paths of this system.

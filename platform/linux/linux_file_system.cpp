@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
+#include <utility>
 
 #include "platform/ansi_text.h"
 #include "platform/linux/file_stream.h"
@@ -49,6 +51,20 @@ std::unique_ptr<TextStream> openForWriting(std::string_view path, int how) {
     return std::make_unique<FileStream>(std::move(file), path);
 }
 
+class FileSource : public ByteSource {
+public:
+    FileSource(FileDescriptor file, std::string_view path) : file_(std::move(file)), path_(path) {}
+    std::size_t read(std::span<char> buffer) override {
+        const std::ptrdiff_t got = readSome(file_, buffer.data(), buffer.size());
+        if (got < 0) throw fileError(errno, path_);
+        return static_cast<std::size_t>(got);
+    }
+
+private:
+    FileDescriptor file_;
+    std::string path_;
+};
+
 }  // namespace
 
 bool LinuxFileSystem::fileExists(std::string_view path) {
@@ -89,6 +105,11 @@ std::string LinuxFileSystem::read(std::string_view path) {
     return content;
 }
 
+std::unique_ptr<ByteSource> LinuxFileSystem::open(std::string_view path) {
+    if (folderExists(path)) throw fileError(EISDIR, path);
+    return std::make_unique<FileSource>(openForReading(path), path);
+}
+
 void LinuxFileSystem::readLines(std::string_view path,
                                 const std::function<void(std::string_view line)>& visit) {
     visitLines(openForReading(path), path, visit);
@@ -121,6 +142,12 @@ void LinuxFileSystem::remove(std::string_view path) {
 
 std::string LinuxFileSystem::shownPath(std::string_view path) const {
     return fromUtf8(nativePath(path));
+}
+
+void LinuxFileSystem::rename(std::string_view from, std::string_view to) {
+    const std::string native = nativePath(from);
+    if (::rename(native.c_str(), nativePath(to).c_str()) != 0)
+        throw fileError(errno, errno == EISDIR ? to : from, missingNumber(native));
 }
 
 }  // namespace kalvo

@@ -15,6 +15,7 @@ public:
     [[nodiscard]] std::unique_ptr<TextStream> create(std::string_view path) override;
     [[nodiscard]] std::unique_ptr<TextStream> append(std::string_view path) override;
     [[nodiscard]] std::string read(std::string_view path) override;
+    std::unique_ptr<ByteSource> open(std::string_view path) override;
     // Holds no more in memory than the longest line and one block.
     void readLines(std::string_view path,
                    const std::function<void(std::string_view line)>& visit) override;
@@ -22,6 +23,7 @@ public:
     [[nodiscard]] std::vector<std::string> list(std::string_view folder) override;
     void remove(std::string_view path) override;
     [[nodiscard]] std::string shownPath(std::string_view path) const override;
+    void rename(std::string_view from, std::string_view to) override;
 };
 
 }  // namespace kalvo

@@ -28,7 +28,7 @@ RuntimeError accessError(DWORD error, std::string_view path) {
     return fileError(folder ? DWORD{ERROR_DIRECTORY} : error, path);
 }
 
-FileHandle open(std::string_view path, DWORD access, DWORD share, DWORD how) {
+FileHandle openFile(std::string_view path, DWORD access, DWORD share, DWORD how) {
     const HANDLE file = CreateFileW(wideFromAnsi(path).c_str(), access, share, nullptr, how,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) throw accessError(GetLastError(), path);
@@ -36,7 +36,7 @@ FileHandle open(std::string_view path, DWORD access, DWORD share, DWORD how) {
 }
 
 FileHandle openForReading(std::string_view path) {
-    return open(path, GENERIC_READ, kEverybodyMay, OPEN_EXISTING);
+    return openFile(path, GENERIC_READ, kEverybodyMay, OPEN_EXISTING);
 }
 
 // The next bytes of a file, 0 at its end.
@@ -49,6 +49,18 @@ std::size_t readSome(const FileHandle& file, char* buffer, std::size_t size,
     }
     return got;
 }
+
+class FileSource : public ByteSource {
+public:
+    FileSource(FileHandle file, std::string_view path) : file_(std::move(file)), path_(path) {}
+    std::size_t read(std::span<char> buffer) override {
+        return readSome(file_, buffer.data(), buffer.size(), path_);
+    }
+
+private:
+    FileHandle file_;
+    std::string path_;
+};
 
 struct CloseSearch {
     using pointer = HANDLE;
@@ -70,13 +82,13 @@ void WindowsFileSystem::createFolder(std::string_view path) {
 }
 
 std::unique_ptr<TextStream> WindowsFileSystem::create(std::string_view path) {
-    return std::make_unique<FileStream>(open(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS),
-                                        path);
+    return std::make_unique<FileStream>(
+        openFile(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS), path);
 }
 
 std::unique_ptr<TextStream> WindowsFileSystem::append(std::string_view path) {
     return std::make_unique<FileStream>(
-        open(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS), path);
+        openFile(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS), path);
 }
 
 std::string WindowsFileSystem::read(std::string_view path) {
@@ -91,6 +103,10 @@ std::string WindowsFileSystem::read(std::string_view path) {
     }
     content.resize(size);
     return content;
+}
+
+std::unique_ptr<ByteSource> WindowsFileSystem::open(std::string_view path) {
+    return std::make_unique<FileSource>(openForReading(path), path);
 }
 
 void WindowsFileSystem::readLines(std::string_view path,
@@ -135,5 +151,11 @@ void WindowsFileSystem::remove(std::string_view path) {
 }
 
 std::string WindowsFileSystem::shownPath(std::string_view path) const { return std::string(path); }
+
+void WindowsFileSystem::rename(std::string_view from, std::string_view to) {
+    if (!MoveFileExW(wideFromAnsi(from).c_str(), wideFromAnsi(to).c_str(),
+                     MOVEFILE_REPLACE_EXISTING))
+        throw accessError(GetLastError(), folderExists(to) ? to : from);
+}
 
 }  // namespace kalvo

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,20 @@ TEST_P(FileSystemContract, KeepsLargeContentsWhole) {
     EXPECT_TRUE(joined == content) << "lines across blocks";
 }
 
+TEST_P(FileSystemContract, ReadsInPiecesAndRenamesInPlaceOfAFile) {
+    const std::string from = folder_ / "lot.part";
+    const std::string to = folder_ / "lot.txt";
+    writeBytes(from, std::string("ab\0\r\n\xE9z", 7));
+    writeBytes(to, "old");
+    binding_->rename(from, to);
+    EXPECT_FALSE(binding_->fileExists(from));
+    std::array<char, 3> piece{};
+    std::string joined;
+    const auto source = binding_->open(to);
+    while (const std::size_t got = source->read(piece)) joined.append(piece.data(), got);
+    EXPECT_EQ(joined, std::string("ab\0\r\n\xE9z", 7));
+}
+
 TEST_P(FileSystemContract, HandsOverLinesWithoutTheirEnds) {
     struct Case {
         std::string content;
@@ -106,6 +121,9 @@ TEST_P(FileSystemContract, FailuresHaveTheirNumbers) {
     };
     for (const auto& [statement, number, run] : std::vector<Case>{
              {"read", 53, [&] { static_cast<void>(binding_->read(missing)); }},
+             {"open", 53, [&] { static_cast<void>(binding_->open(missing)); }},
+             {"open folder", 75, [&] { static_cast<void>(binding_->open(folder_.path())); }},
+             {"rename", 53, [&] { binding_->rename(missing, folder_ / "a.txt"); }},
              {"read below", 76, [&] { static_cast<void>(binding_->read(nowhere)); }},
              {"lines", 53, [&] { binding_->readLines(missing, lines); }},
              {"size", 53, [&] { static_cast<void>(binding_->size(missing)); }},

@@ -54,6 +54,9 @@ public:
         if (found == files.end()) throw RuntimeError(error_number::kFileNotFound, "");
         return found->second;
     }
+    std::unique_ptr<ByteSource> open(std::string_view path) override {
+        return std::make_unique<Source>(read(path));
+    }
     void readLines(std::string_view path,
                    const std::function<void(std::string_view)>& visit) override {
         const std::string text = read(path);
@@ -79,6 +82,11 @@ public:
         files.erase(normal(path));
     }
     std::string shownPath(std::string_view path) const override { return std::string(path); }
+    void rename(std::string_view from, std::string_view to) override {
+        log.push_back("rename " + normal(from) + " " + normal(to));
+        files[normal(to)] = read(from);
+        files.erase(normal(from));
+    }
 
 private:
     class Stream : public TextStream {
@@ -94,6 +102,20 @@ private:
     private:
         FakeFileSystem& owner_;
         std::string path_;
+    };
+
+    class Source : public ByteSource {
+    public:
+        explicit Source(std::string content) : content_(std::move(content)) {}
+        std::size_t read(std::span<char> buffer) override {
+            const std::size_t count = content_.copy(buffer.data(), buffer.size(), at_);
+            at_ += count;
+            return count;
+        }
+
+    private:
+        std::string content_;
+        std::size_t at_ = 0;
     };
 
     static std::string normal(std::string_view path) {
