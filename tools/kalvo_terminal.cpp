@@ -9,11 +9,14 @@
 
 #include "platform/ansi_text.h"
 #include "platform/asio/native_line.h"
+#include "platform/linux/linux_file_system.h"
 #include "platform/runtime_error.h"
 #include "tools/faulty_line.h"
+#include "tools/kermit_file_server.h"
 #include "tools/posix_terminal_line.h"
 #include "tools/terminal_dialogue.h"
 #include "tools/terminal_options.h"
+#include "tools/terminal_transfer_line.h"
 
 namespace kalvo {
 
@@ -40,6 +43,11 @@ std::vector<TerminalRecord> recordsOf(const TerminalOptions& options) {
 void talk(TerminalLine& line, const TerminalOptions& options,
           const std::vector<TerminalRecord>& records) {
     FaultyLine faulty(line, options.faults);
+    if (!options.fileFolder.empty()) {
+        TerminalTransferLine transferLine(faulty);
+        LinuxFileSystem files;
+        return KermitFileServer(transferLine, files, fromUtf8(options.fileFolder)).run();
+    }
     TerminalDialogue(faulty, options.dialogue).run(records);
 }
 

@@ -13,10 +13,14 @@ constexpr std::string_view kHelp =
     R"(kalvo-terminal : simulateur de terminaux de saisie et de lecteurs de codes-barres
 
 Usage : kalvo-terminal TYPE (--device CHEMIN | --pty [--link CHEMIN]) [options] [FICHIER]
+        kalvo-terminal --files DOSSIER (--device CHEMIN | --pty [--link CHEMIN]) [options]
 
 TYPE     HT630, PT630 (envoient un lot d'eux-mêmes), Optimus ou ScanPal
          (attendent READ, puis un ACK par enregistrement)
 FICHIER  un enregistrement par ligne, champs séparés par ";" ("-" : entrée standard)
+
+--files DOSSIER    donne et reçoit les fichiers de ce dossier (serveur Kermit), jusqu'à ce
+                   que le poste y mette fin
 
 Liaison
   --device CHEMIN    port série ou pseudo-terminal existant
@@ -107,6 +111,7 @@ const std::map<std::string, Setting, std::less<>>& settings() {
     using std::string;
     static const std::map<string, Setting, std::less<>> table = {
         {"--device", [](auto& o, auto&, auto& v) { o.device = v; }},
+        {"--files", [](auto& o, auto&, auto& v) { o.fileFolder = v; }},
         {"--settings", [](auto& o, auto&, auto& v) { o.settings = v; }},
         {"--link", [](auto& o, auto&, auto& v) { o.link = v; }},
         {"--linger", [](auto& o, auto& n, auto& v) { o.lingerMilliseconds = timeOf(n, v); }},
@@ -140,11 +145,14 @@ bool needsRecords(const DialogueOptions& dialogue) {
 }
 
 void check(const TerminalOptions& options) {
-    const DialogueOptions& dialogue = options.dialogue;
     if (options.device.empty() != options.pseudoTerminal)
         throw UsageError("il faut soit --device, soit --pty");
     if (!options.pseudoTerminal && (!options.link.empty() || options.waitsForOpening))
         throw UsageError("--link et --wait-open vont avec --pty");
+}
+
+void checkDialogue(const TerminalOptions& options) {
+    const DialogueOptions& dialogue = options.dialogue;
     if (!needsRecords(dialogue) && dialogue.kind != TerminalKind::kPt630)
         throw UsageError("--connect et --empty sont propres au PT630");
     if (dialogue.announceConnection && dialogue.emptyBatch)
@@ -186,8 +194,13 @@ TerminalOptions parseTerminalOptions(const std::vector<std::string>& arguments) 
         }
     }
     if (options.help) return options;
-    takePositional(options, positional);
     check(options);
+    if (!options.fileFolder.empty()) {
+        if (!positional.empty()) throw UsageError("--files va sans type ni fichier");
+        return options;
+    }
+    takePositional(options, positional);
+    checkDialogue(options);
     return options;
 }
 

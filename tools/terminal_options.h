@@ -20,6 +20,7 @@ struct TerminalOptions {
     bool waitsForOpening = false;
     std::int64_t lingerMilliseconds = 1000;
     std::string settings = "9600,N,8,1";
+    std::string fileFolder;  // serves its files instead of sending records
     std::string recordFile;  // "-": standard input
     char separator = ';';
     DialogueOptions dialogue;

@@ -68,10 +68,11 @@ TransferCode KermitLink::greet(const KermitPacket& greeting) {
 }
 
 TransferCode KermitLink::request(const KermitPacket& packet, std::string_view answers,
-                                 KermitPacket& answer) {
+                                 KermitPacket& answer, const std::function<void()>& meanwhile) {
     const bool command = packet.type == 'R' || packet.type == 'G';
     TransferCode fault = send(packet);
     if (fault != TransferCode::kSuccess) return fault;
+    if (meanwhile) meanwhile();
     for (int attempt = 1;;) {
         const Event event = receive(answer);
         if (event == Event::kPacket) {
@@ -131,6 +132,25 @@ TransferCode KermitLink::awaitNext(KermitPacket& next) {
             abandon("Too many retries");
             return fault;
         }
+    }
+}
+
+TransferCode KermitLink::awaitCommand(KermitPacket& command) {
+    for (;;) {
+        const Event event = receive(command);
+        if (event == Event::kBreak || event == Event::kLost) return end(event);
+        if (event != Event::kPacket || contains("YNE", command.type)) continue;
+        if (command.type == 'B' && command.sequence == answered_) {
+            // The answer that ended the last dialogue was lost.
+            const TransferCode sent = writeAll(lastAnswer_);
+            if (sent != TransferCode::kSuccess) return sent;
+            continue;
+        }
+        if (command.sequence != 0) continue;
+        blockCheck_ = 1;
+        peer_ = {};
+        longest_ = kShortPacket;
+        return TransferCode::kSuccess;
     }
 }
 

@@ -42,13 +42,16 @@ public:
     }
 
     // Sends a packet until its answer is there: one of the same sequence number and
-    // of a type in `answers`.
-    TransferCode request(const KermitPacket& packet, std::string_view answers,
-                         KermitPacket& answer);
+    // of a type in `answers`. `meanwhile` is done while the packet is on its way.
+    TransferCode request(const KermitPacket& packet, std::string_view answers, KermitPacket& answer,
+                         const std::function<void()>& meanwhile = {});
     // Sends the answer to a packet of the peer.
     TransferCode answer(const KermitPacket& packet);
     // The packet that follows the one answered last.
     TransferCode awaitNext(KermitPacket& next);
+    // For the serving side: the command that begins the next dialogue, however long
+    // that takes.
+    TransferCode awaitCommand(KermitPacket& command);
     // Tells the peer why the dialogue ends here; no answer is waited for.
     void abandon(std::string_view reason);
 

@@ -326,29 +326,36 @@ TransferCode KermitMultidll::HM_download2(std::int32_t& bytes, std::int32_t& pac
     return code;
 }
 
-TransferCode KermitMultidll::sendPiece() {
+void KermitMultidll::prepareData() {
+    while (piece_.size() < kPiece / 2 && !sourceEnded_) {
+        const std::size_t before = piece_.size();
+        piece_.resize(before + kPiece);
+        const std::size_t got = source_->read(std::span(piece_).subspan(before));
+        piece_.resize(before + got);
+        sourceEnded_ = got == 0;
+    }
     const int checkAndHeader = agreement_.blockCheck + (peer_.packetLength > kShortPacket ? 0 : 2);
     const auto room = static_cast<std::size_t>(std::min(peer_.packetLength, longestPacket(pace_)) -
                                                checkAndHeader);
+    prepared_.clear();
+    preparedSize_ = encodeData(piece_, agreement_.sending, room, prepared_);
+    piece_.erase(0, preparedSize_);
+}
+
+TransferCode KermitMultidll::sendPiece() {
+    KermitPacket answer;
+    TransferCode code = TransferCode::kSuccess;
+    std::size_t sent = 0;
     try {
-        while (piece_.size() < kPiece / 2 && !sourceEnded_) {
-            const std::size_t before = piece_.size();
-            piece_.resize(before + kPiece);
-            const std::size_t got = source_->read(std::span(piece_).subspan(before));
-            piece_.resize(before + got);
-            sourceEnded_ = got == 0;
-        }
+        if (prepared_.empty()) prepareData();
+        if (prepared_.empty()) return sendEnd(false);
+        sent = preparedSize_;
+        code = step('D', std::exchange(prepared_, {}), answer, [this] { prepareData(); });
     } catch (const RuntimeError&) {
         return giveUp(TransferCode::kFileOpenError, "Cannot read file");
     }
-    if (piece_.empty()) return sendEnd(false);
-    std::string data;
-    const std::size_t taken = encodeData(piece_, agreement_.sending, room, data);
-    KermitPacket answer;
-    const TransferCode code = step('D', std::move(data), answer);
     if (code != TransferCode::kSuccess) return code;
-    piece_.erase(0, taken);
-    bytes_ += taken;
+    bytes_ += sent;
     ++packets_;
     // The peer's user wants no more of this file, or of all files.
     if (answer.data == "X" || answer.data == "Z") {
@@ -365,9 +372,11 @@ TransferCode KermitMultidll::sendEnd(bool discard) {
     return finish(code);
 }
 
-TransferCode KermitMultidll::step(char type, std::string data, KermitPacket& answer) {
+TransferCode KermitMultidll::step(char type, std::string data, KermitPacket& answer,
+                                  const std::function<void()>& meanwhile) {
     sequence_ = (sequence_ + 1) % kKermitSequences;
-    const TransferCode code = link_.request({type, sequence_, std::move(data)}, "Y", answer);
+    const TransferCode code =
+        link_.request({type, sequence_, std::move(data)}, "Y", answer, meanwhile);
     return code == TransferCode::kSuccess ? code : finish(code);
 }
 
@@ -375,6 +384,7 @@ TransferCode KermitMultidll::finish(TransferCode code) {
     phase_ = Phase::kIdle;
     source_.reset();
     piece_.clear();
+    prepared_.clear();
     if (target_ == nullptr) return code;
     target_.reset();
     try {

@@ -81,7 +81,9 @@ private:
     TransferCode offer(std::string_view remoteName, std::uint64_t size);
     TransferCode sendPiece();
     TransferCode sendEnd(bool discard);
-    TransferCode step(char type, std::string data, KermitPacket& answer);
+    TransferCode step(char type, std::string data, KermitPacket& answer,
+                      const std::function<void()>& meanwhile = {});
+    void prepareData();
     // Ends the transfer; what is not complete goes away.
     TransferCode finish(TransferCode code);
     TransferCode giveUp(TransferCode code, std::string_view reason);
@@ -103,7 +105,9 @@ private:
     std::string localName_;
     std::unique_ptr<TextStream> target_;
     std::unique_ptr<ByteSource> source_;
-    std::string piece_;  // read from the source, not sent yet
+    std::string piece_;             // read from the source, not coded yet
+    std::string prepared_;          // the data of the next packet
+    std::size_t preparedSize_ = 0;  // bytes it stands for
     bool sourceEnded_ = false;
 };
 

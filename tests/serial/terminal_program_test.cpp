@@ -4,10 +4,13 @@
 #include <fstream>
 
 #include "platform/asio/asio_serial_port.h"
+#include "platform/asio/asio_transfer_line.h"
+#include "platform/linux/linux_file_system.h"
 #include "platform/serial_port.h"
 #include "tests/serial/pty.h"
 #include "tests/serial/terminal_process.h"
 #include "tests/serial/test_pump.h"
+#include "transfer/kermit_multidll.h"
 
 namespace kalvo {
 namespace {
@@ -120,6 +123,34 @@ TEST_F(TerminalProgramTest, SendsOnADeviceToo) {
     EXPECT_EQ(terminal.exitCode(), 0);
 }
 
+TEST_F(TerminalProgramTest, ServesTheFilesOfAFolder) {
+    TerminalProcess terminal({"--files", folder.string(), "--pty", "--noise", "0.00002"});
+    device = terminal.readLine();
+    AsioTransferLine line([this](int) { return device; });
+    LinuxFileSystem files;
+    KermitMultidll dll(line, files, [] { return false; });
+    ASSERT_EQ(dll.HM_OpenCommPort(1, 115200, 8, 0, 1), TransferCode::kSuccess);
+    EXPECT_EQ(dll.HM_file_exist(1, 'A', "records.txt"), TransferCode::kSuccess);
+    EXPECT_EQ(dll.HM_file_exist(1, 'A', "missing.txt"), TransferCode::kFileNotThere);
+    EXPECT_EQ(dll.HM_upload1(1, 'A', "../records.txt", records + ".got"),
+              TransferCode::kFileNotThere);
+    std::string content;
+    for (int i = 0; i < 100000; ++i) content.push_back(static_cast<char>(i * 31 / 7));
+    std::ofstream(records + ".put", std::ios::binary) << content;
+    std::int32_t bytes = 0;
+    std::int32_t packets = 0;
+    TransferCode code = TransferCode::kUnsuccessfulOrMore;
+    ASSERT_EQ(dll.HM_download1(1, 'A', records + ".put", "there.bin", bytes),
+              TransferCode::kSuccess);
+    while (code == TransferCode::kUnsuccessfulOrMore) code = dll.HM_download2(bytes, packets);
+    EXPECT_EQ(code, TransferCode::kSuccess);
+    code = TransferCode::kUnsuccessfulOrMore;
+    ASSERT_EQ(dll.HM_upload1(1, 'A', "there.bin", records + ".got"), TransferCode::kSuccess);
+    while (code == TransferCode::kUnsuccessfulOrMore) code = dll.HM_upload2(bytes, packets);
+    EXPECT_EQ(code, TransferCode::kSuccess);
+    EXPECT_TRUE(files.read(records + ".got") == content);
+}
+
 TEST_F(TerminalProgramTest, FailuresAndMisuseHaveTheirExitCodes) {
     struct Case {
         std::vector<std::string> arguments;
@@ -128,7 +159,8 @@ TEST_F(TerminalProgramTest, FailuresAndMisuseHaveTheirExitCodes) {
     };
     for (const Case& c : {
              Case{{"--help"}, 0, "simulateur"},
-             Case{{}, 2, "type de terminal"},
+             Case{{"--files", "/tmp", "--pty", "HT630"}, 2, "--files"},
+             Case{{"--pty"}, 2, "type de terminal"},
              Case{{"HT630", "--pty", "--oups", records}, 2, "--oups"},
              Case{{"HT630", "--pty", (folder / "none").string()}, 1, "illisible"},
              Case{{"HT630", "--device", "/dev/no-such-port", records}, 1, "introuvable"},

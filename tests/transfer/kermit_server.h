@@ -49,6 +49,10 @@ private:
     bool carry(Pty& from, Pty& to) {
         std::string bytes = from.receiveWaiting();
         if (bytes.empty()) return false;
+        if (flip == 0 && drop == 0) {
+            if (!silent) (void)to.send(bytes);
+            return true;
+        }
         std::string arrived;
         for (const char byte : bytes) {
             const std::size_t number = ++carried;
