@@ -1,6 +1,7 @@
 #include "transfer/kermit_coding.h"
 
 #include <algorithm>
+#include <array>
 
 #include "transfer/kermit_packet.h"
 
@@ -58,7 +59,7 @@ std::size_t encodeData(std::string_view bytes, const KermitPrefixes& prefixes, s
     std::size_t done = 0;
     const std::size_t limit = data.size() + room;
     while (done < bytes.size()) {
-        char coded[kLongestCode];
+        std::array<char, kLongestCode> coded{};
         std::size_t size = 0;
         std::size_t run = 1;
         if (prefixes.repeat != 0) run = runLength(bytes.substr(done));
@@ -68,9 +69,9 @@ std::size_t encodeData(std::string_view bytes, const KermitPrefixes& prefixes, s
         } else {
             run = 1;
         }
-        size += encodeByte(code(bytes[done]), prefixes, coded + size);
+        size += encodeByte(code(bytes[done]), prefixes, coded.data() + size);
         if (data.size() + size > limit) break;
-        data.append(coded, size);
+        data.append(coded.data(), size);
         done += run;
     }
     return done;

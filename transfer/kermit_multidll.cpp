@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::int32_t kVersion = 100;
 constexpr std::size_t kPiece = 65536;
+// A command fits into a short packet: nothing longer is agreed on before it.
+constexpr std::size_t kLongestName = 64;
 constexpr std::string_view kParityLetters = "NOE";
 
 std::string encodeWhole(std::string_view text, const KermitPrefixes& prefixes) {
@@ -84,7 +86,8 @@ TransferCode KermitMultidll::HM_CloseCommPort(std::int32_t /*port*/) {
 
 TransferCode KermitMultidll::checkCall(std::string_view remoteName) const {
     if (!line_.isOpen()) return TransferCode::kIllegalCommand;
-    const bool single = !remoteName.empty() && remoteName.find_first_of("*?") == remoteName.npos;
+    const bool single = !remoteName.empty() && remoteName.size() <= kLongestName &&
+                        remoteName.find_first_of("*?") == std::string_view::npos;
     return single ? TransferCode::kSuccess : TransferCode::kIllegalFileName;
 }
 
@@ -135,8 +138,6 @@ TransferCode KermitMultidll::HM_file_exist(std::int32_t /*port*/, char /*termina
                                            std::string_view remoteName) {
     if (const auto refusal = checkCall(remoteName); refusal != TransferCode::kSuccess)
         return refusal;
-    if (remoteName.size() > static_cast<std::size_t>(kShortPacket) / 2)
-        return TransferCode::kIllegalFileName;
     std::string text;
     TransferCode code = hello();
     if (code == TransferCode::kSuccess) {
@@ -173,11 +174,12 @@ TransferCode KermitMultidll::readListing(std::string& text) {
 
 TransferCode KermitMultidll::HM_upload1(std::int32_t /*port*/, char /*terminal*/,
                                         std::string_view remoteName, std::string_view localName) {
+    finish(TransferCode::kUserBreak);
+    localName_ = localName;
     if (const auto refusal = checkCall(remoteName); refusal != TransferCode::kSuccess)
         return refusal;
     TransferCode code = hello();
     if (code != TransferCode::kSuccess) return code;
-    localName_ = localName;
     bytes_ = 0;
     packets_ = 0;
     try {

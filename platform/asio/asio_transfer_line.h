@@ -12,7 +12,7 @@ namespace kalvo {
 
 // Reads and writes on the caller's thread. The port is for this program alone while
 // it is open; DTR and RTS are raised.
-class AsioTransferLine : public TransferLine {
+class AsioTransferLine final : public TransferLine {
 public:
     // The device of a port number; empty when there is none.
     using PortNameResolver = std::function<std::string(int portNumber)>;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <random>
@@ -99,6 +100,11 @@ TEST_F(KermitTransfer, TellsWhetherAFileIsThere) {
                                      {"*.txt", TransferCode::kIllegalFileName}})
         EXPECT_EQ(dll.HM_file_exist(1, 'A', name), code) << name;
     EXPECT_EQ(upload("missing.txt"), TransferCode::kFileNotThere);
+    EXPECT_EQ(upload(std::string(65, 'a')), TransferCode::kIllegalFileName);
+    std::array<char, Multidll::kReturnString> name{};
+    EXPECT_EQ(static_cast<std::size_t>(dll.HM_get_return_string_length(name)),
+              (local / "got").size());
+    EXPECT_EQ(name.data(), local / "got");
     EXPECT_EQ(dll.HM_download1(1, 'A', local / "none", "x", total), TransferCode::kFileNotThere);
     expectNothingArrived();
     expectWorks();
