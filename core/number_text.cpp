@@ -36,6 +36,21 @@ std::optional<double> parseNumber(std::string_view text, std::size_t& used) {
     return number;
 }
 
+// The number a whole text is. RuntimeError 13 when it is none.
+double wholeNumber(std::string_view text) {
+    std::string_view trimmed = text;
+    while (!trimmed.empty() && isBlank(trimmed.front())) trimmed.remove_prefix(1);
+    while (!trimmed.empty() && isBlank(trimmed.back())) trimmed.remove_suffix(1);
+    std::string number(trimmed);
+    if (std::count(number.begin(), number.end(), ',') == 1)
+        std::replace(number.begin(), number.end(), ',', '.');
+    std::size_t used = 0;
+    const std::optional<double> value = parseNumber(number, used);
+    if (!value || used != number.size())
+        throw RuntimeError(error_number::kTypeMismatch, std::string("Type incompatible"_ansi));
+    return *value;
+}
+
 std::int32_t within32Bits(double number) {
     constexpr double kLowest = std::numeric_limits<std::int32_t>::min();
     constexpr double kHighest = std::numeric_limits<std::int32_t>::max();
@@ -70,20 +85,12 @@ std::int32_t roundedLeadingNumber(std::string_view text) {
     return within32Bits(std::nearbyint(leadingNumber(text)));
 }
 
+std::int32_t requiredIntegerPart(std::string_view text) {
+    return within32Bits(std::floor(wholeNumber(text)));
+}
+
 std::int16_t toInteger16(std::string_view text) {
-    const auto mismatch = [] {
-        return RuntimeError(error_number::kTypeMismatch, std::string("Type incompatible"_ansi));
-    };
-    std::string_view trimmed = text;
-    while (!trimmed.empty() && isBlank(trimmed.front())) trimmed.remove_prefix(1);
-    while (!trimmed.empty() && isBlank(trimmed.back())) trimmed.remove_suffix(1);
-    std::string number(trimmed);
-    if (std::count(number.begin(), number.end(), ',') == 1)
-        std::replace(number.begin(), number.end(), ',', '.');
-    std::size_t used = 0;
-    const std::optional<double> value = parseNumber(number, used);
-    if (!value || used != number.size()) throw mismatch();
-    const double rounded = std::nearbyint(*value);
+    const double rounded = std::nearbyint(wholeNumber(text));
     if (rounded < std::numeric_limits<std::int16_t>::min() ||
         rounded > std::numeric_limits<std::int16_t>::max())
         throw RuntimeError(error_number::kOverflow, std::string("Dépassement de capacité"_ansi));

@@ -23,6 +23,11 @@ namespace kalvo {
 // 32 bits.
 [[nodiscard]] std::int32_t roundedLeadingNumber(std::string_view text);
 
+// The integer part (rounded towards minus infinity) of a text that must be a number
+// as a whole (point or comma), blanks at its ends aside; kept within 32 bits.
+// RuntimeError 13 when it is not one.
+[[nodiscard]] std::int32_t requiredIntegerPart(std::string_view text);
+
 // The conversion to a 16-bit integer: the whole text, blanks at its ends aside,
 // must be a number (point or comma); half rounds to even. RuntimeError 13 when it
 // is not one, 6 outside -32768..32767.

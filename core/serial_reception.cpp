@@ -58,12 +58,8 @@ void SerialReception::configurePort() {
     SerialPort& port = platform_.port;
     port.setCommPort(integerPart(stored(port_serie::kPort)));
     state_.TerminalType = stored(port_serie::kProtocol);
-    port.setSettings(lineSettings(platform_.profiles, folder));
-    port.setSThreshold(1);
-    port.setRThreshold(1);
-    port.setHandshaking(storedHandshaking(platform_.profiles, folder));
-    port.setInputMode(0);
-    port.setInputLen(1);
+    configureLine(port, lineSettings(platform_.profiles, folder),
+                  storedHandshaking(platform_.profiles, folder));
 }
 
 void SerialReception::openPort() {

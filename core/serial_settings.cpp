@@ -32,4 +32,13 @@ Handshaking storedHandshaking(ProfileFiles& profiles, std::string_view applicati
     return mode >= 0 && mode <= 3 ? static_cast<Handshaking>(mode) : Handshaking::kNone;
 }
 
+void configureLine(SerialPort& port, std::string_view settings, Handshaking handshaking) {
+    port.setSettings(settings);
+    port.setSThreshold(1);
+    port.setRThreshold(1);
+    port.setHandshaking(handshaking);
+    port.setInputMode(0);
+    port.setInputLen(1);
+}
+
 }  // namespace kalvo

@@ -42,4 +42,8 @@ inline constexpr std::string_view kReplayFolder = "Repertoire";
 [[nodiscard]] Handshaking storedHandshaking(ProfileFiles& profiles,
                                             std::string_view applicationFolder);
 
+// Gives a closed port its line settings and the way it is read: an event for every
+// character, text, one character at a time. RuntimeError 380 for settings it refuses.
+void configureLine(SerialPort& port, std::string_view settings, Handshaking handshaking);
+
 }  // namespace kalvo

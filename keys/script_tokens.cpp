@@ -45,6 +45,10 @@ std::string_view TimerPieces::next() {
 std::string pressNumLockTokens(KeyboardInput& keyboard, std::string_view piece) {
     const std::size_t presses = CountSeparators(piece, kNumLockToken);
     for (std::size_t i = 0; i < presses; ++i) InvertNumLock(keyboard);
+    return withoutNumLockTokens(piece);
+}
+
+std::string withoutNumLockTokens(std::string_view piece) {
     return withoutTokens(piece, kNumLockToken);
 }
 

@@ -34,6 +34,9 @@ private:
 // Cuts the {NUMLOCK} tokens out of a piece and presses NumLock once for each.
 [[nodiscard]] std::string pressNumLockTokens(KeyboardInput& keyboard, std::string_view piece);
 
+// The piece without its {NUMLOCK} tokens.
+[[nodiscard]] std::string withoutNumLockTokens(std::string_view piece);
+
 // Switches CapsLock off, if it is on, once for each {CAPSLOCK} token.
 void switchCapsLockOffForTokens(KeyboardInput& keyboard, std::string_view piece);
 

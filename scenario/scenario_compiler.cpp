@@ -18,12 +18,11 @@ using scenario_file::Entry;
 
 class Compilation {
 public:
-    Compilation(const Platform& platform, Database& database, std::string file,
+    Compilation(ProfileFiles& profiles, Database& database, const std::string& file,
                 const ScenarioRecord& scenario)
-        : platform_(platform), database_(database), file_(std::move(file)), scenario_(scenario) {}
+        : profiles_(profiles), database_(database), file_(file), scenario_(scenario) {}
 
     bool run() {
-        step([&] { platform_.files.create(file_)->close(); });
         writeProperties();
         step([&] { renumberActions(database_, scenario_.Numero); });
         const std::string line = writeSubFramesAndCollectLine();
@@ -64,19 +63,16 @@ private:
     }
 
     void appendSubFrame(std::int16_t place) {
-        std::string list =
-            ReadIniValue(platform_.profiles, file_, scenario_file::kSubFrames.section,
-                         scenario_file::kSubFrames.key);
+        std::string list = ReadIniValue(profiles_, file_, scenario_file::kSubFrames.section,
+                                        scenario_file::kSubFrames.key);
         list.append(std::to_string(place)).append(scenario_file::kItemEnd);
         write(scenario_file::kSubFrames, list);
     }
 
-    void clear(const Entry& entry) {
-        ClearIniValue(platform_.profiles, file_, entry.section, entry.key);
-    }
+    void clear(const Entry& entry) { ClearIniValue(profiles_, file_, entry.section, entry.key); }
 
     void write(const Entry& entry, std::string_view value) {
-        complete_ &= WriteIniValue(platform_.profiles, entry.section, entry.key, value, file_) != 0;
+        complete_ &= WriteIniValue(profiles_, entry.section, entry.key, value, file_) != 0;
     }
 
     template <typename Statement>
@@ -84,9 +80,9 @@ private:
         complete_ &= resumeNext(std::forward<Statement>(statement));
     }
 
-    const Platform& platform_;
+    ProfileFiles& profiles_;
     Database& database_;
-    std::string file_;
+    const std::string& file_;
     const ScenarioRecord& scenario_;
     bool complete_ = true;
 };
@@ -98,9 +94,14 @@ bool CompileScenario(const Platform& platform, Database& database,
     std::optional<ScenarioRecord> scenario;
     resumeNext([&] { scenario = readScenario(database, numero); });
     if (!scenario) return false;
-    return Compilation(platform, database, scenarioFile(applicationFolder, scenario->Nom),
-                       *scenario)
-        .run();
+    const std::string file = scenarioFile(applicationFolder, scenario->Nom);
+    const bool created = resumeNext([&] { platform.files.create(file)->close(); });
+    return compileInto(platform.profiles, database, file, *scenario) && created;
+}
+
+bool compileInto(ProfileFiles& profiles, Database& database, const std::string& file,
+                 const ScenarioRecord& scenario) {
+    return Compilation(profiles, database, file, scenario).run();
 }
 
 }  // namespace kalvo

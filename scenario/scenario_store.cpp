@@ -52,16 +52,19 @@ std::optional<std::int16_t> findScenario(Database& database, std::string_view na
     return int16Field(*rows, "Numero");
 }
 
-std::optional<ScenarioRecord> readScenario(Database& database, std::int16_t numero) {
-    const auto row = database.OpenRecordset("SELECT * FROM Scenarios WHERE Numero=" + text(numero));
-    if (row->Eof()) return std::nullopt;
+namespace {
+
+// The first of the rows as a scenario; what is not among its columns keeps 0 or the
+// empty text.
+std::optional<ScenarioRecord> firstScenario(const Recordset& row, std::int16_t numero) {
+    if (row.Eof()) return std::nullopt;
     ScenarioRecord scenario;
     scenario.Numero = numero;
     const auto readNumber = [&](std::int16_t& into, std::string_view column) {
-        resumeNext([&] { into = int16Field(*row, column); });
+        resumeNext([&] { into = int16Field(row, column); });
     };
     const auto readText = [&](std::string& into, std::string_view column) {
-        resumeNext([&] { into = textField(*row, column); });
+        resumeNext([&] { into = textField(row, column); });
     };
     readText(scenario.Nom, "Nom");
     readText(scenario.Type, "Type");
@@ -74,6 +77,20 @@ std::optional<ScenarioRecord> readScenario(Database& database, std::int16_t nume
     return scenario;
 }
 
+}  // namespace
+
+std::optional<ScenarioRecord> readScenario(Database& database, std::int16_t numero) {
+    return firstScenario(
+        *database.OpenRecordset("SELECT * FROM Scenarios WHERE Numero=" + text(numero)), numero);
+}
+
+std::optional<ScenarioRecord> readProperties(Database& database, std::int16_t numero) {
+    return firstScenario(
+        *database.OpenRecordset(
+            "SELECT Nom,Type,Trame,Specif,Chemin,Boucle,Depart FROM Scenarios WHERE Numero=" +
+            text(numero)),
+        numero);
+}
 std::int16_t nextScenarioNumber(Database& database) {
     const auto rows = database.OpenRecordset("SELECT Numero FROM Scenarios ORDER BY Numero DESC");
     return rows->Eof() ? std::int16_t{1} : narrow(int16Field(*rows, "Numero") + 1.0);

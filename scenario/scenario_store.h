@@ -52,6 +52,9 @@ struct ActionRecord {
 // A scenario row; columns that cannot be read keep 0 or the empty text.
 [[nodiscard]] std::optional<ScenarioRecord> readScenario(Database& database, std::int16_t numero);
 
+// The same without the field count, as the scenario editor asks for it.
+[[nodiscard]] std::optional<ScenarioRecord> readProperties(Database& database, std::int16_t numero);
+
 // The largest number in use plus 1; 1 for an empty table.
 [[nodiscard]] std::int16_t nextScenarioNumber(Database& database);
 

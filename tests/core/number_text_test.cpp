@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/runtime_error.h"
+#include "tests/support/error_of.h"
 
 namespace kalvo {
 namespace {
@@ -50,6 +51,15 @@ TEST(NumberText, SixteenBitConversionFailsWithTheNumberOfItsError) {
             EXPECT_EQ(failure.number(), error) << '"' << text << '"';
         }
     }
+}
+
+TEST(NumberText, ARequiredNumberIsTheWholeText) {
+    EXPECT_EQ(requiredIntegerPart(" 9600"), 9600);
+    EXPECT_EQ(requiredIntegerPart("1,5"), 1);
+    EXPECT_EQ(testing::errorOf([] { (void)requiredIntegerPart("9600 bauds"); }),
+              error_number::kTypeMismatch);
+    EXPECT_EQ(testing::errorOf([] { (void)requiredIntegerPart("HT630"); }),
+              error_number::kTypeMismatch);
 }
 
 TEST(NumberText, StoredNumbersKeepASignPosition) {

@@ -22,6 +22,7 @@ public:
     // Answers to the questions to come.
     std::deque<bool> confirmations;
     std::deque<std::string> inputs;
+    std::string lastDefault;
     std::string chosenFile;
     std::string startFolder;
     int beeps = 0;
@@ -40,8 +41,9 @@ public:
         return take(confirmations, false);
     }
     std::string inputBox(std::string_view prompt, std::string_view title,
-                         std::string_view) override {
+                         std::string_view defaultText) override {
         message(prompt, title, MessageIcon::kNone);
+        lastDefault = defaultText;
         return take(inputs, std::string());
     }
     std::string openFile(std::string_view folder, std::string_view) override {
