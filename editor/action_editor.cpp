@@ -1,0 +1,251 @@
+#include "editor/action_editor.h"
+
+#include <memory>
+
+#include "core/number_text.h"
+#include "core/settings_store.h"
+#include "keys/key_files.h"
+#include "platform/database.h"
+#include "platform/dialogs.h"
+#include "platform/runtime_error.h"
+#include "scenario/scenario_store.h"
+
+namespace kalvo {
+
+struct ActionEditor::Marker {
+    std::string_view beginning;  // what its row is recognised by
+    std::string_view label;
+    void (*store)(Database&, std::int16_t, std::int16_t);
+};
+
+namespace {
+
+constexpr std::string_view kFreeField = "Champs libre";
+constexpr std::string_view kLoopLabel = "Boucle : ";
+constexpr std::string_view kStartLabel = "Départ : "_ansi;
+
+bool startsLikeField(std::string_view value) {
+    return value.starts_with('&') || value.starts_with('^');
+}
+
+// A key's name as the picker shows it: the label, without its braces.
+std::string pickerName(std::string_view value) {
+    const std::string_view label = value.substr(0, value.find('@'));
+    const std::size_t open = value.find('{');
+    const std::size_t close = value.find('}');
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open)
+        return std::string(label);
+    return std::string(value.substr(open + 1, close - open - 1));
+}
+
+std::string stepRow(std::string_view value) { return std::string(kRowPrefix).append(value); }
+
+}  // namespace
+
+void ActionEditor::ChargeTouches() {
+    const std::string_view folder = state_.scenario.applicationFolder;
+    const auto value = [&](const std::string& file, std::string_view section, std::size_t key) {
+        return ReadIniValue(platform_.profiles, file, section,
+                            withSignPosition(static_cast<std::int64_t>(key)));
+    };
+    LstTouches = {"&EMP", "&CODE", "&QTY"};
+    if (editor_.scenarioType == kFileType) {
+        LstTouches.insert(LstTouches.end(), {"&DATE", "&PASSLIGNE", "&INCREMENT", "&TAB"});
+        for (std::size_t key = 0; key < kFileEntries; ++key)
+            LstTouches.push_back(value(touFicIni(folder), kFileSection, key));
+    } else {
+        for (std::size_t key = 0; key < kSystemKeys; ++key)
+            LstTouches.push_back(pickerName(value(toucheIni(folder), kSystemSection, key)));
+        for (std::size_t key = 0; key < kParticularKeys; ++key)
+            LstTouches.push_back(pickerName(value(toucheIni(folder), kParticularSection, key)));
+    }
+    LstTouches.emplace_back("&Timer");
+    LstTouches.emplace_back(kFreeField);
+}
+
+// Runs a change of list and database. When the database refuses it, the list goes
+// back to what the database holds.
+template <typename Change>
+void ActionEditor::keepTrue(Change change) {
+    try {
+        change();
+    } catch (const RuntimeError&) {
+        reload();
+        throw;
+    }
+}
+
+void ActionEditor::reload() {
+    const auto scenario = readScenario(*state_.database, editor_.scenarioNumber);
+    if (scenario)
+        loadSteps(scenario->Boucle, scenario->Depart);
+    else
+        LstChamps.clear();
+}
+
+void ActionEditor::cancelInsert() {
+    if (editor_.insertMode) reload();
+}
+
+void ActionEditor::select(int row) {
+    const int gap = LstChamps.selected;
+    if (editor_.insertMode && row != gap) {
+        cancelInsert();
+        if (row > gap) --row;
+    }
+    LstChamps.selected = row;
+}
+
+// Whether the selected row stands for a step: markers and empty rows do not, the
+// gap of an insert does.
+bool ActionEditor::stepSelected() const {
+    return LstChamps.selected >= 0 && (editor_.insertMode || isStep(LstChamps.selected));
+}
+
+bool ActionEditor::isStep(int row) const {
+    return LstChamps.at(row).starts_with(kRowPrefix.substr(0, 3));
+}
+
+// Rows before the empty row that parts the steps from the markers.
+int ActionEditor::steps() const {
+    int count = 0;
+    while (isStep(count)) ++count;
+    return count;
+}
+
+void ActionEditor::loadSteps(std::int16_t boucle, std::int16_t depart) {
+    editor_.insertMode = false;
+    LstChamps.clear();
+    const auto steps = state_.database->OpenRecordset(
+        "SELECT Champs FROM Actions WHERE NumeroScen=" + std::to_string(editor_.scenarioNumber) +
+        " ORDER BY Numaction");
+    for (; !steps->Eof(); steps->MoveNext())
+        LstChamps.rows.push_back(stepRow(textField(*steps, "Champs")));
+    if (LstChamps.rows.empty()) return;
+    if (lastStep() != LstChamps.count()) renumberActions(*state_.database, editor_.scenarioNumber);
+    LstChamps.rows.emplace_back();
+    LstChamps.rows.push_back(std::string(kLoopLabel) + std::to_string(boucle));
+    LstChamps.rows.push_back(std::string(kStartLabel) + std::to_string(depart));
+}
+
+std::int16_t ActionEditor::askPlace() {
+    const std::string answer = platform_.dialogs.inputBox("Place du champs dans la trame d'origine",
+                                                          kApplicationTitle, "");
+    return toInteger16(std::to_string(integerPart(answer)));
+}
+
+void ActionEditor::pick(std::string_view entry) {
+    std::string value(entry);
+    if (entry == kFreeField) {
+        value = platform_.dialogs.inputBox("Valeur du champs libre : ", kApplicationTitle, "");
+    }
+    if (value.empty()) return;
+    keepTrue([&] { pickValue(value); });
+}
+
+void ActionEditor::pickValue(const std::string& value) {
+    const int row = LstChamps.selected;
+    if (!stepSelected()) {
+        append(value);
+    } else if (editor_.insertMode) {
+        const std::int16_t place = editor_.partialFrame ? askPlace() : std::int16_t{0};
+        replaceRow(row, value);
+        insertAction(*state_.database, editor_.scenarioNumber, row + 1, {value, place});
+        editor_.insertMode = false;
+    } else {
+        replaceRow(row, value);
+        if (editor_.partialFrame) static_cast<void>(askPlace());
+        updateAction(*state_.database, editor_.scenarioNumber, row + 1, value);
+    }
+}
+
+void ActionEditor::append(const std::string& value) {
+    LstChamps.insert(steps(), stepRow(value));
+    const bool comesFromFrame = startsLikeField(value) && value != "&PASSLIGNE" && value != "&TAB";
+    const std::int16_t place =
+        editor_.partialFrame && comesFromFrame ? askPlace() : std::int16_t{0};
+    insertAction(*state_.database, editor_.scenarioNumber, lastStep() + 1, {value, place});
+}
+
+// The highest step number; 0 for a scenario without steps.
+int ActionEditor::lastStep() {
+    const auto last = state_.database->OpenRecordset(
+        "SELECT NumAction FROM Actions WHERE NumeroScen=" + std::to_string(editor_.scenarioNumber) +
+        " ORDER BY NumAction DESC");
+    return last->Eof() ? 0 : int16Field(*last, "NumAction");
+}
+
+void ActionEditor::replaceRow(int row, const std::string& value) {
+    LstChamps.remove(row);
+    LstChamps.insert(row, stepRow(value));
+}
+
+void ActionEditor::editStep(int row) {
+    if (!isStep(row)) return;
+    const std::string answer = platform_.dialogs.inputBox(
+        "Valeur du champ :", "Modification de champ", rowText(LstChamps.at(row)));
+    if (answer.empty()) return;
+    keepTrue([&] {
+        LstChamps.rows[static_cast<std::size_t>(row)] = stepRow(answer);
+        updateAction(*state_.database, editor_.scenarioNumber, row + 1, answer);
+    });
+}
+
+void ActionEditor::mnuinsert() {
+    if (!stepSelected()) {
+        platform_.dialogs.message("Veuillez sélectionner un champ avant d'insérer"_ansi,
+                                  kApplicationTitle, MessageIcon::kExclamation);
+        return;
+    }
+    if (editor_.insertMode) return;
+    const int row = LstChamps.selected;
+    state_.database->Execute("UPDATE Actions SET NumAction=NumAction + 1 WHERE NumAction>" +
+                             std::to_string(row) +
+                             " AND NumeroScen=" + std::to_string(editor_.scenarioNumber));
+    LstChamps.insert(row, "");
+    editor_.insertMode = true;
+}
+
+void ActionEditor::mnusupp() {
+    if (!stepSelected()) {
+        platform_.dialogs.message("Vous devez selectionner un champs à supprimer"_ansi,
+                                  kApplicationTitle, MessageIcon::kExclamation);
+        return;
+    }
+    keepTrue([&] { removeSelected(); });
+}
+
+void ActionEditor::removeSelected() {
+    const int row = LstChamps.selected;
+    LstChamps.remove(row);
+    editor_.insertMode = false;
+    const std::string position = std::to_string(row + 1);
+    const std::string scenario = std::to_string(editor_.scenarioNumber);
+    state_.database->Execute("DELETE FROM Actions WHERE NumAction=" + position +
+                             " AND NumeroScen=" + scenario);
+    state_.database->Execute("UPDATE Actions SET NumAction=NumAction - 1 WHERE NumAction>" +
+                             position + "AND NumeroScen=" + scenario);
+}
+
+void ActionEditor::mnuboucle() { mark({"Bouc", kLoopLabel, updateBoucle}); }
+
+void ActionEditor::mnudepart() { mark({"Dépa"_ansi, kStartLabel, updateDepart}); }
+
+void ActionEditor::mark(const Marker& marker) {
+    int found = 0;
+    while (found < LstChamps.count() && !LstChamps.at(found).starts_with(marker.beginning)) ++found;
+    marker.store(*state_.database, editor_.scenarioNumber,
+                 static_cast<std::int16_t>(LstChamps.selected + 1));
+    const auto row = [&] {
+        return std::string(marker.label) + std::to_string(LstChamps.selected + 1);
+    };
+    if (found < LstChamps.count()) {
+        LstChamps.remove(found);
+        LstChamps.insert(found, row());
+    } else {
+        LstChamps.rows.emplace_back();
+        LstChamps.rows.push_back(row());
+    }
+}
+
+}  // namespace kalvo

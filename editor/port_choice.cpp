@@ -1,0 +1,30 @@
+#include "editor/port_choice.h"
+
+#include "core/application_paths.h"
+#include "core/number_text.h"
+#include "core/serial_settings.h"
+#include "core/settings_store.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kPorts = 20;
+
+}  // namespace
+
+std::vector<std::string> portRows() {
+    std::vector<std::string> rows;
+    for (int port = 1; port <= kPorts; ++port) rows.push_back("COM" + withSignPosition(port));
+    return rows;
+}
+
+void storePortChoice(ProfileFiles& profiles, std::string_view applicationFolder, int row) {
+    const bool listed = row >= 0 && row < kPorts;
+    const bool endsInZero = listed && (row + 1) % 10 == 0;
+    const int port = listed && !endsInZero ? row + 1 : 1;
+    WriteIniValue(profiles, port_serie::kSection, port_serie::kPort, std::to_string(port),
+                  portSerieIni(applicationFolder));
+}
+
+}  // namespace kalvo

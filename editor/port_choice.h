@@ -1,0 +1,19 @@
+// The dialog offered when the configured port cannot be opened.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/profile_files.h"
+
+namespace kalvo {
+
+// "COM 1" to "COM 20".
+[[nodiscard]] std::vector<std::string> portRows();
+
+// Stores the row's port: its index + 1 when the row's text ends in a digit
+// other than 0, port 1 for every other row (10 and 20 included) and for no row.
+void storePortChoice(ProfileFiles& profiles, std::string_view applicationFolder, int row);
+
+}  // namespace kalvo

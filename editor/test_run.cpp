@@ -1,0 +1,90 @@
+#include "editor/test_run.h"
+
+#include <string>
+#include <string_view>
+
+#include "core/script_typing.h"
+#include "core/settings_store.h"
+#include "platform/ansi_text.h"
+#include "platform/database.h"
+#include "platform/dialogs.h"
+#include "platform/event_pump.h"
+#include "platform/progress.h"
+#include "platform/runtime_error.h"
+#include "scenario/file_output.h"
+#include "scenario/frame_processing.h"
+#include "scenario/scenario_compiler.h"
+#include "scenario/scenario_loader.h"
+#include "scenario/scenario_store.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kSimulatedFrames = 4;
+constexpr int kTimeToChangeWindow = 2000;  // milliseconds
+
+// The scenario in force, back in its place whatever happens meanwhile; the chosen one
+// itself stays as the test has loaded it.
+class KeptScenario {
+public:
+    KeptScenario(ScenarioRun& run, std::string_view tested)
+        : run_(run),
+          active_(run.active),
+          chosen_(equalIgnoringCase(run.active.ScenarioName, tested)) {}
+    KeptScenario(const KeptScenario&) = delete;
+    KeptScenario& operator=(const KeptScenario&) = delete;
+    ~KeptScenario() {
+        if (!chosen_) run_.active = std::move(active_);
+    }
+
+private:
+    ScenarioRun& run_;
+    ActiveScenario active_;
+    bool chosen_;
+};
+
+std::string askForFrame(const Platform& platform, Database& database, std::int16_t scenario) {
+    std::string frame;
+    for (int round = 0; round < kSimulatedFrames; ++round) {
+        for (int step = 1;; ++step) {
+            const auto row = database.OpenRecordset(
+                "SELECT Champs FROM Actions WHERE NumeroScen=" + std::to_string(scenario) +
+                (step == 1 ? " AND NumAction=" : " AND Numaction=") + std::to_string(step));
+            if (row->Eof()) break;
+            const std::string value = textField(*row, "Champs");
+            if (value.starts_with('&') || value.starts_with('^'))
+                frame +=
+                    platform.dialogs.inputBox("Valeur du champs " + value, kApplicationTitle, "") +
+                    "\r\n";
+        }
+    }
+    return frame;
+}
+
+}  // namespace
+
+void runScenarioTest(const Platform& platform, RunTimeState& state, const EditorState& editor,
+                     const std::function<void()>& minimise) {
+    const auto scenario = readScenario(*state.database, editor.scenarioNumber);
+    if (!scenario) return;
+    std::string frame = askForFrame(platform, *state.database, scenario->Numero);
+    ScenarioRun& run = state.scenario;
+    CompileScenario(platform, *state.database, run.applicationFolder, scenario->Numero);
+    const KeptScenario kept(run, scenario->Nom);
+    LoadTestScenario(platform, run, scenario->Nom);
+    run.keys.LoadKeyCorrespondence(platform.profiles, run.applicationFolder);
+    SplitFrameFields(platform, run, frame);
+    const std::string script = BuildKeyScript(platform, run, frame);
+    platform.progress.unload();
+    minimise();
+    platform.events.DoEvents();
+    platform.events.Sleep(kTimeToChangeWindow);
+    platform.events.DoEvents();
+    if (run.active.FileMode)
+        WriteFileLine(platform, run, script);
+    else
+        typeScript(platform, script, run.TimerPause);
+}
+
+}  // namespace kalvo

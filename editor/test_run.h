@@ -1,0 +1,19 @@
+// The test of a scenario from its editor.
+#pragma once
+
+#include <functional>
+
+#include "core/run_time_state.h"
+#include "editor/editor_state.h"
+#include "platform/platform.h"
+
+namespace kalvo {
+
+// Asks for the fields of four simulated frames, compiles and loads the scenario, calls
+// `minimise`, leaves the user two seconds to bring the target application to the
+// front, and types (or writes) the result. Afterwards the scenario that was in force
+// is so again. RuntimeErrors of the database.
+void runScenarioTest(const Platform& platform, RunTimeState& state, const EditorState& editor,
+                     const std::function<void()>& minimise);
+
+}  // namespace kalvo

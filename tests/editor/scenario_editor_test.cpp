@@ -1,0 +1,291 @@
+#include "editor/scenario_editor.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "editor/access_lock.h"
+#include "editor/key_tables.h"
+#include "keys/key_files.h"
+#include "tests/editor/editor_site.h"
+#include "tests/support/error_of.h"
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::errorOf;
+using ::testing::IsEmpty;
+using testing::kEmulationRow;
+using testing::kFileRow;
+using ::testing::Not;
+
+struct Scenarios : ::testing::Test, testing::EditorSite {
+    ScenarioForm& form = scenarios.form;
+
+    [[nodiscard]] ScenarioRecord stored(std::int16_t number) const {
+        return readScenario(*state.database, number).value_or(ScenarioRecord());
+    }
+    [[nodiscard]] std::string choice(std::string_view name) {
+        return readSetting(world.registry, name);
+    }
+    [[nodiscard]] std::string lastMessage() const {
+        return world.dialogs.shown.empty() ? "" : world.dialogs.shown.back().text;
+    }
+};
+
+TEST_F(Scenarios, ANewScenarioIsNumberedAndItsStepsAreEnteredAtOnce) {
+    scenarios.load();
+    scenarios.createNew();
+    scenarios.save();
+    EXPECT_EQ(lastMessage(), std::string("Vous devez préciser un type pour le scénario."_ansi));
+    EXPECT_EQ(world.dialogs.shown.back().icon, MessageIcon::kCritical);
+    EXPECT_THAT(form.LstScen.rows, IsEmpty());
+
+    form.TxtNomScen = "Stock";
+    scenarios.chooseType(kFileRow);
+    EXPECT_TRUE(form.FraCheminShown);
+    world.dialogs.inputs = {"3"};
+    scenarios.clickPartialFrame(true);
+    form.chkIncrement = true;
+    form.TxtChemin = "C:\\lot.txt";
+    scenarios.save();
+    EXPECT_THAT(form.LstScen.rows, ElementsAre("--- Stock"));
+    EXPECT_TRUE(editor.stepsShown);
+    const ScenarioRecord record = stored(1);
+    EXPECT_EQ(record.Nom + record.Type + record.Chemin, "StockFichierC:\\lot.txt");
+    EXPECT_EQ(record.Trame * 100 + record.Specif * 10 + record.NbrTrame, 113);
+
+    addScenario("Deux", kEmulationRow, {});
+    EXPECT_EQ(editor.scenarioNumber, 2);
+    EXPECT_TRUE(form.FraCheminShown) << "only loading another scenario hides the path";
+    world.dialogs.confirmations = {true};
+    scenarios.deleteScenario();
+    addScenario("Trois", kEmulationRow, {});
+    EXPECT_EQ(editor.scenarioNumber, 2) << "the number of a deleted last scenario is used again";
+}
+
+TEST_F(Scenarios, TheFieldCountQuestionDecidesOnTheBox) {
+    struct Case {
+        bool ticked;
+        const char* answer;
+        bool shown;
+    };
+    for (const auto& [ticked, answer, shown] : {Case{true, "2", true}, Case{true, "", false},
+                                                Case{true, "0", false}, Case{false, "2", false}}) {
+        world.dialogs.inputs = {answer};
+        scenarios.clickPartialFrame(ticked);
+        EXPECT_EQ(form.ChcPartiel, shown) << answer;
+        EXPECT_EQ(lastMessage(), "Nombre de champs dans la trame :");
+    }
+}
+
+TEST_F(Scenarios, SavingAnExistingOneStoresPathAndIncrementOnly) {
+    addScenario("Stock", kEmulationRow, {"&CODE"});
+    form.TxtNomScen = "Autre";
+    scenarios.chooseType(kFileRow);
+    form.TxtChemin = "C:\\x.txt";
+    form.chkIncrement = true;
+    scenarios.save();
+    const ScenarioRecord record = stored(1);
+    EXPECT_EQ(record.Nom + record.Type + record.Chemin, "StockEmulationC:\\x.txt");
+    EXPECT_EQ(record.Specif, 1);
+    EXPECT_THAT(form.LstScen.rows, ElementsAre("--- Stock"));
+}
+
+TEST_F(Scenarios, SelectingAndLoadingShowsWhatSavingWouldChange) {
+    addScenario("Fic", kFileRow, {"&QTY"});
+    scenarios.editPath("C:\\a.txt");
+    addScenario("Clavier", kEmulationRow, {"&CODE", "Touche Tab"});
+    actions.select(1);
+    actions.mnuboucle();
+
+    scenarios.select(0);
+    EXPECT_EQ(editor.scenarioNumber, 1);
+    EXPECT_EQ(form.TxtChemin, "C:\\a.txt");
+    EXPECT_THAT(actions.LstChamps.rows,
+                ElementsAre("--- &QTY", "", "Boucle : 0", std::string("Départ : 0"_ansi)))
+        << "the open step windows follow the selection";
+    scenarios.select(1);
+    scenarios.loadSelected();
+    EXPECT_EQ(form.TxtNomScen, "Clavier");
+    EXPECT_EQ(form.CboType.selected, kEmulationRow);
+    EXPECT_FALSE(form.FraCheminShown);
+    EXPECT_THAT(actions.LstChamps.rows, ElementsAre("--- &CODE", "--- Touche Tab", "", "Boucle : 2",
+                                                    std::string("Départ : 0"_ansi)));
+}
+
+TEST_F(Scenarios, ANewScenarioIsGivenUpOnlyWhenTheUserSaysSo) {
+    addScenario("Stock", kEmulationRow, {});
+    scenarios.createNew();
+    form.TxtNomScen = "Neuf";
+    EXPECT_TRUE(scenarios.unsaved());
+    scenarios.select(0);
+    EXPECT_EQ(editor.scenarioNumber, 0);
+    EXPECT_EQ(form.TxtNomScen, "Neuf");
+    world.dialogs.confirmations = {true};
+    scenarios.select(0);
+    EXPECT_EQ(editor.scenarioNumber, 1);
+    EXPECT_FALSE(scenarios.unsaved());
+}
+
+TEST_F(Scenarios, AnApostropheBreaksTheStatementAndNothingElse) {
+    scenarios.createNew();
+    form.TxtNomScen = "L'inventaire";
+    scenarios.chooseType(kEmulationRow);
+    EXPECT_EQ(errorOf([&] { scenarios.save(); }), error_number::kDataSyntax);
+    EXPECT_THAT(form.LstScen.rows, IsEmpty()) << "no row without its scenario";
+    EXPECT_FALSE(editor.stepsShown);
+    form.TxtNomScen = "Inventaire";
+    scenarios.save();
+    EXPECT_EQ(stored(1).Nom, "Inventaire");
+
+    state.database->Execute("INSERT INTO Scenarios (Numero,Nom) VALUES (2,'L''autre')");
+    scenarios.ChargeScenarios();
+    EXPECT_EQ(errorOf([&] { scenarios.select(1); }), error_number::kDataSyntax);
+    EXPECT_EQ(editor.scenarioName, "Inventaire") << "name and number still belong together";
+}
+
+TEST_F(Scenarios, DeletingTakesFileRowsStepsAndChoicesAlong) {
+    addScenario("Garde", kEmulationRow, {"&CODE"});
+    addScenario("Stock", kEmulationRow, {"&CODE", "&QTY"});
+    scenarios.chooseInventory("Stock");
+    scenarios.chooseOrder("Garde");
+    scenarios.chooseScenario();
+    const std::string file = scenarioFile(folder.path(), "Stock");
+    ASSERT_TRUE(files.fileExists(file));
+
+    scenarios.deleteScenario();
+    EXPECT_EQ(lastMessage(),
+              std::string("Attention. Cette suppression sera définitive. Voulez-vous réellement "
+                          "supprimer le scénario Stock?"_ansi));
+    EXPECT_TRUE(files.fileExists(file)) << "the answer was No";
+    world.dialogs.confirmations = {true};
+    scenarios.deleteScenario();
+    EXPECT_FALSE(files.fileExists(file));
+    EXPECT_THAT(form.LstScen.rows, ElementsAre("--- Garde"));
+    editor.scenarioNumber = 2;
+    EXPECT_THAT(storedActions(), IsEmpty());
+    EXPECT_EQ(stored(2).Nom, "");
+    EXPECT_EQ(choice(kRacScenChx) + "|" + choice(kRacInvent) + "|" + choice(kRacCde), "||Garde");
+
+    editor.scenarioName.clear();
+    scenarios.deleteScenario();
+    EXPECT_EQ(lastMessage(), std::string("Veuillez choisir un scénario."_ansi));
+    editor.scenarioNumber = 1;
+    EXPECT_THAT(storedActions(), Not(IsEmpty()));
+}
+
+TEST_F(Scenarios, ChoosingOneMakesItTheOneInForce) {
+    addScenario("Stock", kFileRow, {"&CODE", "&TAB"});
+    scenarios.editPath("C:\\a.txt");
+    editor.scenarioName.clear();
+    form.LstScen.selected = -1;
+    scenarios.chooseScenario();
+    EXPECT_EQ(lastMessage(), std::string("Veuillez choisir un scénario."_ansi));
+    EXPECT_EQ(world.dialogs.shown.back().icon, MessageIcon::kExclamation);
+
+    form.LstScen.selected = 0;
+    scenarios.chooseScenario();
+    EXPECT_EQ(choice(kRacScenChx), "Stock");
+    EXPECT_THAT(state.scenario.active.ActionLines, ElementsAre("", "&CODE", "&TAB"));
+    EXPECT_EQ(stored(1).Chemin, "C:\\a.txt");
+}
+
+TEST_F(Scenarios, ApplyingCompilesEveryChoiceAndKeepsOneSeparatorCharacter) {
+    for (const char* name : {"Un", "Deux", "Trois"}) addScenario(name, kEmulationRow, {"&CODE"});
+    scenarios.load();
+    scenarios.chooseConnection(0);
+    scenarios.chooseInventory("Deux");
+    scenarios.readChoices();
+    EXPECT_EQ(form.RacInvent, "Deux") << "a choice not applied yet survives the tab change";
+    scenarios.chooseOrder("Trois");
+    for (const auto& [typed, kept] : {std::pair{",", ","}, {"", "."}, {"::", "."}}) {
+        form.txtSep = typed;
+        scenarios.applyConfiguration();
+        EXPECT_EQ(choice(kSepDec), kept);
+        EXPECT_EQ(state.scenario.DecimalSeparator, kept);
+    }
+    EXPECT_EQ(choice(kRacScenChx) + choice(kRacInvent) + choice(kRacCde), "UnDeuxTrois");
+    for (const char* name : {"Un", "Deux", "Trois"})
+        EXPECT_TRUE(files.fileExists(scenarioFile(folder.path(), name))) << name;
+    EXPECT_THAT(world.dialogs.shown, IsEmpty());
+    EXPECT_FALSE(scenarios.unsaved());
+}
+
+TEST_F(Scenarios, ApplyingWithoutChoiceStillStoresThePortAndFailuresAreSummedUp) {
+    scenarios.load();
+    serial.ChargeCommunication();
+    serial.choosePort(1);
+    scenarios.applyConfiguration();
+    EXPECT_EQ(lastMessage(), "Vous devez entrer un choix pour le scenario choisi.");
+    EXPECT_EQ(portSetting(port_serie::kPort), "2");
+
+    setPort(port_serie::kPortActive, "1");
+    setPort(port_serie::kSpeed, "");
+    addScenario("Un", kEmulationRow, {"&CODE"});
+    scenarios.chooseConnection(0);
+    world.port.openError = error_number::kPortInvalid;
+    serial.chooseStopBits(0);
+    scenarios.applyConfiguration();
+    EXPECT_EQ(lastMessage(),
+              std::string("Une erreur vient de se produire. L'opération en cours a été annulée. "
+                          "Merci de bien vouloir recommencer"_ansi));
+    EXPECT_EQ(choice(kRacScenChx), "Un");
+}
+
+TEST(AccessLock, TakesTheExactPasswordOnly) {
+    testing::FakePlatform world;
+    EditorState state;
+    for (const char* wrong : {"", "PLMOKNIJB842", "plmoknijb842 ", "plmoknijb84"}) {
+        EXPECT_FALSE(tryPassword(world.platform, state, wrong)) << wrong;
+        EXPECT_EQ(world.dialogs.shown.back().text, "Mot de passe non valide !");
+        EXPECT_EQ(world.dialogs.shown.back().title,
+                  std::string("Autorisation <-> Paramétrage"_ansi));
+        EXPECT_EQ(state.accessLevel, 0);
+    }
+    EXPECT_TRUE(tryPassword(world.platform, state, "plmoknijb842"));
+    EXPECT_EQ(state.accessLevel, 1);
+}
+
+TEST(EraseQuestion, SendsSixBytesForYesAndNothingForNo) {
+    testing::FakePlatform world;
+    EditorState state;
+    world.port.open = true;
+    state.erasePending = 1;
+    answerEraseQuestion(world.platform, state, false);
+    EXPECT_EQ(world.port.sent, "");
+    EXPECT_EQ(state.erasePending, 0);
+    answerEraseQuestion(world.platform, state, true);
+    EXPECT_EQ(world.port.sent, std::string({27, '1', '*', 27, 13, 10}));
+    world.port.open = false;
+    EXPECT_EQ(errorOf([&] { answerEraseQuestion(world.platform, state, true); }),
+              error_number::kPortNotOpen);
+    EXPECT_EQ(state.erasePending, 0) << "the question does not come back";
+}
+
+struct KeyTableTabs : ::testing::Test, testing::EditorSite {};
+
+TEST_F(KeyTableTabs, RenamingAKeyKeepsWhatItTypes) {
+    KeyTables tables = RemplirTouches(profiles, folder.path());
+    ASSERT_EQ(tables.keys.size(), 15U);
+    ASSERT_EQ(tables.systemKey.size(), 23U);
+    EXPECT_EQ(tables.systemKey[1].label, "{Touche Tab}");
+    EXPECT_EQ(tables.systemKey[1].types, "{TAB}");
+
+    std::vector<std::string> labels;
+    for (const KeyBox& box : tables.systemKey) labels.push_back(box.label);
+    labels[1] = "{Suivant}";
+    saveKeyLabels(profiles, folder.path(), kSystemSection, labels);
+    KeyCorrespondenceTable keys;
+    keys.LoadKeyCorrespondence(profiles, folder.path());
+    EXPECT_EQ(keys.textOf("{Suivant}"), "{TAB}");
+    EXPECT_EQ(keys.textOf("{Touche Tab}"), "");
+    EXPECT_EQ(keys.textOf("{Touche F1}"), "{F1}");
+    EXPECT_EQ(RemplirTouches(profiles, folder.path()).keys[3].label, tables.keys[3].label);
+}
+
+}  // namespace
+}  // namespace kalvo

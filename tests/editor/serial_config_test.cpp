@@ -1,0 +1,159 @@
+#include "editor/serial_config.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "editor/port_choice.h"
+#include "tests/editor/editor_site.h"
+#include "tests/support/error_of.h"
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::errorOf;
+using ::testing::IsEmpty;
+
+struct SerialSettingsWindow : ::testing::Test, testing::EditorSite {
+    SerialSettingsWindow() { state.scenario.applicationFolder = folder.path(); }
+
+    void chooseEverything() {
+        serial.choosePort(2);
+        serial.chooseSpeed(6);
+        serial.chooseDataBits(4);
+        serial.chooseParity(1);
+        serial.chooseStopBits(1);
+        serial.chooseFlow(3);
+        serial.chooseProtocol(2);
+    }
+    [[nodiscard]] std::string fileText() const {
+        return testing::bytesOf(folder / "PortSerie.ini");
+    }
+};
+
+TEST_F(SerialSettingsWindow, ShowsTheListsAndNothingStoredWithoutAPort) {
+    setPort(port_serie::kSpeed, " 9600");
+    serial.ChargeCommunication();
+    EXPECT_EQ(serial.CboPort.rows.front(), "COM 1");
+    EXPECT_EQ(serial.CboPort.count(), 20);
+    EXPECT_EQ(serial.CboVitesse.count(), 16);
+    EXPECT_EQ(serial.CboVitesse.at(6), "9600");
+    for (const RowList* list :
+         {&serial.CboPort, &serial.CboVitesse, &serial.CboProtocol, &serial.CboDonnées,
+          &serial.CboParité, &serial.CboArret, &serial.CboFlux})
+        EXPECT_EQ(list->selected, -1);
+    EXPECT_FALSE(serial.unsaved());
+}
+
+TEST_F(SerialSettingsWindow, ShowsWhatIsStored) {
+    for (const char* port : {" 3", "3"}) {
+        setPort(port_serie::kPort, port);
+        setPort(port_serie::kSpeed, " 57600");
+        setPort(port_serie::kDataBits, " 7");
+        setPort(port_serie::kParity, "O");
+        setPort(port_serie::kStopBits, " 1.5");
+        setPort(port_serie::kFlow, " 2");
+        setPort(port_serie::kProtocol, "Scanpal");
+        serial.ChargeCommunication();
+        EXPECT_EQ(serial.CboPort.selected, 2) << port;
+        EXPECT_EQ(serial.CboVitesse.at(serial.CboVitesse.selected), "57600");
+        EXPECT_EQ(serial.CboDonnées.selected, 3);
+        EXPECT_EQ(serial.CboParité.selected, 2);
+        EXPECT_EQ(serial.CboArret.selected, 1);
+        EXPECT_EQ(serial.CboFlux.selected, 2);
+        EXPECT_EQ(serial.CboProtocol.at(serial.CboProtocol.selected), "ScanPal");
+    }
+    setPort(port_serie::kParity, "?");
+    setPort(port_serie::kSpeed, "HT630");
+    serial.ChargeCommunication();
+    EXPECT_EQ(serial.CboParité.selected, -1);
+    EXPECT_EQ(serial.CboVitesse.selected, -1);
+    EXPECT_EQ(serial.unlistedSpeed, "HT630");
+}
+
+TEST_F(SerialSettingsWindow, ChoosingChangesNothingOutside) {
+    serial.ChargeCommunication();
+    chooseEverything();
+    EXPECT_TRUE(serial.unsaved());
+    EXPECT_EQ(fileText(), "");
+    EXPECT_EQ(state.TerminalType, "");
+    EXPECT_THAT(world.port.log, IsEmpty());
+}
+
+TEST_F(SerialSettingsWindow, ApplyWritesEveryKeyAndOpensThePortAgain) {
+    setPort(port_serie::kPortActive, "1");
+    serial.ChargeCommunication();
+    chooseEverything();
+    world.port.open = true;
+    serial.saveAndReconnect();
+    EXPECT_EQ(fileText(), std::string("[Port_série]\r\nPortActif=1\r\nPort= 3\r\n"
+                                      "Bit de donnée= 8\r\nBit de parité=E\r\nBit d'arrêt= 1.5\r\n"
+                                      "Vitesse= 9600\r\nProtocol=HT630\r\nFlux= 3\r\n"_ansi));
+    EXPECT_THAT(world.port.log, ElementsAre("PortOpen=0", "CommPort=3", "Settings=9600,E,8,1",
+                                            "SThreshold=1", "RThreshold=1", "Handshaking=3",
+                                            "InputMode=0", "InputLen=1", "PortOpen=1"));
+    EXPECT_EQ(state.TerminalType, "HT630");
+    EXPECT_FALSE(serial.unsaved());
+}
+
+TEST_F(SerialSettingsWindow, ApplyLeavesAPortAloneThatIsNotUsed) {
+    serial.ChargeCommunication();
+    chooseEverything();
+    serial.saveAndReconnect();
+    EXPECT_EQ(portSetting(port_serie::kProtocol), "HT630");
+    EXPECT_THAT(world.port.log, IsEmpty());
+}
+
+// What a user sees who presses "Valider" of the properties with a terminal type
+// chosen: the settings are stored, the type in place of the speed, and an error says
+// that this is no speed.
+TEST_F(SerialSettingsWindow, ValidatingThePropertiesPutsTheTerminalTypeOverTheSpeed) {
+    setPort(port_serie::kProtocol, "PT630");
+    serial.ChargeCommunication();
+    chooseEverything();
+    world.port.open = true;
+    EXPECT_EQ(errorOf([&] { serial.saveProperties(); }), error_number::kTypeMismatch);
+    EXPECT_EQ(fileText(), std::string("[Port_série]\r\nProtocol=PT630\r\nPort= 3\r\n"
+                                      "Bit de donnée= 8\r\nBit de parité=E\r\nBit d'arrêt= 1.5\r\n"
+                                      "Vitesse=HT630\r\nFlux= 3\r\n"_ansi));
+    EXPECT_THAT(world.port.log, ElementsAre("PortOpen=0"));
+}
+
+TEST_F(SerialSettingsWindow, ValidatingThePropertiesKeepsThePortNumber) {
+    setPort(port_serie::kPort, "1");
+    setPort(port_serie::kProtocol, "1200");
+    serial.ChargeCommunication();
+    chooseEverything();
+    serial.ChargeCommunication();
+    serial.choosePort(4);
+    serial.chooseDataBits(3);
+    serial.chooseParity(0);
+    serial.chooseStopBits(2);
+    serial.saveProperties();
+    EXPECT_EQ(portSetting(port_serie::kPort), "5");
+    EXPECT_THAT(world.port.log,
+                ElementsAre("Settings=1200,N,7,2", "SThreshold=1", "RThreshold=1", "Handshaking=0",
+                            "InputMode=0", "InputLen=1", "PortOpen=1"))
+        << "a terminal type that is a number is a speed too";
+    world.port.open = false;
+    world.port.openError = error_number::kPortInvalid;
+    EXPECT_EQ(errorOf([&] { serial.saveProperties(); }), error_number::kPortInvalid);
+}
+
+TEST_F(SerialSettingsWindow, TheChoiceOfAnotherPortIsStoredWithoutBlank) {
+    struct Case {
+        int row;
+        const char* stored;
+    };
+    for (const auto& [row, stored] : {Case{0, "Port=1"}, Case{8, "Port=9"}, Case{10, "Port=11"},
+                                      Case{9, "Port=1"}, Case{19, "Port=1"}, Case{-1, "Port=1"}}) {
+        storePortChoice(profiles, folder.path(), row);
+        EXPECT_EQ(fileText(), std::string("[Port_série]\r\n"_ansi) + stored + "\r\n") << row;
+    }
+}
+
+}  // namespace
+}  // namespace kalvo
