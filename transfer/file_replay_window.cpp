@@ -1,16 +1,15 @@
 #include "transfer/file_replay_window.h"
 
-#include <QAction>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QStyle>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <utility>
 
 #include "platform/qt/qt_text.h"
+#include "platform/qt/tool_bar.h"
 
 namespace kalvo {
 
@@ -18,13 +17,6 @@ namespace {
 
 constexpr int kPathWidth = 380;
 constexpr int kSeparatorWidth = 60;
-
-QToolBar* toolBar(const QString& name) {
-    auto* const bar = new QToolBar;
-    bar->setObjectName(name);
-    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    return bar;
-}
 
 }  // namespace
 
@@ -37,24 +29,22 @@ FileReplayWindow::FileReplayWindow(ReplayForm form,
     setAttribute(Qt::WA_DeleteOnClose);
     setAttribute(Qt::WA_QuitOnClose, false);
 
-    auto* const connectBar = toolBar("TlbConnect");
-    auto* const startAction =
-        connectBar->addAction(style()->standardIcon(QStyle::SP_MediaPlay), "Démarrer");
-    startAction->setToolTip("Rejoue le fichier à travers le scénario actif (Entrée).");
-    startAction->setShortcuts({Qt::Key_Return, Qt::Key_Enter});
-    connect(startAction, &QAction::triggered, this, [this] { start(); });
-    auto* const closeAction =
-        connectBar->addAction(style()->standardIcon(QStyle::SP_DialogCloseButton), "Fermer");
-    closeAction->setToolTip("Ferme la fenêtre sans rien rejouer (Échap).");
-    closeAction->setShortcut(Qt::Key_Escape);
-    connect(closeAction, &QAction::triggered, this, [this] { close(); });
-
-    auto* const openBar = toolBar("tlbOuvrir");
-    auto* const openAction =
-        openBar->addAction(style()->standardIcon(QStyle::SP_DialogOpenButton), "Ouvrir...");
-    openAction->setToolTip("Choisit le fichier à rejouer (Ctrl+O).");
-    openAction->setShortcut(QKeySequence::Open);
-    connect(openAction, &QAction::triggered, this, [this] { chooseFile(); });
+    auto* const connectBar =
+        makeToolBar("TlbConnect", {{"Démarrer",
+                                    QStyle::SP_MediaPlay,
+                                    "Rejoue le fichier à travers le scénario actif (Entrée).",
+                                    {Qt::Key_Return, Qt::Key_Enter},
+                                    [this] { start(); }},
+                                   {"Fermer",
+                                    QStyle::SP_DialogCloseButton,
+                                    "Ferme la fenêtre sans rien rejouer (Échap).",
+                                    {Qt::Key_Escape},
+                                    [this] { close(); }}});
+    auto* const openBar = makeToolBar("tlbOuvrir", {{"Ouvrir...",
+                                                     QStyle::SP_DialogOpenButton,
+                                                     "Choisit le fichier à rejouer (Ctrl+O).",
+                                                     {QKeySequence::Open},
+                                                     [this] { chooseFile(); }}});
 
     txtFic = new QLineEdit;
     txtFic->setObjectName("txtFic");

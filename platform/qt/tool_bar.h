@@ -1,0 +1,32 @@
+// Tool bars whose buttons the keyboard reaches.
+#pragma once
+
+#include <QKeySequence>
+#include <QList>
+#include <QString>
+#include <QStyle>
+#include <functional>
+#include <vector>
+
+class QAbstractButton;
+class QToolBar;
+
+namespace kalvo {
+
+struct ToolButton {
+    QString text;
+    QStyle::StandardPixmap icon;
+    QString tip;  // one sentence; the shortcut is part of it
+    QList<QKeySequence> shortcuts;
+    std::function<void()> run;
+};
+
+// A bar under its object name; its actions() are the buttons in order. A shortcut works
+// while the bar is visible.
+[[nodiscard]] QToolBar* makeToolBar(const QString& name, const std::vector<ToolButton>& buttons);
+
+// Lets Enter press the button that has the focus, as Space does, whatever Enter stands for
+// elsewhere in its window.
+void pressWithEnter(QAbstractButton* button);
+
+}  // namespace kalvo
