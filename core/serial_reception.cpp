@@ -40,6 +40,10 @@ private:
 
 }  // namespace
 
+bool pushesBatches(std::string_view terminalType) {
+    return equalIgnoringCase(terminalType, "HT630") || equalIgnoringCase(terminalType, "PT630");
+}
+
 SerialReception::SerialReception(const Platform& platform, RunTimeState& state,
                                  std::function<void()> dispatch)
     : platform_(platform),

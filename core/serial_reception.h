@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 #include "core/batch_reception.h"
 #include "core/pull_dialogue.h"
@@ -10,6 +11,9 @@
 #include "platform/platform.h"
 
 namespace kalvo {
+
+// Whether terminals of that type send batches on their own.
+[[nodiscard]] bool pushesBatches(std::string_view terminalType);
 
 class SerialReception {
 public:

@@ -33,8 +33,9 @@ void compileChosenScenario(const Platform& platform, RunTimeState& state) {
         CompileScenario(platform, *state.database, state.scenario.applicationFolder, *numero);
 }
 
+// Sets `portRefused` while the port is being opened: it stays set when that fails.
 void openConfiguredPort(const Platform& platform, RunTimeState& state, SerialReception& reception,
-                        const std::function<void()>& openSettings) {
+                        const std::function<void()>& openSettings, bool& portRefused) {
     const std::string_view folder = state.scenario.applicationFolder;
     if (!portActive(platform.profiles, folder)) return;
     if (readPortSerie(platform.profiles, folder, port_serie::kPort).empty()) {
@@ -49,8 +50,10 @@ void openConfiguredPort(const Platform& platform, RunTimeState& state, SerialRec
                 std::string(" est déja ouvert"_ansi),
             kApplicationTitle, MessageIcon::kCritical);
     } else {
+        portRefused = true;
         reception.configurePort();
         reception.openPort();
+        portRefused = false;
     }
     std::string& name = state.scenario.active.ScenarioName;
     name = readSetting(platform.registry, kRacScenChx);
@@ -66,8 +69,9 @@ void showError(const Platform& platform, const RuntimeError& error) {
 
 }  // namespace
 
-void startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
+bool startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
              const std::function<void()>& openSettings) {
+    bool portRefused = false;
     try {
         state.database =
             platform.databases.OpenDatabase(scenarioDatabase(state.scenario.applicationFolder));
@@ -76,13 +80,14 @@ void startUp(const Platform& platform, RunTimeState& state, SerialReception& rec
         LoadActiveScenario(platform, state.scenario);
         state.scenario.keys.LoadKeyCorrespondence(platform.profiles,
                                                   state.scenario.applicationFolder);
-        openConfiguredPort(platform, state, reception, openSettings);
+        openConfiguredPort(platform, state, reception, openSettings, portRefused);
     } catch (const RuntimeError& error) {
         showError(platform, error);
     }
     const std::string tip = trayTip(platform.port.CommPort(), state.scenario.active.ScenarioName);
     platform.icon.add(tip);
     platform.icon.modify(tip);
+    return !portRefused;
 }
 
 }  // namespace kalvo

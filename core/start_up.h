@@ -12,8 +12,9 @@ namespace kalvo {
 // Database, settings, scenario, key tables, port and tray icon, in this order. A
 // run-time error on the way is shown and the icon is created all the same: the
 // program goes on with what it has. `openSettings` shows the settings window, which
-// is asked for when no port is configured.
-void startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
+// is asked for when no port is configured. False when the configured port could not be
+// opened.
+bool startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
              const std::function<void()>& openSettings);
 
 }  // namespace kalvo

@@ -69,6 +69,9 @@ std::string controlKey(std::uint8_t character) {
     return std::string("Ctrl + ") + static_cast<char>('A' + character - 1);
 }
 
+// A letter as its key shows it.
+char upperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
 // Collects key events into rows: characters in a row become one text, the same key
 // again a count.
 class Listing {
@@ -125,7 +128,7 @@ private:
         if (!control.empty())
             stroke(modifiers() + control);
         else if (shift_ || control_ || alt_)
-            stroke(modifiers() + static_cast<char>(key.code));
+            stroke(modifiers() + upperCase(static_cast<char>(key.code)));
         else
             character(static_cast<char>(key.code));
     }

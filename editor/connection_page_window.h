@@ -1,0 +1,30 @@
+// The tab "Connexion": the scenarios in use and the decimal separator.
+#pragma once
+
+#include <QWidget>
+
+#include "editor/settings_context_window.h"
+
+class QComboBox;
+class QLineEdit;
+
+namespace kalvo {
+
+class ConnectionPage : public QWidget {
+public:
+    explicit ConnectionPage(const SettingsContext& context);
+
+    // Shows what the controllers hold.
+    void refresh();
+
+private:
+    [[nodiscard]] RowList namesWithNone(const std::string& chosen) const;
+
+    const SettingsContext& context_;
+    QComboBox* CboChoix;
+    QComboBox* CboInvent;
+    QComboBox* CboCde;
+    QLineEdit* txtSep;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,30 @@
+// The tab "Propriétés": port, line settings and terminal type.
+#pragma once
+
+#include <QWidget>
+
+#include "editor/settings_context_window.h"
+
+class QCheckBox;
+class QComboBox;
+
+namespace kalvo {
+
+class PortPage : public QWidget {
+public:
+    explicit PortPage(const SettingsContext& context);
+
+    // Shows what the controllers hold.
+    void refresh();
+
+private:
+    [[nodiscard]] QWidget* leftColumn();
+    [[nodiscard]] QWidget* rightColumn();
+
+    const SettingsContext& context_;
+    std::vector<QString> devices_;
+    QComboBox *CboPort, *CboVitesse, *CboProtocol, *CboDonnées, *CboParité, *CboArret, *CboFlux;
+    QCheckBox* ChDatalogic;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,40 @@
+// The tab "Scénario": the list of scenarios and the properties of one.
+#pragma once
+
+#include <QWidget>
+
+#include "editor/settings_context_window.h"
+
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+
+namespace kalvo {
+
+class ScenarioPage : public QWidget {
+public:
+    explicit ScenarioPage(const SettingsContext& context);
+
+    // Shows what the controllers hold.
+    void refresh();
+    // Stores a path that is still being edited.
+    void finishEditing();
+
+private:
+    [[nodiscard]] QWidget* listSide();
+    [[nodiscard]] QWidget* propertiesSide();
+    [[nodiscard]] QGroupBox* pathFrame();
+
+    const SettingsContext& context_;
+    QListWidget* LstScen;
+    QLabel *LblNomScen, *LblType;
+    QLineEdit *TxtNomScen, *TxtChemin;
+    QComboBox* CboType;
+    QCheckBox *ChcPartiel, *chkIncrement;
+    QGroupBox* FraChemin;
+};
+
+}  // namespace kalvo

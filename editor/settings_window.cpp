@@ -1,0 +1,182 @@
+#include "editor/settings_window.h"
+
+#include <QCloseEvent>
+#include <QScreen>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "core/settings_store.h"
+#include "editor/actions_window.h"
+#include "editor/connection_page_window.h"
+#include "editor/key_page_window.h"
+#include "editor/key_picker_window.h"
+#include "editor/port_page_window.h"
+#include "editor/scenario_page_window.h"
+#include "editor/test_window.h"
+#include "keys/key_files.h"
+#include "platform/ansi_text.h"
+#include "platform/dialogs.h"
+
+namespace kalvo {
+
+namespace {
+
+// Tabs that can be used without password: the first two.
+constexpr int kOpenTabs = 2;
+
+// The registry value that keeps where a window stood.
+std::string placeName(const QWidget* window) {
+    return "Place" + window->objectName().toStdString();
+}
+
+}  // namespace
+
+SettingsWindow::SettingsWindow(const Platform& platform, RunTimeState& state, EditorState& editor,
+                               SettingsServices services)
+    : serial_(platform, state),
+      actions_(platform, state, editor),
+      scenarios_(platform, state, editor, serial_, actions_),
+      context_{platform,
+               state,
+               editor,
+               serial_,
+               actions_,
+               scenarios_,
+               std::move(services),
+               [this](const std::function<void()>& handler) {
+                   context_.services.deliver(handler);
+                   refresh();
+               },
+               [this] { close(); }} {
+    setObjectName("frmparametrage");
+    setWindowTitle("Paramétres <-> Clavier");
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    serial_.ChargeCommunication();
+    scenarios_.load();
+    makeTabs();
+    makeStepWindows();
+    showAccess();
+    refresh();
+    for (QWidget* const window : placedWindows()) restorePlace(window);
+}
+
+SettingsWindow::~SettingsWindow() = default;
+
+void SettingsWindow::makeTabs() {
+    TabParam = new QTabWidget;
+    TabParam->setObjectName("TabParam");
+    // All tabs in view: the window is as wide as they are.
+    TabParam->setUsesScrollButtons(false);
+    const KeyTables keys =
+        RemplirTouches(context_.platform.profiles, context_.state.scenario.applicationFolder);
+    connection_ = new ConnectionPage(context_);
+    port_ = new PortPage(context_);
+    particularKeys_ =
+        new KeyPage(context_, {"TlbPart", "keys", "LblTouche", kParticularSection}, keys.keys);
+    systemKeys_ = new KeyPage(context_, {"TlbSys", "systemKey", "Labelsysteme", kSystemSection},
+                              keys.systemKey);
+    scenario_ = new ScenarioPage(context_);
+    TabParam->addTab(connection_, "&Connexion");
+    TabParam->addTab(port_, "&Propriétés");
+    TabParam->addTab(particularKeys_, "&Touches particuliéres");
+    TabParam->addTab(systemKeys_, "Touches &systémes");
+    TabParam->addTab(scenario_, "S&cénario");
+    connect(TabParam, &QTabWidget::currentChanged, this,
+            [this] { context_.act([this] { scenarios_.readChoices(); }); });
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(TabParam);
+}
+
+void SettingsWindow::makeStepWindows() {
+    const auto closeAll = [this] { closeSteps(); };
+    FrmActions = new ActionsWindow(this, context_, closeAll);
+    FrmTouches = new KeyPickerWindow(this, context_, closeAll);
+    FrmTest = new TestWindow(this, context_, closeAll);
+    placeStepWindows();
+}
+
+// Side by side along the bottom of the screen, so that the settings stay in view.
+void SettingsWindow::placeStepWindows() {
+    const QRect area = screen()->availableGeometry();
+    const int width = area.width() / 4;
+    const int height = area.height() / 2;
+    int left = area.left() + width / 4;
+    for (QWidget* const window :
+         {static_cast<QWidget*>(FrmActions), static_cast<QWidget*>(FrmTouches),
+          static_cast<QWidget*>(FrmTest)}) {
+        window->setGeometry(left, area.top() + area.height() / 3, width, height);
+        left += width + width / 16;
+    }
+}
+
+void SettingsWindow::showAccess() {
+    for (int tab = kOpenTabs; tab < TabParam->count(); ++tab)
+        TabParam->setTabEnabled(tab, context_.editor.accessLevel == 1);
+}
+
+void SettingsWindow::refresh() {
+    connection_->refresh();
+    port_->refresh();
+    scenario_->refresh();
+    showSteps();
+}
+
+void SettingsWindow::showSteps() {
+    const bool shown = context_.editor.stepsShown;
+    if (shown) {
+        FrmActions->refresh();
+        FrmTouches->refresh();
+        FrmTest->refresh();
+    }
+    FrmActions->setVisible(shown);
+    FrmTouches->setVisible(shown);
+    FrmTest->setVisible(shown);
+}
+
+void SettingsWindow::closeSteps() {
+    if (!context_.editor.stepsShown) return;
+    context_.editor.stepsShown = false;
+    context_.act([this] { actions_.cancelInsert(); });
+    if (isMinimized()) showNormal();
+    raise();
+    activateWindow();
+}
+
+bool SettingsWindow::unsaved() const {
+    return serial_.unsaved() || scenarios_.unsaved() || particularKeys_->unsaved() ||
+           systemKeys_->unsaved();
+}
+
+void SettingsWindow::closeEvent(QCloseEvent* event) {
+    scenario_->finishEditing();
+    if (unsaved() &&
+        !context_.platform.dialogs.confirm(
+            "Des modifications ne sont pas enregistrées. Fermer sans les enregistrer ?"_ansi,
+            kApplicationTitle, MessageIcon::kQuestion)) {
+        event->ignore();
+        return;
+    }
+    for (QWidget* const window : placedWindows())
+        writeSetting(context_.platform.registry, placeName(window),
+                     window->saveGeometry().toBase64().toStdString());
+    if (context_.editor.insertMode) context_.services.deliver([this] { actions_.cancelInsert(); });
+    EditorState closed;
+    closed.erasePending = context_.editor.erasePending;
+    context_.editor = closed;
+    showSteps();
+    event->accept();
+}
+
+std::array<QWidget*, 4> SettingsWindow::placedWindows() {
+    return {this, FrmActions, FrmTouches, FrmTest};
+}
+
+void SettingsWindow::restorePlace(QWidget* window) {
+    const std::string place = readSetting(context_.platform.registry, placeName(window));
+    if (!place.empty())
+        window->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(place)));
+}
+
+}  // namespace kalvo

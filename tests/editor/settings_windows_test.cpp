@@ -1,0 +1,325 @@
+// The windows of the settings, driven through the names of their controls.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+#include <string>
+
+#include "editor/access_lock.h"
+#include "editor/erase_window.h"
+#include "editor/login_window.h"
+#include "editor/port_choice_window.h"
+#include "editor/settings_window.h"
+#include "platform/qt/qt_text.h"
+#include "tests/editor/editor_site.h"
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+
+struct SettingsWindowTest : ::testing::Test, testing::EditorSite {
+    QPointer<SettingsWindow> window;
+    int transfers = 0;
+
+    SettingsWindowTest() { editor.accessLevel = 1; }
+    ~SettingsWindowTest() override { delete window.data(); }
+
+    void open() {
+        window = new SettingsWindow(platform, state, editor,
+                                    {.deliver =
+                                         [this](const std::function<void()>& handler) {
+                                             try {
+                                                 handler();
+                                             } catch (const RuntimeError& error) {
+                                                 world.dialogs.message(
+                                                     "Erreur " + std::to_string(error.number()), "",
+                                                     MessageIcon::kCritical);
+                                             }
+                                         },
+                                     .portDevices =
+                                         [] {
+                                             return std::vector<QString>{"", "/dev/ttyUSB0"};
+                                         },
+                                     .showPortableTransfer = [this](QWidget*) { ++transfers; }});
+        window->show();
+    }
+    template <typename Widget>
+    [[nodiscard]] Widget* find(const char* name) const {
+        Widget* const found = window->findChild<Widget*>(name);
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+    void showTab(int index) const { find<QTabWidget>("TabParam")->setCurrentIndex(index); }
+    void press(const char* toolBar, int button) const {
+        find<QWidget>(toolBar)->actions().at(button - 1)->trigger();
+    }
+    void pick(const char* box, const QString& row) const {
+        auto* const combo = find<QComboBox>(box);
+        combo->setCurrentIndex(combo->findText(row));
+    }
+    void doubleClick(const char* list, const QString& text) const {
+        auto* const widget = find<QListWidget>(list);
+        const auto items = widget->findItems(text, Qt::MatchExactly);
+        ASSERT_FALSE(items.isEmpty()) << text.toStdString();
+        widget->scrollToItem(items.front());
+        const QPoint at = widget->visualItemRect(items.front()).center();
+        QTest::mouseClick(widget->viewport(), Qt::LeftButton, {}, at);
+        QTest::mouseDClick(widget->viewport(), Qt::LeftButton, {}, at);
+    }
+    [[nodiscard]] QStringList rows(const char* list) const {
+        QStringList texts;
+        const auto* const widget = find<QListWidget>(list);
+        for (int row = 0; row < widget->count(); ++row) texts << widget->item(row)->text();
+        return texts;
+    }
+    void createScenario(const QString& name, const QString& type) const {
+        showTab(4);
+        press("TlbScen", 1);
+        QTest::keyClicks(find<QLineEdit>("TxtNomScen"), name);
+        pick("CboType", type);
+        press("TlbSaveScen", 1);
+    }
+};
+
+TEST_F(SettingsWindowTest, HasItsTabsControlsAndRows) {
+    open();
+    EXPECT_EQ(window->windowTitle(), "Paramétres <-> Clavier");
+    QStringList tabs;
+    const auto* const TabParam = find<QTabWidget>("TabParam");
+    for (int tab = 0; tab < TabParam->count(); ++tab) tabs << TabParam->tabText(tab);
+    EXPECT_EQ(tabs, QStringList({"&Connexion", "&Propriétés", "&Touches particuliéres",
+                                 "Touches &systémes", "S&cénario"}));
+    EXPECT_EQ(find<QTabWidget>("TabScenario")->tabText(0), "&Scénarios");
+    EXPECT_EQ(find<QComboBox>("CboPort")->itemText(0), "COM 1");
+    EXPECT_EQ(find<QComboBox>("CboPort")->itemText(1), "COM 2 : /dev/ttyUSB0");
+    for (const auto& [name, count] : {std::pair{"CboPort", 20},
+                                      {"CboVitesse", 16},
+                                      {"CboProtocol", 4},
+                                      {"CboDonnées", 5},
+                                      {"CboParité", 5},
+                                      {"CboArret", 3},
+                                      {"CboFlux", 4}}) {
+        EXPECT_EQ(find<QComboBox>(name)->count(), count) << name;
+        EXPECT_EQ(find<QComboBox>(name)->currentIndex(), -1) << name;
+        EXPECT_FALSE(find<QComboBox>(name)->toolTip().isEmpty()) << name;
+    }
+    EXPECT_EQ(find<QLineEdit>("keys14")->text(), "{Fermer la fenêtre (Alt+F4)}");
+    EXPECT_EQ(find<QLabel>("LblTouche14")->text(), "Alt + F4");
+    EXPECT_EQ(find<QLabel>("Labelsysteme22")->text(), "F12");
+    find<QPushButton>("CmdTransfert")->click();
+    EXPECT_EQ(transfers, 1);
+    for (const char* bar : {"TlbConnect", "TlbPrpp", "TlbPart", "TlbSys", "TlbScenarios"}) {
+        EXPECT_EQ(find<QWidget>(bar)->actions().at(0)->text(), "Valider");
+        EXPECT_EQ(find<QWidget>(bar)->actions().at(1)->text(), "Fermer");
+    }
+}
+
+TEST_F(SettingsWindowTest, AScenarioIsBuiltWithListsAndMenu) {
+    open();
+    createScenario("Stock", "Emulation");
+    ASSERT_TRUE(find<QWidget>("FrmActions")->isVisible());
+    for (const char* key : {"&CODE", "Touche Tab", "&QTY"}) doubleClick("LstTouches", key);
+    EXPECT_EQ(rows("LstChamps"), QStringList({"--- &CODE", "--- Touche Tab", "--- &QTY"}));
+
+    find<QListWidget>("LstChamps")->setCurrentRow(1);
+    find<QAction>("mnuinsert")->trigger();
+    doubleClick("LstTouches", "&EMP");
+    find<QListWidget>("LstChamps")->setCurrentRow(0);
+    find<QAction>("mnuboucle")->trigger();
+    find<QListWidget>("LstChamps")->setCurrentRow(3);
+    find<QAction>("mnusupp")->trigger();
+    EXPECT_EQ(rows("LstChamps"),
+              QStringList({"--- &CODE", "--- &EMP", "--- Touche Tab", "", "Boucle : 1"}));
+    EXPECT_FALSE(find<QListWidget>("LstChamps")->item(4)->flags() & Qt::ItemIsSelectable);
+    world.dialogs.inputs = {"&QTY"};
+    doubleClick("LstChamps", "--- &EMP");
+    EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0", "2:&QTY:0", "3:Touche Tab:0"));
+
+    // The preview follows, and the last frame received may be its sample.
+    EXPECT_EQ(find<QPlainTextEdit>("TxtScript")->toPlainText(), "REF00112{TAB}");
+    EXPECT_EQ(rows("LstFrappe"), QStringList({"Texte : REF00112", "Tab"}));
+    state.ReceivedData = "Z\r9\r\n";
+    find<QPushButton>("CmdDerniereTrame")->click();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return find<QPlainTextEdit>("TxtScript")->toPlainText() == "Z9{TAB}"; }, 2000));
+
+    find<QWidget>("FrmTouches")->close();
+    EXPECT_FALSE(find<QWidget>("FrmActions")->isVisible());
+    EXPECT_FALSE(find<QWidget>("FrmTest")->isVisible());
+    doubleClick("LstScen", "--- Stock");
+    EXPECT_TRUE(find<QWidget>("FrmTest")->isVisible());
+}
+
+TEST_F(SettingsWindowTest, TheRightButtonOpensTheMenuWhenItIsLetGo) {
+    open();
+    createScenario("Stock", "Emulation");
+    doubleClick("LstTouches", "&CODE");
+    auto* const list = find<QListWidget>("LstChamps");
+    auto* const menu = find<QMenu>("frmpopup");
+    const QPoint at = list->visualItemRect(list->item(0)).center();
+    QTest::mousePress(list->viewport(), Qt::RightButton, {}, at);
+    EXPECT_FALSE(menu->isVisible());
+    QTest::mouseRelease(list->viewport(), Qt::RightButton, {}, at);
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_EQ(list->currentRow(), 0);
+    menu->close();
+}
+
+TEST_F(SettingsWindowTest, TheSettingsAreAppliedAndStayUsableAfterAnError) {
+    setPort(port_serie::kPortActive, "1");
+    open();
+    createScenario("Stock", "Emulation");
+    showTab(1);
+    for (const auto& [box, row] : {std::pair{"CboPort", "COM 2 : /dev/ttyUSB0"},
+                                   {"CboVitesse", "9600"},
+                                   {"CboDonnées", "8"},
+                                   {"CboParité", "Aucune"},
+                                   {"CboArret", "1"},
+                                   {"CboFlux", "Aucun"},
+                                   {"CboProtocol", "HT630"}})
+        pick(box, row);
+    press("TlbPrpp", 1);
+    EXPECT_EQ(world.dialogs.texts().back(), "Erreur 13") << "the terminal type is no speed";
+    ASSERT_TRUE(window->isVisible());
+
+    showTab(0);
+    pick("CboChoix", "Stock");
+    pick("CboCde", "Stock");
+    QTest::keyClicks(find<QLineEdit>("txtSep"), ",");
+    press("TlbConnect", 1);
+    EXPECT_TRUE(world.port.open);
+    EXPECT_EQ(state.TerminalType, "HT630");
+    EXPECT_EQ(readSetting(world.registry, kRacScenChx), "Stock");
+    EXPECT_EQ(readSetting(world.registry, kRacCde), "Stock");
+    EXPECT_EQ(readSetting(world.registry, kSepDec), ",");
+    const std::size_t shown = world.dialogs.shown.size();
+    press("TlbConnect", 2);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(world.dialogs.shown.size(), shown) << "nothing was left to ask about";
+    EXPECT_EQ(editor.accessLevel, 0);
+}
+
+TEST_F(SettingsWindowTest, KeysAreRenamedAndTheWindowCloses) {
+    open();
+    showTab(2);
+    find<QLineEdit>("keys0")->setText("{Neuf}");
+    press("TlbPart", 1);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(ReadIniValue(profiles, folder / "Touche.ini", "Particuliere", " 0"), "{Neuf}@200");
+}
+
+TEST_F(SettingsWindowTest, UnsavedChangesAreAskedAbout) {
+    open();
+    QTest::keyClicks(find<QLineEdit>("systemKey3"), "x");
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(world.dialogs.texts().back(),
+              std::string("Des modifications ne sont pas enregistrées. "
+                          "Fermer sans les enregistrer ?"_ansi));
+    world.dialogs.confirmations = {true};
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(SettingsWindowTest, WithoutPasswordOnlyConnectionAndPortCanBeUsed) {
+    editor.accessLevel = 0;
+    open();
+    const auto usable = [this] {
+        std::string tabs;
+        for (int tab = 0; tab < 5; ++tab)
+            tabs += find<QTabWidget>("TabParam")->isTabEnabled(tab) ? '1' : '0';
+        return tabs;
+    };
+    EXPECT_EQ(usable(), "11000");
+    editor.accessLevel = 1;
+    window->showAccess();
+    EXPECT_EQ(usable(), "11111");
+}
+
+TEST_F(SettingsWindowTest, AFileScenarioStoresItsPathWhenTheBoxIsLeft) {
+    open();
+    createScenario("Fic", "Fichier");
+    EXPECT_TRUE(find<QWidget>("FraChemin")->isVisible());
+    find<QLineEdit>("TxtChemin")->setFocus();
+    QTest::keyClicks(find<QLineEdit>("TxtChemin"), "C:\\lot.txt");
+    EXPECT_EQ(readScenario(*state.database, 1)->Chemin, "");
+    QTest::keyClick(find<QLineEdit>("TxtChemin"), Qt::Key_Return);
+    EXPECT_EQ(readScenario(*state.database, 1)->Chemin, "C:\\lot.txt");
+    world.dialogs.inputs = {"0"};
+    find<QCheckBox>("ChcPartiel")->click();
+    EXPECT_FALSE(find<QCheckBox>("ChcPartiel")->isChecked());
+}
+
+TEST_F(SettingsWindowTest, ComesBackWhereItWas) {
+    open();
+    window->resize(900, 640);
+    window->close();
+    delete window.data();
+    editor.accessLevel = 1;
+    open();
+    EXPECT_EQ(window->size(), QSize(900, 640));
+}
+
+TEST(LoginWindow, TriesAgainUntilThePasswordIsRight) {
+    testing::FakePlatform world;
+    EditorState editor;
+    LoginWindow login(world.platform, editor);
+    login.show();
+    login.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&login));
+    auto* const box = login.findChild<QLineEdit*>("txtPassword");
+    QTest::keyClicks(box, "faux");
+    login.findChild<QWidget*>("TlbPrpp")->actions().at(0)->trigger();
+    EXPECT_EQ(box->text(), "");
+    EXPECT_TRUE(box->hasFocus());
+    EXPECT_TRUE(login.isVisible());
+    QTest::keyClicks(box, "plmoknijb842");
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_EQ(login.result(), QDialog::Accepted);
+    EXPECT_EQ(editor.accessLevel, 1);
+}
+
+TEST(EraseWindow, AnswersNoUnlessYesIsPressed) {
+    std::string answers;
+    EraseWindow question([&](bool erase) { answers += erase ? 'o' : 'n'; });
+    EXPECT_EQ(question.windowTitle(), "KALVO Horizon");
+    EXPECT_EQ(question.findChild<QLabel*>("lblMessage")->text(),
+              "Voulez-vous effacer les données du terminal ?");
+    for (const int key : {Qt::Key_Return, Qt::Key_Escape}) {
+        question.show();
+        QTest::keyClick(&question, static_cast<Qt::Key>(key));
+    }
+    question.show();
+    question.close();
+    question.show();
+    question.findChild<QPushButton*>("CmdOK")->click();
+    EXPECT_EQ(answers, "nnno");
+}
+
+TEST(PortChoiceWindow, StoresTheChosenPort) {
+    testing::FakePlatform world;
+    PortChoiceWindow choice(world.profiles, "/app", {"/dev/ttyS0"}, 1);
+    auto* const box = choice.findChild<QComboBox*>("CboChoix");
+    EXPECT_EQ(choice.windowTitle(), "Problème d'ouverture du port Com");
+    EXPECT_EQ(box->itemText(0), "COM 1 : /dev/ttyS0");
+    EXPECT_EQ(box->count(), 20);
+    box->setCurrentIndex(4);
+    choice.findChild<QPushButton*>("CmdOK")->click();
+    EXPECT_EQ(choice.result(), QDialog::Accepted);
+    EXPECT_EQ(readPortSerie(world.profiles, "/app", port_serie::kPort), "5");
+}
+
+}  // namespace
+}  // namespace kalvo
