@@ -1,10 +1,12 @@
 #include "app/desktop_program.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QIcon>
 #include <QLabel>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QPointer>
 #include <QTranslator>
 #include <QVBoxLayout>
 #include <memory>
@@ -13,11 +15,20 @@
 #include "app/application_folder.h"
 #include "app/command_context.h"
 #include "app/end_signals.h"
+#include "core/application_paths.h"
 #include "core/frame_dispatch.h"
+#include "core/number_text.h"
 #include "core/resume_next.h"
 #include "core/serial_reception.h"
+#include "core/serial_settings.h"
 #include "core/settings_store.h"
 #include "core/start_up.h"
+#include "core/tray_tip.h"
+#include "editor/access_lock.h"
+#include "editor/erase_window.h"
+#include "editor/login_window.h"
+#include "editor/port_choice_window.h"
+#include "editor/settings_window.h"
 #include "platform/ansi_text.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_event_pump.h"
@@ -63,13 +74,14 @@ public:
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
           reception_(platform(), state_, [this] { dispatch(); }),
           menu_(platform(), state_, reception_,
-                {.showSettings = [this] { showSettings(); },
+                {.showSettings = [this] { askForSettings(); },
                  .showAbout = [] { AboutWindow(KALVO_VERSION).exec(); },
                  .showReplay = [this] { showReplay(); },
                  .endProgram = [this] { events_.requestEnd(); }}),
           menuWindow_(*foreground_,
                       [this](MenuEntry entry) { events_.deliver([&] { menu_.choose(entry); }); }),
-          transferWindow_([this] { reception_.cancelTransfer(); }) {
+          transferWindow_([this] { reception_.cancelTransfer(); }),
+          eraseWindow_([this](bool erase) { events_.deliver([&] { answerErase(erase); }); }) {
         state_.scenario.applicationFolder = bindings.applicationFolder;
         reception_.onTransfer([this](bool running) { transferWindow_.setVisible(running); });
         port_->onLineChange([this](bool lost) { lineChanged(lost); });
@@ -95,7 +107,7 @@ private:
                                  bindings_.shippedData);
         splash.hide();
         foreground_->giveBack();
-        startUp(platform(), state_, reception_, [this] { showSettings(); });
+        if (!startUp(platform(), state_, reception_, [this] { showSettings(); })) offerOtherPort();
         if (!QtNotifyIcon::available())
             menuWindow_.stay(
                 "Ce bureau n'a pas de zone de notification : cette fenêtre "
@@ -111,15 +123,81 @@ private:
 
     void dispatch() {
         transferWindow_.hide();
+        eraseWindow_.hide();
         menuWindow_.makeWay();
         TraiteEmul(platform(), state_);
+        if (pushesBatches(state_.TerminalType)) askForErase();
     }
 
+    // Posted, so that whatever is being typed is out and the reception has come to rest.
+    void askForErase() {
+        editor_.erasePending = 1;
+        events_.post([this] {
+            if (editor_.erasePending != 0) eraseWindow_.show();
+        });
+    }
+
+    void answerErase(bool erase) { answerEraseQuestion(platform(), editor_, erase); }
+
+    // The settings entry of the menu: the password first, unless it has been given.
+    void askForSettings() {
+        if (editor_.accessLevel == 0 &&
+            LoginWindow(platform(), editor_).exec() != QDialog::Accepted)
+            return;
+        showSettings();
+    }
+
+    // One settings window at a time; it forgets the access level when it closes.
     void showSettings() {
-        dialogs_.message(
-            "La fenêtre de paramétrage n'est pas encore disponible ; modifiez "
-            "PortSerie.ini dans le dossier de l'application."_ansi,
-            kApplicationTitle, MessageIcon::kInformation);
+        if (!state_.database)
+            state_.database =
+                bindings_.databases->OpenDatabase(scenarioDatabase(bindings_.applicationFolder));
+        if (!settings_)
+            settings_ = new SettingsWindow(
+                platform(), state_, editor_,
+                {.deliver = [this](const auto& handler) { events_.deliver(handler); },
+                 .portDevices = [this] { return portDevices(); },
+                 .showPortableTransfer = [](QWidget*) {}});
+        settings_->showAccess();
+        settings_->show();
+        settings_->raise();
+        settings_->activateWindow();
+    }
+
+    // A start without its port: the user may name others until one opens.
+    void offerOtherPort() {
+        const std::string_view folder = bindings_.applicationFolder;
+        const std::string tried = readPortSerie(*bindings_.profiles, folder, port_serie::kPort);
+        for (int port = integerPart(tried); !port_->PortOpen(); port = port_->CommPort()) {
+            PortChoiceWindow choice(*bindings_.profiles, folder, portDevices(), port);
+            if (choice.exec() != QDialog::Accepted) break;
+            events_.deliver([this] {
+                reception_.configurePort();
+                reception_.openPort();
+            });
+        }
+        icon_.modify(trayTip(port_->CommPort(), state_.scenario.active.ScenarioName));
+    }
+
+    static QString describe(const PortListing& port) {
+        const QString device = toQString(port.device);
+        // Only a path can name what is not plugged in.
+        if (device.startsWith('/') && !QFileInfo::exists(device)) return device + " (absent)";
+        if (port.description.empty()) return device;
+        return device + " (" + toQString(port.description) + ")";
+    }
+
+    // The device behind each port number, empty where there is none.
+    std::vector<QString> portDevices() {
+        std::vector<QString> devices;
+        for (const PortListing& port :
+             listSerialPorts(*bindings_.profiles, bindings_.applicationFolder)) {
+            if (port.number < 1) continue;
+            const auto index = static_cast<std::size_t>(port.number - 1);
+            if (devices.size() <= index) devices.resize(index + 1);
+            devices[index] = describe(port);
+        }
+        return devices;
     }
 
     void showReplay() {
@@ -179,6 +257,9 @@ private:
     TrayMenu menu_;
     MenuWindow menuWindow_;
     TransferWindow transferWindow_;
+    EditorState editor_;
+    EraseWindow eraseWindow_;
+    QPointer<SettingsWindow> settings_;
 };
 
 QIcon programIcon() {
