@@ -60,7 +60,7 @@ ConnectionPage::ConnectionPage(const SettingsContext& context) : context_(contex
 
     auto* const scenarios = new QGroupBox("Scénarios en service");
     auto* const form = new QFormLayout(scenarios);
-    form->addRow("Sc&énario choisi :", CboChoix);
+    form->addRow("Scé&nario choisi :", CboChoix);
     form->addRow("&Inventaire :", CboInvent);
     form->addRow("C&ommande :", CboCde);
     auto* const numbers = new QGroupBox("Nombres");

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QScreen>
+#include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <utility>
@@ -85,8 +86,20 @@ void SettingsWindow::makeTabs() {
     TabParam->addTab(scenario_, "S&cénario");
     connect(TabParam, &QTabWidget::currentChanged, this,
             [this] { context_.act([this] { scenarios_.readChoices(); }); });
+    // The tab widget has these keys, too, but a drop-down list with the focus eats them.
+    new QShortcut(Qt::CTRL | Qt::Key_Tab, this, [this] { turnTab(1); });
+    new QShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, this, [this] { turnTab(-1); });
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(TabParam);
+}
+
+void SettingsWindow::turnTab(int step) {
+    const int count = TabParam->count();
+    int tab = TabParam->currentIndex();
+    do {
+        tab = (tab + step + count) % count;
+    } while (!TabParam->isTabEnabled(tab));
+    TabParam->setCurrentIndex(tab);
 }
 
 void SettingsWindow::makeStepWindows() {

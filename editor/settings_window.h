@@ -35,7 +35,7 @@ protected:
 
 private:
     void makeTabs();
-    void addTab(const char* title, QWidget* page);
+    void turnTab(int step);
     void makeStepWindows();
     void refresh();
     void showSteps();
