@@ -6,6 +6,7 @@
 #include "core/number_text.h"
 #include "core/settings_store.h"
 #include "platform/dialogs.h"
+#include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "transfer/temporary_folder.h"
 #include "transfer/transfer_code_text.h"
@@ -90,8 +91,10 @@ void PortableTransfer::createTestFile(PortableTransferView& view) {
 }
 
 void PortableTransfer::upload(PortableTransferView& view) {
-    if (library_.HM_file_exist(kPort, terminal_, kRemoteUploadFile) != TransferCode::kSuccess) {
-        say("File doesn't exist on portable !");
+    break_ = false;
+    const TransferCode exists = library_.HM_file_exist(kPort, terminal_, kRemoteUploadFile);
+    if (exists != TransferCode::kSuccess) {
+        if (!brokenOff(exists)) say("File doesn't exist on portable !");
         return;
     }
     const TransferCode powerSaving = powerSavingOff();
@@ -107,7 +110,7 @@ void PortableTransfer::upload(PortableTransferView& view) {
     if (begun == TransferCode::kSuccess) {
         const ShownBar bar(view, 0);
         transferPackets(view, &Multidll::HM_upload2, powerSaving);
-    } else {
+    } else if (!brokenOff(begun)) {
         say("Upload1: " + transferCodeText(begun));
     }
     powerSavingOn();
@@ -117,6 +120,7 @@ void PortableTransfer::download(PortableTransferView& view) {
     const std::string file =
         platform_.dialogs.openFile(temporaryFolder(applicationFolder_), kFileFilter);
     if (file.empty()) return;
+    break_ = false;
     const TransferCode powerSaving = powerSavingOff();
     std::int32_t size = 0;
     const TransferCode begun =
@@ -124,10 +128,17 @@ void PortableTransfer::download(PortableTransferView& view) {
     if (begun == TransferCode::kSuccess) {
         const ShownBar bar(view, size);
         transferPackets(view, &Multidll::HM_download2, powerSaving);
-    } else {
+    } else if (!brokenOff(begun)) {
         say("Download1 " + transferCodeText(begun));
     }
     powerSavingOn();
+}
+
+void PortableTransfer::requestBreak() { break_ = true; }
+
+bool PortableTransfer::breakRequested() {
+    platform_.events.DoEvents();
+    return break_;
 }
 
 std::string PortableTransfer::shownPath(std::string_view path) const {
@@ -136,11 +147,14 @@ std::string PortableTransfer::shownPath(std::string_view path) const {
 
 TransferCode PortableTransfer::powerSavingOff() {
     const TransferCode code = library_.HM_power_saving_off(kPort, terminal_);
-    if (code != TransferCode::kSuccess) say("Powersave off, error: " + transferCodeText(code));
+    // A user who breaks off here breaks off the transfer, which says so.
+    if (code != TransferCode::kSuccess && !break_)
+        say("Powersave off, error: " + transferCodeText(code));
     return code;
 }
 
 void PortableTransfer::powerSavingOn() {
+    break_ = false;
     const TransferCode code = library_.HM_power_saving_on(kPort, terminal_);
     if (code != TransferCode::kSuccess) say("Powersave on, error: " + transferCodeText(code));
 }
@@ -150,14 +164,28 @@ void PortableTransfer::transferPackets(PortableTransferView& view, PacketFunctio
     std::int32_t bytes = 0;
     std::int32_t packets = 0;
     TransferCode code = TransferCode::kUnsuccessfulOrMore;
-    while (code == TransferCode::kUnsuccessfulOrMore) {
+    bool asked = false;
+    // One more call once the user breaks off: a library that asks for it tells the
+    // terminal then. Others are left between two packets.
+    while (code == TransferCode::kUnsuccessfulOrMore && !asked) {
+        asked = breakRequested();
         code = (library_.*next)(bytes, packets);
         view.showCounts(bytes, packets);
         view.setBar(bytes);
     }
+    if (brokenOff(code)) return;
     // Meant: the end of a transfer is reported by how power saving was switched off,
     // whatever the last packet brought.
     say(transferCodeText(powerSaving));
+}
+
+bool PortableTransfer::brokenOff(TransferCode code) {
+    if (!break_ || code == TransferCode::kSuccess) return false;
+    // Forgotten before anything else is asked of the library, which would break that
+    // off as well.
+    break_ = false;
+    say(transferCodeText(TransferCode::kUserBreak));
+    return true;
 }
 
 void PortableTransfer::say(std::string_view text) {

@@ -21,7 +21,7 @@ inline constexpr std::string_view kRemoteDownloadFile = "RECEPT.TXT";
 enum class LineParameter { kEscDelay, kNakDelay, kTimeOut };
 
 // What the window shows of it. Members may let the window be drawn; they deliver
-// nothing of the program.
+// nothing of the program. It must last until the operation it was given to is over.
 class PortableTransferView {
 public:
     virtual ~PortableTransferView() = default;
@@ -54,6 +54,11 @@ public:
     void upload(PortableTransferView& view);
     void download(PortableTransferView& view);
 
+    // Breaks off what is running; nothing when nothing is.
+    void requestBreak();
+    // For the library to ask while it waits; lets the user interface live meanwhile.
+    [[nodiscard]] bool breakRequested();
+
     // A path of the workstation as this system writes it.
     [[nodiscard]] std::string shownPath(std::string_view path) const;
 
@@ -62,6 +67,8 @@ private:
 
     TransferCode powerSavingOff();
     void powerSavingOn();
+    // Says that the user broke off, once; false when nobody did.
+    bool brokenOff(TransferCode code);
     void transferPackets(PortableTransferView& view, PacketFunction next, TransferCode powerSaving);
     void say(std::string_view text);
 
@@ -69,6 +76,7 @@ private:
     Multidll& library_;
     std::string applicationFolder_;
     char terminal_ = '\0';
+    bool break_ = false;
 };
 
 }  // namespace kalvo
