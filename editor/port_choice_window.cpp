@@ -17,6 +17,8 @@ PortChoiceWindow::PortChoiceWindow(ProfileFiles& profiles, std::string_view appl
     setObjectName("FrmChoixCom");
     setWindowTitle("Problème d'ouverture du port Com");
     setWindowFlag(Qt::WindowStaysOnTopHint);
+    // The title in full, with the buttons of a title bar beside it.
+    setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) * 2);
     CboChoix = new QComboBox;
     CboChoix->setObjectName("CboChoix");
     CboChoix->setToolTip("Le port du terminal ; les ports présents montrent leur appareil.");
