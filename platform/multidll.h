@@ -3,6 +3,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <span>
 #include <string_view>
 
@@ -93,5 +95,10 @@ public:
     [[nodiscard]] virtual std::int32_t HM_get_time_out() = 0;
     [[nodiscard]] virtual std::int32_t HM_version() = 0;
 };
+
+// Makes a library. `breakRequested` is for it to ask while it waits; it must not be
+// asked before the first function is called.
+using MultidllFactory =
+    std::function<std::unique_ptr<Multidll>(std::function<bool()> breakRequested)>;
 
 }  // namespace kalvo

@@ -17,11 +17,6 @@ class QPushButton;
 
 namespace kalvo {
 
-// Makes the library of a window. `breakRequested` is for it to ask while it waits;
-// what it holds must not be asked before the first function is called.
-using MultidllFactory =
-    std::function<std::unique_ptr<Multidll>(std::function<bool()> breakRequested)>;
-
 // Destroys itself once it is closed. Closing or Escape during a transfer breaks that
 // off; closing then takes place when it is over.
 class PortableTransferWindow : public QWidget, private PortableTransferView {

@@ -1,0 +1,99 @@
+// Loading an installed communication library.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "tests/support/error_of.h"
+#include "tests/support/temporary_folder.h"
+#ifdef _WIN32
+#include "platform/windows/multidll_library.h"
+#else
+#include "platform/linux/multidll_library.h"
+#endif
+
+namespace kalvo {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Of this test's own folder, where the build has put the samples.
+fs::path sample(const char* name) {
+    return fs::path(KALVO_SAMPLE_FOLDER) / (std::string(name) + KALVO_SAMPLE_SUFFIX);
+}
+
+std::string textOf(const fs::path& library) {
+    try {
+        static_cast<void>(loadMultidllLibrary(library.native()));
+    } catch (const RuntimeError& error) {
+        return error.description();
+    }
+    return {};
+}
+
+TEST(MultidllLibrary, PassesEveryArgumentToItsPlace) {
+    const auto library = loadMultidllLibrary(sample("sample_multidll").native());
+    const auto number = [](TransferCode code) { return static_cast<std::int32_t>(code); };
+    EXPECT_EQ(number(library->HM_OpenCommPort(1, 9600, 8, 2, 1)), 20421);
+    EXPECT_EQ(number(library->HM_CloseCommPort(4)), 4);
+    EXPECT_EQ(number(library->HM_file_exist(1, 'A', std::string_view("lot.txt").substr(0, 3))),
+              1653);
+    EXPECT_EQ(number(library->HM_power_saving_off(1, 'A')), 165);
+    EXPECT_EQ(number(library->HM_power_saving_on(1, 'A')), 265);
+    EXPECT_EQ(number(library->HM_upload1(1, 'A', "far", "/near")), 531065);
+    std::array<char, Multidll::kReturnString> name{};
+    EXPECT_EQ(library->HM_get_return_string_length(name), 9);
+    EXPECT_STREQ(name.data(), "autre.txt");
+    std::int32_t bytes = 5;
+    std::int32_t packets = 1;
+    EXPECT_EQ(library->HM_upload2(bytes, packets), TransferCode::kUnsuccessfulOrMore);
+    EXPECT_EQ(library->HM_download2(bytes, packets), TransferCode::kUploadMode);
+    EXPECT_EQ(bytes, 35);
+    EXPECT_EQ(packets, 4);
+    std::int32_t size = 0;
+    EXPECT_EQ(number(library->HM_download1(1, 'A', "/near", "far", size)), 531065);
+    EXPECT_EQ(size, 77);
+    library->HM_set_ESC_delay(1);
+    library->HM_set_NAK_delay(2);
+    library->HM_set_time_out(3);
+    EXPECT_EQ(library->HM_get_ESC_delay(), 1);
+    EXPECT_EQ(library->HM_get_NAK_delay(), 2);
+    EXPECT_EQ(library->HM_get_time_out(), 3);
+    EXPECT_EQ(library->HM_version(), 123);
+}
+
+TEST(MultidllLibrary, SaysWhatIsWrongWithOneThatCannotBeUsed) {
+    const testing::TemporaryFolder folder;
+    const fs::path foreign = folder / "foreign.so";
+    {
+        std::ifstream good(sample("sample_multidll"), std::ios::binary);
+        std::array<char, 4096> head{};
+        good.read(head.data(), head.size());
+        head[4] = 1;  // a file for 32 bits; for Windows one of no kind at all
+        std::ofstream(foreign, std::ios::binary).write(head.data(), head.size());
+    }
+    const auto error = [](const fs::path& library) {
+        return testing::errorOf([&] { static_cast<void>(loadMultidllLibrary(library.native())); });
+    };
+    EXPECT_EQ(error(sample("incomplete_multidll")), error_number::kFunctionNotFound);
+    EXPECT_NE(textOf(sample("incomplete_multidll")).find("HM_version"), std::string::npos);
+    EXPECT_EQ(error(foreign), error_number::kFileNotFound);
+    EXPECT_NE(textOf(foreign).find("64 bits"), std::string::npos) << textOf(foreign);
+    EXPECT_EQ(error(folder / "absent.so"), error_number::kFileNotFound);
+}
+
+TEST(MultidllLibrary, IsLookedForBesideTheProgram) {
+    EXPECT_EQ(findMultidllLibrary(), nullptr);
+    fs::copy_file(sample("sample_multidll"), KALVO_INSTALLED_LIBRARY,
+                  fs::copy_options::overwrite_existing);
+    auto found = findMultidllLibrary();
+    const std::int32_t version = found != nullptr ? found->HM_version() : 0;
+    found.reset();  // Windows lets go of the file then only
+    fs::remove(KALVO_INSTALLED_LIBRARY);
+    EXPECT_EQ(version, 123);
+}
+
+}  // namespace
+}  // namespace kalvo
