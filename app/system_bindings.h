@@ -13,9 +13,11 @@
 #include "platform/file_system.h"
 #include "platform/foreground_window.h"
 #include "platform/keyboard_input.h"
+#include "platform/multidll.h"
 #include "platform/profile_files.h"
 #include "platform/registry.h"
 #include "platform/serial_port.h"
+#include "platform/transfer_line.h"
 
 namespace kalvo {
 
@@ -49,6 +51,14 @@ struct SystemBindings {
 [[nodiscard]] std::unique_ptr<SerialPort> createSerialPort(EventPump& events,
                                                            ProfileFiles& profiles,
                                                            std::string_view applicationFolder);
+
+// The line of a file transfer. `profiles` must outlive it.
+[[nodiscard]] std::unique_ptr<TransferLine> createTransferLine(ProfileFiles& profiles,
+                                                               std::string_view applicationFolder);
+
+// An installed communication library for portables; null when there is none.
+// RuntimeError for one that cannot be used.
+[[nodiscard]] std::unique_ptr<Multidll> findMultidll();
 
 // A serial port of this machine.
 struct PortListing {

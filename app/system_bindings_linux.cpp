@@ -1,10 +1,12 @@
 #include "app/system_bindings.h"
 #include "core/application_paths.h"
 #include "platform/asio/asio_serial_port.h"
+#include "platform/asio/asio_transfer_line.h"
 #include "platform/linux/app_folder.h"
 #include "platform/linux/autostart.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/linux_profile_files.h"
+#include "platform/linux/multidll_library.h"
 #include "platform/linux/port_names.h"
 #include "platform/linux/registry_file.h"
 #include "platform/linux/x11_foreground_window.h"
@@ -38,6 +40,15 @@ std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles& pr
     return std::make_unique<AsioSerialPort>(events,
                                             [names](int number) { return names.resolve(number); });
 }
+
+std::unique_ptr<TransferLine> createTransferLine(ProfileFiles& profiles,
+                                                 std::string_view applicationFolder) {
+    const LinuxPortNames names(profiles, portSerieIni(applicationFolder));
+    return std::make_unique<AsioTransferLine>(
+        [names](int number) { return names.resolve(number); });
+}
+
+std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }
 
 std::vector<PortListing> listSerialPorts(ProfileFiles& profiles,
                                          std::string_view applicationFolder) {

@@ -1,8 +1,10 @@
 #include "app/system_bindings.h"
 #include "platform/asio/asio_serial_port.h"
+#include "platform/asio/asio_transfer_line.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/windows/app_folder.h"
 #include "platform/windows/autostart.h"
+#include "platform/windows/multidll_library.h"
 #include "platform/windows/named_layout.h"
 #include "platform/windows/port_names.h"
 #include "platform/windows/windows_file_system.h"
@@ -36,6 +38,12 @@ void setAutostart(bool on, const std::optional<std::string>& applicationFolder) 
 std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles&, std::string_view) {
     return std::make_unique<AsioSerialPort>(events, portDevice);
 }
+
+std::unique_ptr<TransferLine> createTransferLine(ProfileFiles&, std::string_view) {
+    return std::make_unique<AsioTransferLine>(portDevice);
+}
+
+std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }
 
 std::vector<PortListing> listSerialPorts(ProfileFiles&, std::string_view) {
     std::vector<PortListing> ports;
