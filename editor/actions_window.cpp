@@ -44,20 +44,20 @@ void ActionsWindow::makeMenu() {
     frmpopup = new QMenu(this);
     frmpopup->setObjectName("frmpopup");
     frmpopup->menuAction()->setObjectName("mnuflottant");
+    ActionEditor& actions = context_.actions;
     const auto add = [this](const char* name, const QString& text, const QKeySequence& shortcut,
-                            void (ActionEditor::*operation)()) {
+                            const std::function<void()>& operation) {
         auto* const action = frmpopup->addAction(text);
         action->setObjectName(name);
         action->setShortcut(shortcut);
-        connect(action, &QAction::triggered, this,
-                [this, operation] { context_.act([&] { (context_.actions.*operation)(); }); });
+        connect(action, &QAction::triggered, this, [this, operation] { context_.act(operation); });
         addAction(action);
     };
-    add("mnuboucle", "Point de &boucle", Qt::CTRL | Qt::Key_B, &ActionEditor::mnuboucle);
-    add("mnudepart", "Point de &départ", Qt::CTRL | Qt::Key_D, &ActionEditor::mnudepart);
+    add("mnuboucle", "Point de &boucle", Qt::CTRL | Qt::Key_B, [&actions] { actions.mnuboucle(); });
+    add("mnudepart", "Point de &départ", Qt::CTRL | Qt::Key_D, [&actions] { actions.mnudepart(); });
     frmpopup->addSeparator()->setObjectName("mnutiret");
-    add("mnuinsert", "&Insérer", Qt::Key_Insert, &ActionEditor::mnuinsert);
-    add("mnusupp", "&Supprimer", Qt::Key_Delete, &ActionEditor::mnusupp);
+    add("mnuinsert", "&Insérer", Qt::Key_Insert, [&actions] { actions.mnuinsert(); });
+    add("mnusupp", "&Supprimer", Qt::Key_Delete, [&actions] { actions.mnusupp(); });
 }
 
 void ActionsWindow::popUp(const QPoint& position) { frmpopup->popup(position); }
