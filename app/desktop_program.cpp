@@ -1,12 +1,10 @@
 #include "app/desktop_program.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QIcon>
 #include <QLabel>
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QPointer>
 #include <QTranslator>
 #include <QVBoxLayout>
 #include <memory>
@@ -14,21 +12,13 @@
 #include "app/absent_devices.h"
 #include "app/application_folder.h"
 #include "app/command_context.h"
+#include "app/desktop_settings.h"
 #include "app/end_signals.h"
-#include "core/application_paths.h"
 #include "core/frame_dispatch.h"
-#include "core/number_text.h"
 #include "core/resume_next.h"
 #include "core/serial_reception.h"
-#include "core/serial_settings.h"
 #include "core/settings_store.h"
 #include "core/start_up.h"
-#include "core/tray_tip.h"
-#include "editor/access_lock.h"
-#include "editor/erase_window.h"
-#include "editor/login_window.h"
-#include "editor/port_choice_window.h"
-#include "editor/settings_window.h"
 #include "platform/ansi_text.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_event_pump.h"
@@ -74,14 +64,14 @@ public:
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
           reception_(platform(), state_, [this] { dispatch(); }),
           menu_(platform(), state_, reception_,
-                {.showSettings = [this] { askForSettings(); },
+                {.showSettings = [this] { settings_.ask(); },
                  .showAbout = [] { AboutWindow(KALVO_VERSION).exec(); },
                  .showReplay = [this] { showReplay(); },
                  .endProgram = [this] { events_.requestEnd(); }}),
           menuWindow_(*foreground_,
-                      [this](MenuEntry entry) { events_.deliver([&] { menu_.choose(entry); }); }),
+                      [this](MenuEntry entry) { events_.deliver([&] { choose(entry); }); }),
           transferWindow_([this] { reception_.cancelTransfer(); }),
-          eraseWindow_([this](bool erase) { events_.deliver([&] { answerErase(erase); }); }) {
+          settings_(platform(), state_, reception_, events_, bindings) {
         state_.scenario.applicationFolder = bindings.applicationFolder;
         reception_.onTransfer([this](bool running) { transferWindow_.setVisible(running); });
         port_->onLineChange([this](bool lost) { lineChanged(lost); });
@@ -107,7 +97,8 @@ private:
                                  bindings_.shippedData);
         splash.hide();
         foreground_->giveBack();
-        if (!startUp(platform(), state_, reception_, [this] { showSettings(); })) offerOtherPort();
+        if (!startUp(platform(), state_, reception_, [this] { settings_.show(); }))
+            settings_.offerOtherPort();
         if (!QtNotifyIcon::available())
             menuWindow_.stay(
                 "Ce bureau n'a pas de zone de notification : cette fenêtre "
@@ -115,89 +106,26 @@ private:
     }
 
     void shutDown() {
+        // A file transfer that ends with it opens our port again.
+        settings_.end();
         resumeNext([this] {
             if (port_->PortOpen()) port_->setPortOpen(false);
         });
         icon_.remove();
     }
 
+    // Settings that are open and not stored may keep the program from ending.
+    void choose(MenuEntry entry) {
+        if (entry == MenuEntry::kQuit && !settings_.close()) return;
+        menu_.choose(entry);
+    }
+
     void dispatch() {
         transferWindow_.hide();
-        eraseWindow_.hide();
+        settings_.makeWay();
         menuWindow_.makeWay();
         TraiteEmul(platform(), state_);
-        if (pushesBatches(state_.TerminalType)) askForErase();
-    }
-
-    // Posted, so that whatever is being typed is out and the reception has come to rest.
-    void askForErase() {
-        editor_.erasePending = 1;
-        events_.post([this] {
-            if (editor_.erasePending != 0) eraseWindow_.show();
-        });
-    }
-
-    void answerErase(bool erase) { answerEraseQuestion(platform(), editor_, erase); }
-
-    // The settings entry of the menu: the password first, unless it has been given.
-    void askForSettings() {
-        if (editor_.accessLevel == 0 &&
-            LoginWindow(platform(), editor_).exec() != QDialog::Accepted)
-            return;
-        showSettings();
-    }
-
-    // One settings window at a time; it forgets the access level when it closes.
-    void showSettings() {
-        if (!state_.database)
-            state_.database =
-                bindings_.databases->OpenDatabase(scenarioDatabase(bindings_.applicationFolder));
-        if (!settings_)
-            settings_ = new SettingsWindow(
-                platform(), state_, editor_,
-                {.deliver = [this](const auto& handler) { events_.deliver(handler); },
-                 .portDevices = [this] { return portDevices(); },
-                 .showPortableTransfer = [](QWidget*) {}});
-        settings_->showAccess();
-        settings_->show();
-        settings_->raise();
-        settings_->activateWindow();
-    }
-
-    // A start without its port: the user may name others until one opens.
-    void offerOtherPort() {
-        const std::string_view folder = bindings_.applicationFolder;
-        const std::string tried = readPortSerie(*bindings_.profiles, folder, port_serie::kPort);
-        for (int port = integerPart(tried); !port_->PortOpen(); port = port_->CommPort()) {
-            PortChoiceWindow choice(*bindings_.profiles, folder, portDevices(), port);
-            if (choice.exec() != QDialog::Accepted) break;
-            events_.deliver([this] {
-                reception_.configurePort();
-                reception_.openPort();
-            });
-        }
-        icon_.modify(trayTip(port_->CommPort(), state_.scenario.active.ScenarioName));
-    }
-
-    static QString describe(const PortListing& port) {
-        const QString device = toQString(port.device);
-        // Only a path can name what is not plugged in.
-        if (device.startsWith('/') && !QFileInfo::exists(device)) return device + " (absent)";
-        if (port.description.empty()) return device;
-        return device + " (" + toQString(port.description) + ")";
-    }
-
-    // The device behind each port number, empty where there is none.
-    std::vector<QString> portDevices() {
-        std::vector<QString> devices;
-        for (const PortListing& port :
-             listSerialPorts(*bindings_.profiles, bindings_.applicationFolder)) {
-            if (port.number < 1) continue;
-            const auto index = static_cast<std::size_t>(port.number - 1);
-            if (devices.size() <= index) devices.resize(index + 1);
-            devices[index] = describe(port);
-        }
-        return devices;
+        if (pushesBatches(state_.TerminalType)) settings_.askForErase();
     }
 
     void showReplay() {
@@ -257,9 +185,7 @@ private:
     TrayMenu menu_;
     MenuWindow menuWindow_;
     TransferWindow transferWindow_;
-    EditorState editor_;
-    EraseWindow eraseWindow_;
-    QPointer<SettingsWindow> settings_;
+    DesktopSettings settings_;
 };
 
 QIcon programIcon() {

@@ -1,0 +1,122 @@
+#include "app/desktop_settings.h"
+
+#include <QFileInfo>
+#include <functional>
+
+#include "app/portable_link.h"
+#include "core/application_paths.h"
+#include "core/number_text.h"
+#include "core/serial_settings.h"
+#include "core/tray_tip.h"
+#include "editor/access_lock.h"
+#include "editor/login_window.h"
+#include "editor/port_choice_window.h"
+#include "platform/notify_icon.h"
+#include "platform/qt/qt_text.h"
+#include "platform/serial_port.h"
+#include "transfer/portable_transfer_window.h"
+
+namespace kalvo {
+
+namespace {
+
+QString describe(const PortListing& port) {
+    const QString device = toQString(port.device);
+    // Only a path can name what is not plugged in.
+    if (device.startsWith('/') && !QFileInfo::exists(device)) return device + " (absent)";
+    if (port.description.empty()) return device;
+    return device + " (" + toQString(port.description) + ")";
+}
+
+}  // namespace
+
+DesktopSettings::DesktopSettings(const Platform& platform, RunTimeState& state,
+                                 SerialReception& reception, QtEventPump& events,
+                                 SystemBindings& bindings)
+    : platform_(platform),
+      state_(state),
+      reception_(reception),
+      events_(events),
+      bindings_(bindings),
+      eraseWindow_([this](bool erase) {
+          events_.deliver([&] { answerEraseQuestion(platform_, editor_, erase); });
+      }) {}
+
+void DesktopSettings::ask() {
+    if (editor_.accessLevel == 0 && LoginWindow(platform_, editor_).exec() != QDialog::Accepted)
+        return;
+    show();
+}
+
+void DesktopSettings::show() {
+    if (!state_.database)
+        state_.database =
+            platform_.databases.OpenDatabase(scenarioDatabase(bindings_.applicationFolder));
+    if (!window_)
+        window_ = new SettingsWindow(
+            platform_, state_, editor_,
+            {.deliver = [this](const auto& handler) { events_.deliver(handler); },
+             .portDevices = [this] { return portDevices(); },
+             .showPortableTransfer = [this](QWidget* owner) { showPortableTransfer(owner); }});
+    window_->showAccess();
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
+}
+
+bool DesktopSettings::close() { return !window_ || window_->close(); }
+
+void DesktopSettings::end() { delete window_; }
+
+// Portables are on the first port: ours is closed for them and opened again.
+void DesktopSettings::showPortableTransfer(QWidget* owner) {
+    auto* const window = new PortableTransferWindow(
+        owner, platform_,
+        portableLink(*bindings_.files, *bindings_.profiles, bindings_.applicationFolder),
+        bindings_.applicationFolder,
+        [this](const std::function<void()>& handler) { events_.deliver(handler); });
+    if (platform_.port.PortOpen() && platform_.port.CommPort() == 1) {
+        platform_.port.setPortOpen(false);
+        QObject::connect(window, &QObject::destroyed, &events_,
+                         [this] { events_.deliver([this] { reception_.openPort(); }); });
+    }
+    window->show();
+}
+
+void DesktopSettings::offerOtherPort() {
+    const std::string_view folder = bindings_.applicationFolder;
+    SerialPort& port = platform_.port;
+    int tried = integerPart(readPortSerie(platform_.profiles, folder, port_serie::kPort));
+    while (!port.PortOpen()) {
+        PortChoiceWindow choice(platform_.profiles, folder, portDevices(), tried);
+        if (choice.exec() != QDialog::Accepted) break;
+        events_.deliver([this] {
+            reception_.configurePort();
+            reception_.openPort();
+        });
+        tried = port.CommPort();
+    }
+    platform_.icon.modify(trayTip(port.CommPort(), state_.scenario.active.ScenarioName));
+}
+
+void DesktopSettings::askForErase() {
+    editor_.erasePending = 1;
+    events_.post([this] {
+        if (editor_.erasePending != 0) eraseWindow_.show();
+    });
+}
+
+// The device behind each port number, empty where there is none.
+std::vector<QString> DesktopSettings::portDevices() {
+    std::vector<QString> devices;
+    for (const PortListing& port :
+         listSerialPorts(platform_.profiles, bindings_.applicationFolder)) {
+        if (port.number < 1) continue;
+        const auto index = static_cast<std::size_t>(port.number - 1);
+        if (devices.size() <= index) devices.resize(index + 1);
+        devices[index] = describe(port);
+    }
+    return devices;
+}
+
+}  // namespace kalvo

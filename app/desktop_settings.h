@@ -1,0 +1,60 @@
+// The settings side of the desktop program: which of its windows is open when.
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <vector>
+
+#include "app/system_bindings.h"
+#include "core/run_time_state.h"
+#include "core/serial_reception.h"
+#include "editor/editor_state.h"
+#include "editor/erase_window.h"
+#include "editor/settings_window.h"
+#include "platform/platform.h"
+#include "platform/qt/qt_event_pump.h"
+
+namespace kalvo {
+
+class DesktopSettings {
+public:
+    // Everything given here outlives it.
+    DesktopSettings(const Platform& platform, RunTimeState& state, SerialReception& reception,
+                    QtEventPump& events, SystemBindings& bindings);
+    DesktopSettings(const DesktopSettings&) = delete;
+    DesktopSettings& operator=(const DesktopSettings&) = delete;
+
+    // The settings window, behind its password unless that has been given.
+    void ask();
+    // The same without password: port and connection can be used. One window at a time;
+    // it forgets the access level when it closes. RuntimeErrors of the database.
+    void show();
+    // Closes the settings window; false when the user wants to store something first.
+    bool close();
+    // Closes it without asking: the program ends.
+    void end();
+
+    // After a start without its port: the user may name others until one opens.
+    void offerOtherPort();
+
+    // Whether the terminal may forget what it has sent. Asked once the program has come to
+    // rest.
+    void askForErase();
+    // Something is about to be typed.
+    void makeWay() { eraseWindow_.hide(); }
+
+private:
+    void showPortableTransfer(QWidget* owner);
+    [[nodiscard]] std::vector<QString> portDevices();
+
+    Platform platform_;
+    RunTimeState& state_;
+    SerialReception& reception_;
+    QtEventPump& events_;
+    SystemBindings& bindings_;
+    EditorState editor_;
+    EraseWindow eraseWindow_;
+    QPointer<SettingsWindow> window_;
+};
+
+}  // namespace kalvo
