@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <QTranslator>
 #include <QVBoxLayout>
+#include <array>
 #include <memory>
 
 #include "app/absent_devices.h"
@@ -209,8 +210,8 @@ int runDesktop(const CommandLine&, SystemBindings& bindings) {
     EndSignals signals;
     int argumentCount = 1;
     std::string programName = "kalvo-horizon";
-    char* arguments[] = {programName.data(), nullptr};
-    const QApplication application(argumentCount, arguments);
+    std::array<char*, 2> arguments = {programName.data(), nullptr};
+    const QApplication application(argumentCount, arguments.data());
     QApplication::setDesktopFileName("kalvo-horizon");
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(programIcon());

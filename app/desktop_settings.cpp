@@ -21,7 +21,7 @@ namespace kalvo {
 namespace {
 
 QString describe(const PortListing& port) {
-    const QString device = toQString(port.device);
+    QString device = toQString(port.device);
     // Only a path can name what is not plugged in.
     if (device.startsWith('/') && !QFileInfo::exists(device)) return device + " (absent)";
     if (port.description.empty()) return device;

@@ -11,6 +11,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <array>
 #include <utility>
 
 #include "platform/qt/qt_text.h"
@@ -213,8 +214,8 @@ void PortableTransferWindow::showVersion(std::int32_t version) {
 }
 
 void PortableTransferWindow::showParameter(LineParameter parameter, std::int32_t value) {
-    QLineEdit* const edits[] = {txtEscDelay, txtNakDelay, txtTimeOut};
-    edits[static_cast<std::size_t>(parameter)]->setText(QString::number(value));
+    const std::array<QLineEdit*, 3> edits = {txtEscDelay, txtNakDelay, txtTimeOut};
+    edits.at(static_cast<std::size_t>(parameter))->setText(QString::number(value));
 }
 
 void PortableTransferWindow::showBar(std::int32_t maximum) {
