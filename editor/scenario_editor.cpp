@@ -170,11 +170,23 @@ void ScenarioEditor::save() {
                          "',Specif=" + (form.chkIncrement ? "1" : "0") + " WHERE Numero=" + number);
         return;
     }
+    if (!nameIsFree()) return;
     keepTrue([&] { insertNew(); });
     ChargeScenForChoix();
     editor_.stepsShown = true;
     actions_.ChargeTouches();
     actions_.loadSteps(0, 0);
+}
+
+// A scenario is found by its name, and so is its compiled file: it needs one of its own.
+bool ScenarioEditor::nameIsFree() {
+    if (trimBlanks(form.TxtNomScen).empty()) {
+        warn(platform_, "Vous devez donner un nom au scénario."_ansi);
+        return false;
+    }
+    if (!findScenario(*state_.database, form.TxtNomScen)) return true;
+    warn(platform_, "Un scénario de ce nom existe déjà."_ansi);
+    return false;
 }
 
 void ScenarioEditor::insertNew() {

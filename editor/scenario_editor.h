@@ -64,7 +64,7 @@ public:
     void clickPartialFrame(bool ticked);
     void editPath(std::string_view path);
     // A scenario that exists gets its path and increment flag saved, nothing
-    // else; a new one is added and its step windows open.
+    // else; a new one, under a name of its own, is added and its step windows open.
     void save();
     void deleteScenario();
     // Makes the selected scenario the one in force.
@@ -86,6 +86,7 @@ private:
     void showProperties(const ScenarioRecord& scenario);
     [[nodiscard]] bool enteringNew() const;
     [[nodiscard]] bool mayAbandonNew();
+    [[nodiscard]] bool nameIsFree();
     void insertNew();
     template <typename Change>
     void keepTrue(Change change);

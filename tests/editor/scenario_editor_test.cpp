@@ -44,9 +44,12 @@ TEST_F(Scenarios, ANewScenarioIsNumberedAndItsStepsAreEnteredAtOnce) {
     EXPECT_EQ(world.dialogs.shown.back().icon, MessageIcon::kCritical);
     EXPECT_THAT(form.LstScen.rows, IsEmpty());
 
-    form.TxtNomScen = "Stock";
+    form.TxtNomScen = " ";
     scenarios.chooseType(kFileRow);
     EXPECT_TRUE(form.FraCheminShown);
+    scenarios.save();
+    EXPECT_EQ(lastMessage(), std::string("Vous devez donner un nom au scénario."_ansi));
+    form.TxtNomScen = "Stock";
     world.dialogs.inputs = {"3"};
     scenarios.clickPartialFrame(true);
     form.chkIncrement = true;
@@ -58,6 +61,9 @@ TEST_F(Scenarios, ANewScenarioIsNumberedAndItsStepsAreEnteredAtOnce) {
     EXPECT_EQ(record.Nom + record.Type + record.Chemin, "StockFichierC:\\lot.txt");
     EXPECT_EQ(record.Trame * 100 + record.Specif * 10 + record.NbrTrame, 113);
 
+    addScenario("STOCK", kEmulationRow, {});
+    EXPECT_EQ(lastMessage(), std::string("Un scénario de ce nom existe déjà."_ansi));
+    EXPECT_EQ(editor.scenarioNumber, 0);
     addScenario("Deux", kEmulationRow, {});
     EXPECT_EQ(editor.scenarioNumber, 2);
     EXPECT_TRUE(form.FraCheminShown) << "only loading another scenario hides the path";
