@@ -8,6 +8,7 @@
 #include "app/console_event_pump.h"
 #include "app/console_user_interface.h"
 #include "app/system_bindings.h"
+#include "core/no_progress.h"
 #include "core/run_time_state.h"
 #include "platform/platform.h"
 

@@ -1,11 +1,10 @@
 // The user interface of command-line use: messages are lines on standard error,
 // written in the encoding of the terminal (UTF-8); questions read a line from
-// standard input. The tray tip is shown as a line too, and progress not at all.
+// standard input. The tray tip is shown as a line too.
 #pragma once
 
 #include "platform/dialogs.h"
 #include "platform/notify_icon.h"
-#include "platform/progress.h"
 
 namespace kalvo {
 
@@ -31,15 +30,6 @@ public:
 
 private:
     std::string shown_;
-};
-
-class NoProgress : public Progress {
-public:
-    void setLabel(std::string_view) override {}
-    void setValue(double) override {}
-    void show() override {}
-    void refresh() override {}
-    void unload() override {}
 };
 
 }  // namespace kalvo

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
 
 #include "editor/editor_state.h"
 #include "platform/platform.h"

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "core/application_paths.h"
+#include "core/no_progress.h"
 #include "platform/ansi_text.h"
 #include "platform/database.h"
 #include "platform/profile_files.h"
-#include "platform/progress.h"
 #include "scenario/frame_processing.h"
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_loader.h"
@@ -54,15 +54,6 @@ public:
 
 private:
     Database& database_;
-};
-
-class NoProgress : public Progress {
-public:
-    void setLabel(std::string_view) override {}
-    void setValue(double) override {}
-    void show() override {}
-    void refresh() override {}
-    void unload() override {}
 };
 
 }  // namespace

@@ -3,7 +3,6 @@
 
 #include <QWidget>
 #include <array>
-#include <memory>
 
 #include "editor/settings_context_window.h"
 
