@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ansi_text.h"
 #include "platform/foreground_window.h"
 #include "platform/keyboard_input.h"
-#include "platform/runtime_error.h"
 #include "platform/serial_port.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

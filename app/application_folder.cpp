@@ -4,9 +4,9 @@
 #include <cstddef>
 
 #include "app/system_bindings.h"
-#include "core/application_paths.h"
-#include "core/settings_store.h"
-#include "platform/ansi_text.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

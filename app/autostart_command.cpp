@@ -1,6 +1,6 @@
 #include "app/commands.h"
 #include "app/console_user_interface.h"
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

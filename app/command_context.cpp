@@ -5,8 +5,8 @@
 #include <iterator>
 
 #include "app/application_folder.h"
-#include "core/settings_store.h"
-#include "platform/ansi_text.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "platform/event_pump.h"
-#include "platform/runtime_error.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

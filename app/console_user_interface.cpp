@@ -3,9 +3,9 @@
 #include <iostream>
 #include <string>
 
-#include "core/number_text.h"
-#include "core/settings_store.h"
-#include "platform/ansi_text.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+#include "text/number_text.h"
 
 namespace kalvo {
 

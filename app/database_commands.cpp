@@ -2,11 +2,11 @@
 #include "app/application_folder.h"
 #include "app/command_context.h"
 #include "app/commands.h"
-#include "core/application_paths.h"
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_store.h"
+#include "settings/application_paths.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

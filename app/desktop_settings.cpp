@@ -4,16 +4,16 @@
 #include <functional>
 
 #include "app/portable_link.h"
-#include "core/application_paths.h"
-#include "core/number_text.h"
-#include "core/serial_settings.h"
-#include "core/tray_tip.h"
 #include "editor/access_lock.h"
 #include "editor/login_window.h"
 #include "editor/port_choice_window.h"
 #include "platform/notify_icon.h"
 #include "platform/qt/qt_text.h"
 #include "platform/serial_port.h"
+#include "scenario/tray_tip.h"
+#include "settings/application_paths.h"
+#include "settings/serial_settings.h"
+#include "text/number_text.h"
 #include "transfer/portable_transfer_window.h"
 
 namespace kalvo {

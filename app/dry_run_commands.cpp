@@ -6,13 +6,13 @@
 #include "app/command_context.h"
 #include "app/commands.h"
 #include "app/event_listing.h"
-#include "core/application_paths.h"
-#include "core/settings_store.h"
 #include "keys/key_injection.h"
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "scenario/frame_processing.h"
 #include "scenario/scenario_loader.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <utility>
 
-#include "platform/oem_text.h"
-#include "platform/runtime_error.h"
+#include "text/oem_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -15,7 +15,7 @@
 #ifdef KALVO_DESKTOP
 #include "app/desktop_program.h"
 #endif
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace {
 

@@ -1,5 +1,4 @@
 #include "app/system_bindings.h"
-#include "core/application_paths.h"
 #include "platform/asio/asio_serial_port.h"
 #include "platform/asio/asio_transfer_line.h"
 #include "platform/linux/app_folder.h"
@@ -9,10 +8,11 @@
 #include "platform/linux/multidll_library.h"
 #include "platform/linux/port_names.h"
 #include "platform/linux/registry_file.h"
-#include "platform/linux/x11_foreground_window.h"
-#include "platform/linux/x11_keyboard.h"
-#include "platform/linux/xkb_layout.h"
 #include "platform/sqlite/sqlite_engine.h"
+#include "platform/x11/x11_foreground_window.h"
+#include "platform/x11/x11_keyboard.h"
+#include "platform/x11/xkb_layout.h"
+#include "settings/application_paths.h"
 
 namespace kalvo {
 

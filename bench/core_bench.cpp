@@ -7,17 +7,17 @@
 #include <memory>
 #include <string>
 
-#include "core/application_paths.h"
 #include "keys/key_script.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/linux_profile_files.h"
-#include "platform/oem_text.h"
 #include "platform/sqlite/schema.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "scenario/frame_processing.h"
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_store.h"
+#include "settings/application_paths.h"
 #include "tests/support/fake_platform.h"
+#include "text/oem_text.h"
 
 namespace {
 

@@ -4,15 +4,15 @@
 #include <cstddef>
 #include <memory>
 
-#include "core/application_paths.h"
-#include "core/resume_next.h"
-#include "core/settings_store.h"
-#include "platform/ansi_text.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "platform/progress.h"
 #include "platform/serial_port.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+#include "text/resume_next.h"
 
 namespace kalvo {
 

@@ -2,9 +2,9 @@
 
 #include <cstddef>
 
-#include "core/number_text.h"
 #include "platform/event_pump.h"
 #include "platform/serial_port.h"
+#include "text/number_text.h"
 
 namespace kalvo {
 

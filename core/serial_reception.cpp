@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "core/number_text.h"
-#include "core/serial_settings.h"
-#include "platform/ansi_text.h"
 #include "platform/dialogs.h"
 #include "platform/serial_port.h"
+#include "settings/serial_settings.h"
+#include "text/ansi_text.h"
+#include "text/number_text.h"
 
 namespace kalvo {
 

@@ -2,19 +2,19 @@
 
 #include <string>
 
-#include "core/application_paths.h"
-#include "core/serial_settings.h"
-#include "core/settings_store.h"
-#include "core/tray_tip.h"
-#include "platform/ansi_text.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
 #include "platform/notify_icon.h"
-#include "platform/runtime_error.h"
 #include "platform/serial_port.h"
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_loader.h"
 #include "scenario/scenario_store.h"
+#include "scenario/tray_tip.h"
+#include "settings/application_paths.h"
+#include "settings/serial_settings.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "editor/editor_state.h"
-#include "platform/ansi_text.h"
 #include "platform/platform.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -2,13 +2,14 @@
 
 #include <memory>
 
-#include "core/number_text.h"
-#include "core/settings_store.h"
 #include "keys/key_files.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
-#include "platform/runtime_error.h"
 #include "scenario/scenario_store.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/number_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

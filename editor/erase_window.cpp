@@ -5,9 +5,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "core/settings_store.h"
 #include "editor/access_lock.h"
 #include "platform/qt/qt_text.h"
+#include "settings/settings_store.h"
 
 namespace kalvo {
 

@@ -4,10 +4,11 @@
 #include <array>
 #include <cstdint>
 
-#include "core/settings_store.h"
 #include "keys/key_script.h"
 #include "keys/script_tokens.h"
-#include "platform/ansi_text.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+#include "text/field_text.h"
 
 namespace kalvo {
 

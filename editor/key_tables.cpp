@@ -1,8 +1,9 @@
 #include "editor/key_tables.h"
 
-#include "core/number_text.h"
-#include "core/settings_store.h"
 #include "keys/key_files.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/number_text.h"
 
 namespace kalvo {
 

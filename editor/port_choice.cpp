@@ -1,9 +1,9 @@
 #include "editor/port_choice.h"
 
-#include "core/application_paths.h"
-#include "core/number_text.h"
-#include "core/serial_settings.h"
-#include "core/settings_store.h"
+#include "settings/application_paths.h"
+#include "settings/serial_settings.h"
+#include "settings/settings_store.h"
+#include "text/number_text.h"
 
 namespace kalvo {
 

@@ -2,19 +2,19 @@
 
 #include <vector>
 
-#include "core/application_paths.h"
-#include "core/number_text.h"
-#include "core/settings_store.h"
-#include "core/tray_tip.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
 #include "platform/file_system.h"
 #include "platform/notify_icon.h"
-#include "platform/runtime_error.h"
 #include "platform/serial_port.h"
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_loader.h"
 #include "scenario/scenario_store.h"
+#include "scenario/tray_tip.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/number_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

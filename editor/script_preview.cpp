@@ -4,15 +4,15 @@
 #include <memory>
 #include <utility>
 
-#include "core/application_paths.h"
 #include "core/no_progress.h"
-#include "platform/ansi_text.h"
 #include "platform/database.h"
 #include "platform/profile_files.h"
 #include "scenario/frame_processing.h"
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_loader.h"
 #include "scenario/scenario_store.h"
+#include "settings/application_paths.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -2,13 +2,13 @@
 
 #include <string_view>
 
-#include "core/application_paths.h"
-#include "core/number_text.h"
-#include "core/serial_settings.h"
-#include "core/settings_store.h"
 #include "editor/port_choice.h"
 #include "keys/key_files.h"
 #include "platform/serial_port.h"
+#include "settings/application_paths.h"
+#include "settings/serial_settings.h"
+#include "settings/settings_store.h"
+#include "text/number_text.h"
 
 namespace kalvo {
 

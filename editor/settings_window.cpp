@@ -7,7 +7,6 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "core/settings_store.h"
 #include "editor/actions_window.h"
 #include "editor/connection_page_window.h"
 #include "editor/key_page_window.h"
@@ -16,8 +15,9 @@
 #include "editor/scenario_page_window.h"
 #include "editor/test_window.h"
 #include "keys/key_files.h"
-#include "platform/ansi_text.h"
 #include "platform/dialogs.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -4,18 +4,18 @@
 #include <string_view>
 
 #include "core/script_typing.h"
-#include "core/settings_store.h"
-#include "platform/ansi_text.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/progress.h"
-#include "platform/runtime_error.h"
 #include "scenario/file_output.h"
 #include "scenario/frame_processing.h"
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_loader.h"
 #include "scenario/scenario_store.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -15,7 +15,7 @@
 #include "editor/test_run.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
-#include "platform/runtime_error.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

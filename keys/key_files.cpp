@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "core/application_paths.h"
-#include "core/number_text.h"
-#include "core/resume_next.h"
-#include "core/settings_store.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/number_text.h"
+#include "text/resume_next.h"
 
 namespace kalvo {
 
@@ -28,18 +28,6 @@ KeyCorrespondence readEntry(ProfileFiles& profiles, std::string_view folder,
 }
 
 }  // namespace
-
-std::string toucheIni(std::string_view applicationFolder) {
-    return inFolder(applicationFolder, "Touche.ini");
-}
-
-std::string corresIni(std::string_view applicationFolder) {
-    return inFolder(applicationFolder, "Corres.ini");
-}
-
-std::string touFicIni(std::string_view applicationFolder) {
-    return inFolder(applicationFolder, "TouFic.ini");
-}
 
 void KeyCorrespondenceTable::LoadKeyCorrespondence(ProfileFiles& profiles,
                                                    std::string_view applicationFolder) {

@@ -14,12 +14,10 @@ namespace kalvo {
 inline constexpr std::size_t kParticularKeys = 15;
 inline constexpr std::size_t kSystemKeys = 23;
 inline constexpr std::size_t kFileEntries = 33;
-inline constexpr std::size_t kSpeeds = 16;
 
 inline constexpr std::string_view kParticularSection = "Particuliere";
 inline constexpr std::string_view kSystemSection = "systeme";
 inline constexpr std::string_view kFileSection = "Touches";
-inline constexpr std::string_view kSpeedSection = "Vitesses";
 
 // A key a scenario can press: its label as written before "@", braces included,
 // and the key script it types (empty when its code has none).
@@ -49,10 +47,5 @@ public:
 private:
     std::array<KeyCorrespondence, kEntries> entries_;
 };
-
-// The paths of the three files.
-[[nodiscard]] std::string toucheIni(std::string_view applicationFolder);
-[[nodiscard]] std::string corresIni(std::string_view applicationFolder);
-[[nodiscard]] std::string touFicIni(std::string_view applicationFolder);
 
 }  // namespace kalvo

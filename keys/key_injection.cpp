@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <span>
 
-#include "core/number_text.h"
-#include "core/resume_next.h"
+#include "text/number_text.h"
+#include "text/resume_next.h"
 
 namespace kalvo {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "core/number_text.h"
 #include "keys/key_names.h"
 #include "platform/keyboard_input.h"
+#include "text/number_text.h"
 
 namespace kalvo {
 

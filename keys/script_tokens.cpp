@@ -1,6 +1,8 @@
 #include "keys/script_tokens.h"
 
-#include "core/settings_store.h"
+#include "keys/lock_keys.h"
+#include "settings/settings_store.h"
+#include "text/field_text.h"
 
 namespace kalvo {
 

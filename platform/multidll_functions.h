@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ansi_text.h"
 #include "platform/multidll.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

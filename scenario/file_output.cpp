@@ -6,13 +6,13 @@
 #include <unordered_set>
 #include <vector>
 
-#include "core/application_paths.h"
-#include "core/settings_store.h"
-#include "platform/ansi_text.h"
 #include "platform/dialogs.h"
 #include "platform/file_system.h"
-#include "platform/runtime_error.h"
 #include "scenario/scenario_file.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

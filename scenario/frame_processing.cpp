@@ -4,20 +4,20 @@
 #include <limits>
 #include <memory>
 
-#include "core/application_paths.h"
-#include "core/number_text.h"
-#include "core/progress_pacer.h"
-#include "core/resume_next.h"
-#include "core/settings_store.h"
-#include "platform/ansi_text.h"
 #include "platform/database.h"
 #include "platform/event_pump.h"
 #include "platform/progress.h"
-#include "platform/runtime_error.h"
 #include "scenario/action_steps.h"
 #include "scenario/partial_frames.h"
+#include "scenario/progress_pacer.h"
 #include "scenario/scenario_file.h"
 #include "scenario/scenario_store.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+#include "text/number_text.h"
+#include "text/resume_next.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -3,12 +3,12 @@
 #include <optional>
 #include <string>
 
-#include "core/application_paths.h"
-#include "core/resume_next.h"
-#include "core/settings_store.h"
 #include "platform/file_system.h"
 #include "scenario/scenario_file.h"
 #include "scenario/scenario_store.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/resume_next.h"
 
 namespace kalvo {
 

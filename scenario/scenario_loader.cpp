@@ -4,17 +4,18 @@
 #include <string>
 #include <vector>
 
-#include "core/application_paths.h"
-#include "core/number_text.h"
-#include "core/resume_next.h"
-#include "core/settings_store.h"
-#include "core/tray_tip.h"
 #include "platform/dialogs.h"
 #include "platform/file_system.h"
 #include "platform/notify_icon.h"
 #include "platform/serial_port.h"
 #include "scenario/scenario_file.h"
 #include "scenario/scenario_store.h"
+#include "scenario/tray_tip.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/field_text.h"
+#include "text/number_text.h"
+#include "text/resume_next.h"
 
 namespace kalvo {
 

@@ -5,10 +5,10 @@
 #include <memory>
 #include <variant>
 
-#include "core/number_text.h"
-#include "core/resume_next.h"
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/number_text.h"
+#include "text/resume_next.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

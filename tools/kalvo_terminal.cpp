@@ -7,10 +7,10 @@
 #include <iterator>
 #include <sstream>
 
-#include "platform/ansi_text.h"
 #include "platform/asio/native_line.h"
 #include "platform/linux/linux_file_system.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 #include "tools/faulty_line.h"
 #include "tools/kermit_file_server.h"
 #include "tools/posix_terminal_line.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/runtime_error.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "core/application_paths.h"
-#include "platform/ansi_text.h"
 #include "platform/sqlite/schema.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "scenario/scenario_store.h"
+#include "settings/application_paths.h"
+#include "text/ansi_text.h"
 
 namespace {
 

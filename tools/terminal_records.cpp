@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

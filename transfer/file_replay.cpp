@@ -4,19 +4,19 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "core/application_paths.h"
-#include "core/progress_pacer.h"
-#include "core/serial_settings.h"
-#include "core/settings_store.h"
 #include "keys/key_injection.h"
 #include "keys/script_tokens.h"
-#include "platform/ansi_text.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "platform/progress.h"
 #include "scenario/file_output.h"
 #include "scenario/frame_processing.h"
+#include "scenario/progress_pacer.h"
+#include "settings/application_paths.h"
+#include "settings/serial_settings.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
 #include "transfer/temporary_folder.h"
 
 namespace kalvo {

@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "platform/runtime_error.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

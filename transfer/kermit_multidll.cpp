@@ -4,8 +4,8 @@
 #include <limits>
 #include <utility>
 
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

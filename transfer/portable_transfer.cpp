@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 
-#include "core/number_text.h"
-#include "core/settings_store.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
+#include "settings/settings_store.h"
+#include "text/number_text.h"
 #include "transfer/temporary_folder.h"
 #include "transfer/transfer_code_text.h"
 

@@ -3,13 +3,13 @@
 #include <string>
 #include <utility>
 
-#include "core/resume_next.h"
-#include "core/serial_settings.h"
-#include "core/settings_store.h"
 #include "platform/dialogs.h"
 #include "platform/notify_icon.h"
 #include "platform/serial_port.h"
 #include "scenario/scenario_loader.h"
+#include "settings/serial_settings.h"
+#include "settings/settings_store.h"
+#include "text/resume_next.h"
 #include "transfer/file_replay.h"
 
 namespace kalvo {

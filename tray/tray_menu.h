@@ -7,8 +7,8 @@
 
 #include "core/run_time_state.h"
 #include "core/serial_reception.h"
-#include "platform/ansi_text.h"
 #include "platform/platform.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "platform/ansi_text.h"
 #include "platform/asio/line_inbox.h"
 #include "platform/asio/serial_line.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -6,9 +6,9 @@
 #include <thread>
 #include <utility>
 
-#include "platform/ansi_text.h"
 #include "platform/asio/native_line.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

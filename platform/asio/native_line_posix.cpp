@@ -12,10 +12,10 @@
 #include <cstdlib>
 #include <system_error>
 
-#include "platform/ansi_text.h"
 #include "platform/asio/custom_speed.h"
 #include "platform/asio/native_line.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -1,9 +1,9 @@
 // Serial lines of Windows: the device control block.
 #include <windows.h>
 
-#include "platform/ansi_text.h"
 #include "platform/asio/native_line.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -6,8 +6,8 @@
 #include <future>
 #include <utility>
 
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

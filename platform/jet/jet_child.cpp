@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/ansi_text.h"
 #include "platform/jet/jet_error.h"
 #include "platform/sqlite/database_path.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -5,7 +5,6 @@
 #include <iterator>
 #include <system_error>
 
-#include "platform/ansi_text.h"
 #include "platform/jet/jet_error.h"
 #include "platform/jet/jet_tables.h"
 #include "platform/sqlite/database_path.h"
@@ -14,6 +13,7 @@
 #include "platform/sqlite/sqlite_connection.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/temporary_file.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

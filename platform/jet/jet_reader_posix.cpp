@@ -12,7 +12,6 @@
 #include <fstream>
 #include <system_error>
 
-#include "platform/ansi_text.h"
 #include "platform/jet/jet_child.h"
 #include "platform/jet/jet_error.h"
 #include "platform/jet/jet_signature.h"
@@ -20,6 +19,7 @@
 #include "platform/jet/jet_tables.h"
 #include "platform/sqlite/database_path.h"
 #include "platform/sqlite/sqlite_error.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -1,7 +1,7 @@
-#include "platform/ansi_text.h"
 #include "platform/jet/jet_error.h"
 #include "platform/jet/jet_tables.h"
 #include "platform/sqlite/database_path.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

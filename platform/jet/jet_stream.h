@@ -14,7 +14,7 @@
 #include <string_view>
 
 #include "platform/jet/jet_tables.h"
-#include "platform/runtime_error.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -3,9 +3,9 @@
 #include <cerrno>
 #include <utility>
 
-#include "platform/line_splitter.h"
 #include "platform/linux/system_error_text.h"
 #include "platform/linux/whole_file.h"
+#include "text/line_splitter.h"
 
 namespace kalvo {
 

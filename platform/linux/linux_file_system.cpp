@@ -9,11 +9,11 @@
 #include <cstdio>
 #include <utility>
 
-#include "platform/ansi_text.h"
 #include "platform/linux/file_stream.h"
 #include "platform/linux/native_path.h"
 #include "platform/linux/system_error_text.h"
 #include "platform/linux/whole_file.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

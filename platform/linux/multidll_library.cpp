@@ -6,9 +6,9 @@
 #include <string_view>
 #include <system_error>
 
-#include "platform/ansi_text.h"
 #include "platform/linux/native_path.h"
 #include "platform/multidll_functions.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

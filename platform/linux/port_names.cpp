@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

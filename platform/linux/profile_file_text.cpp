@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
-#include "platform/ansi_text.h"
 #include "platform/linux/file_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <utility>
 
-#include "platform/ansi_text.h"
 #include "platform/linux/file_text.h"
 #include "platform/linux/reg_file_value.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

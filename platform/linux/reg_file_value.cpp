@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <system_error>
 
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

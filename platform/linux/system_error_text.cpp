@@ -1,7 +1,7 @@
 #include "platform/linux/system_error_text.h"
 
 #include <cerrno>
-#include "platform/file_error_text.h"
+#include "text/file_error_text.h"
 
 namespace kalvo {
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "platform/runtime_error.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

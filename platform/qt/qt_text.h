@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -3,11 +3,11 @@
 #include <string>
 #include <system_error>
 
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "platform/sqlite/database_path.h"
 #include "platform/sqlite/file_placement.h"
 #include "platform/sqlite/temporary_file.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

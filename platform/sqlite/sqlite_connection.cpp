@@ -2,10 +2,10 @@
 
 #include <system_error>
 
-#include "platform/ansi_text.h"
 #include "platform/sqlite/database_path.h"
 #include "platform/sqlite/sqlite_error.h"
 #include "platform/sqlite/text_functions.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -5,11 +5,11 @@
 #include <utility>
 #include <vector>
 
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "platform/sqlite/database_path.h"
 #include "platform/sqlite/sqlite_connection.h"
 #include "platform/sqlite/statement_text.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

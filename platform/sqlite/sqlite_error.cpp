@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

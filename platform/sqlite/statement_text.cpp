@@ -4,8 +4,8 @@
 
 #include <cstddef>
 
-#include "platform/ansi_text.h"
 #include "platform/sqlite/sqlite_error.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

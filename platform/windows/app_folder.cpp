@@ -6,9 +6,9 @@
 
 #include <system_error>
 
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "platform/windows/wide_text.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -5,9 +5,9 @@
 #include <array>
 #include <filesystem>
 
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "platform/windows/wide_text.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "platform/windows/windows_keyboard.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 

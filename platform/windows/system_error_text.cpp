@@ -1,6 +1,6 @@
 #include "platform/windows/system_error_text.h"
 
-#include "platform/file_error_text.h"
+#include "text/file_error_text.h"
 
 namespace kalvo {
 

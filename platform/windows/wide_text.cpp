@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 

@@ -4,11 +4,11 @@
 
 #include <utility>
 
-#include "platform/line_splitter.h"
 #include "platform/windows/file_handle.h"
 #include "platform/windows/file_stream.h"
 #include "platform/windows/system_error_text.h"
 #include "platform/windows/wide_text.h"
+#include "text/line_splitter.h"
 
 namespace kalvo {
 

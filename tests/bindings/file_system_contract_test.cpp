@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "tests/bindings/binding_contracts.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo::testing {
 namespace {

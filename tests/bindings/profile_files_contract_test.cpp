@@ -2,8 +2,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ansi_text.h"
 #include "tests/bindings/binding_contracts.h"
+#include "text/ansi_text.h"
 
 namespace kalvo::testing {
 namespace {

@@ -1,7 +1,7 @@
 #include <string>
 
-#include "platform/ansi_text.h"
 #include "tests/bindings/binding_contracts.h"
+#include "text/ansi_text.h"
 
 namespace kalvo::testing {
 namespace {

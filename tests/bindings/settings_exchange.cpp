@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/settings_store.h"
-#include "platform/ansi_text.h"
 #include "platform/file_system.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
 #ifdef _WIN32
 #include "platform/windows/windows_profile_files.h"
 #include "platform/windows/windows_registry.h"

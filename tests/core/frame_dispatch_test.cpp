@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/application_paths.h"
+#include "settings/application_paths.h"
 #include "tests/support/fake_platform.h"
 
 namespace kalvo {

@@ -5,10 +5,10 @@
 
 #include <string>
 
-#include "core/application_paths.h"
-#include "core/settings_store.h"
-#include "platform/ansi_text.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
 #include "tests/support/fake_platform.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 namespace {

@@ -6,14 +6,14 @@
 #include <string>
 #include <vector>
 
-#include "core/application_paths.h"
-#include "core/serial_settings.h"
-#include "core/settings_store.h"
 #include "editor/action_editor.h"
 #include "editor/scenario_editor.h"
 #include "editor/serial_config.h"
 #include "platform/sqlite/schema.h"
 #include "platform/sqlite/sqlite_engine.h"
+#include "settings/application_paths.h"
+#include "settings/serial_settings.h"
+#include "settings/settings_store.h"
 #include "tests/support/fake_platform.h"
 #include "tests/support/temporary_folder.h"
 

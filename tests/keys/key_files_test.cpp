@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "settings/application_paths.h"
 #include "tests/support/fake_profile_files.h"
 
 namespace kalvo {

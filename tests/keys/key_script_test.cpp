@@ -8,8 +8,8 @@
 #include <string>
 
 #include "keys/key_names.h"
-#include "platform/ansi_text.h"
-#include "platform/oem_text.h"
+#include "text/ansi_text.h"
+#include "text/oem_text.h"
 
 namespace kalvo {
 namespace {

@@ -5,8 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "core/settings_store.h"
+#include "settings/settings_store.h"
 #include "tests/support/fake_keyboard.h"
+#include "text/field_text.h"
 
 namespace kalvo {
 namespace {

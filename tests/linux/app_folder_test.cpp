@@ -6,10 +6,10 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/ansi_text.h"
 #include "platform/linux/registry_file.h"
-#include "platform/runtime_error.h"
 #include "tests/support/temporary_folder.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 namespace {

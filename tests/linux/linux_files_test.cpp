@@ -11,14 +11,14 @@
 #include <thread>
 #include <vector>
 
-#include "platform/ansi_text.h"
 #include "platform/linux/clock.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/linux_profile_files.h"
 #include "platform/linux/native_path.h"
 #include "platform/linux/registry_file.h"
-#include "platform/runtime_error.h"
 #include "tests/support/temporary_folder.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "platform/ansi_text.h"
 #include "platform/linux/file_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 namespace {

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/ansi_text.h"
 #include "platform/linux/app_folder.h"
 #include "platform/linux/linux_profile_files.h"
 #include "tests/support/temporary_folder.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 namespace {

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <string>
 
-#include "core/application_paths.h"
+#include "settings/application_paths.h"
 #include "tests/support/fake_platform.h"
 
 namespace kalvo {

@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "core/application_paths.h"
-#include "core/settings_store.h"
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
 #include "tests/support/fake_platform.h"
 
 namespace kalvo {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/runtime_error.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 namespace {

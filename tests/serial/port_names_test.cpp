@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/ansi_text.h"
 #include "tests/support/fake_profile_files.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 namespace {

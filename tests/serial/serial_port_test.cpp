@@ -8,12 +8,12 @@
 #include <thread>
 #include <vector>
 
-#include "platform/ansi_text.h"
 #include "platform/asio/asio_serial_port.h"
 #include "platform/asio/custom_speed.h"
-#include "platform/runtime_error.h"
 #include "tests/serial/pty.h"
 #include "tests/serial/test_pump.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 namespace {

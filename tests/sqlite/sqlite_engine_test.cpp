@@ -14,12 +14,12 @@
 #include <csignal>
 #endif
 
-#include "platform/ansi_text.h"
 #include "platform/sqlite/schema.h"
 #include "platform/sqlite/sqlite_connection.h"
 #include "scenario/scenario_store.h"
 #include "tests/support/error_of.h"
 #include "tests/support/temporary_folder.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 namespace {

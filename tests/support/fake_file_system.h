@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/file_system.h"
-#include "platform/runtime_error.h"
+#include "text/runtime_error.h"
 
 namespace kalvo::testing {
 

@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "platform/keyboard_input.h"
-#include "platform/oem_text.h"
-#include "platform/runtime_error.h"
+#include "text/oem_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo::testing {
 

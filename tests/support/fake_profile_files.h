@@ -6,8 +6,8 @@
 #include <tuple>
 #include <vector>
 
-#include "platform/ansi_text.h"
 #include "platform/profile_files.h"
+#include "text/ansi_text.h"
 
 namespace kalvo::testing {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/ansi_text.h"
 #include "platform/registry.h"
+#include "text/ansi_text.h"
 
 namespace kalvo::testing {
 

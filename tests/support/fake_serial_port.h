@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/runtime_error.h"
 #include "platform/serial_port.h"
+#include "text/runtime_error.h"
 
 namespace kalvo::testing {
 

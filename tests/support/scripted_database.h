@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/ansi_text.h"
 #include "platform/database.h"
-#include "platform/runtime_error.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo::testing {
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "core/application_paths.h"
-#include "platform/ansi_text.h"
+#include "settings/application_paths.h"
 #include "tests/support/fake_platform.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 namespace {

@@ -13,9 +13,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/ansi_text.h"
 #include "platform/qt/qt_text.h"
 #include "tests/support/fake_platform.h"
+#include "text/ansi_text.h"
 #include "transfer/file_replay_window.h"
 #include "tray/about_window.h"
 #include "tray/menu_window.h"

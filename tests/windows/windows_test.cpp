@@ -6,8 +6,6 @@
 #include <vector>
 
 #include "keys/key_injection.h"
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "platform/windows/app_folder.h"
 #include "platform/windows/named_layout.h"
 #include "platform/windows/port_names.h"
@@ -15,6 +13,8 @@
 #include "platform/windows/windows_keyboard.h"
 #include "tests/support/fake_event_pump.h"
 #include "tests/support/temporary_folder.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 namespace {

@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "platform/ansi_text.h"
+#include "text/ansi_text.h"
 
 namespace kalvo::testing {
 

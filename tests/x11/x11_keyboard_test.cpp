@@ -1,6 +1,6 @@
 // The keyboard on a real X server: whatever a script says arrives, character for
 // character, under every layout and lock state, and the user's keys are left as found.
-#include "platform/linux/x11_keyboard.h"
+#include "platform/x11/x11_keyboard.h"
 
 #include <gtest/gtest.h>
 #include <xcb/xtest.h>
@@ -12,12 +12,12 @@
 #include <vector>
 
 #include "keys/key_injection.h"
-#include "platform/ansi_text.h"
-#include "platform/runtime_error.h"
 #include "tests/support/fake_event_pump.h"
 #include "tests/x11/keyboard_state.h"
 #include "tests/x11/recording_window.h"
 #include "tests/x11/x_server.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 namespace {

@@ -1,0 +1,44 @@
+#include "settings/serial_settings.h"
+
+#include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/number_text.h"
+
+namespace kalvo {
+
+std::string readPortSerie(ProfileFiles& profiles, std::string_view applicationFolder,
+                          std::string_view key) {
+    return ReadIniValue(profiles, portSerieIni(applicationFolder), port_serie::kSection, key);
+}
+
+bool portActive(ProfileFiles& profiles, std::string_view applicationFolder) {
+    return integerPart(readPortSerie(profiles, applicationFolder, port_serie::kPortActive)) != 0;
+}
+
+std::string lineSettings(ProfileFiles& profiles, std::string_view applicationFolder) {
+    const auto text = [&](std::string_view key) {
+        return readPortSerie(profiles, applicationFolder, key);
+    };
+    const auto number = [&](std::string_view key) {
+        return std::to_string(integerPart(text(key)));
+    };
+    return number(port_serie::kSpeed) + "," + text(port_serie::kParity) + "," +
+           number(port_serie::kDataBits) + "," + number(port_serie::kStopBits);
+}
+
+Handshaking storedHandshaking(ProfileFiles& profiles, std::string_view applicationFolder) {
+    const std::int32_t mode =
+        integerPart(readPortSerie(profiles, applicationFolder, port_serie::kFlow));
+    return mode >= 0 && mode <= 3 ? static_cast<Handshaking>(mode) : Handshaking::kNone;
+}
+
+void configureLine(SerialPort& port, std::string_view settings, Handshaking handshaking) {
+    port.setSettings(settings);
+    port.setSThreshold(1);
+    port.setRThreshold(1);
+    port.setHandshaking(handshaking);
+    port.setInputMode(0);
+    port.setInputLen(1);
+}
+
+}  // namespace kalvo
