@@ -1,9 +1,9 @@
 #include "app/application_folder.h"
 
 #include <array>
-#include <cstddef>
 
-#include "app/system_bindings.h"
+#include "platform/jet/jet_import.h"
+#include "platform/sqlite/schema.h"
 #include "settings/application_paths.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
@@ -15,15 +15,6 @@ namespace {
 constexpr std::array<std::string_view, 4> kShippedFiles = {"Touche.ini", "Corres.ini", "TouFic.ini",
                                                            "PortSerie.ini"};
 
-// The folder and the missing ones above it.
-void createFolders(FileSystem& files, std::string_view folder) {
-    for (std::size_t i = 1; i <= folder.size(); ++i) {
-        if (i < folder.size() && !isPathSeparator(folder[i])) continue;
-        const std::string_view part = folder.substr(0, i);
-        if (!part.ends_with(':') && !files.folderExists(part)) files.createFolder(part);
-    }
-}
-
 void copyShippedFile(FileSystem& files, std::string_view from, std::string_view to) {
     const std::string content = files.read(from);
     const auto copy = files.create(to);
@@ -32,21 +23,20 @@ void copyShippedFile(FileSystem& files, std::string_view from, std::string_view 
 }
 
 void bringJetDatabaseIn(Dialogs& dialogs, const std::string& database) {
-    const auto notice = upgradeJetDatabase(database);
-    if (!notice) return;
-    dialogs.message(std::string("La base de scénarios a été reprise de l'ancien format : "_ansi) +
-                        std::to_string(notice->scenarios) + std::string(" scénarios, "_ansi) +
-                        std::to_string(notice->actions) +
-                        std::string(" actions. L'original est conservé sous "_ansi) +
-                        notice->keptAs + ".",
-                    kApplicationTitle, MessageIcon::kInformation);
+    const auto upgrade = upgradeJetInPlace(database);
+    if (!upgrade) return;
+    dialogs.message(
+        std::string("La base de scénarios a été reprise de l'ancien format : "_ansi) +
+            std::to_string(upgrade->imported.scenarios) + std::string(" scénarios, "_ansi) +
+            std::to_string(upgrade->imported.actions) +
+            std::string(" actions. L'original est conservé sous "_ansi) + upgrade->keptAs + ".",
+        kApplicationTitle, MessageIcon::kInformation);
 }
 
 }  // namespace
 
 void prepareApplicationFolder(FileSystem& files, Dialogs& dialogs, std::string_view folder,
                               std::string_view shippedData) {
-    createFolders(files, folder);
     for (const std::string_view name : kShippedFiles) {
         const std::string target = inFolder(folder, name);
         if (!shippedData.empty() && !files.fileExists(target))
@@ -58,7 +48,7 @@ void prepareApplicationFolder(FileSystem& files, Dialogs& dialogs, std::string_v
     if (files.fileExists(database))
         bringJetDatabaseIn(dialogs, database);
     else
-        createScenarioDatabaseFile(database);
+        createScenarioDatabase(database);
 }
 
 }  // namespace kalvo

@@ -9,8 +9,8 @@
 
 namespace kalvo {
 
-// Makes a folder ready for use: creates what is missing of it, of the key files, of
-// the serial settings, of the scenario database and of the scenarios folder. A Jet
+// Makes a folder ready for use: creates what is missing of the key files, of the serial
+// settings, of the scenario database and of the scenarios folder. A Jet
 // database of an upgraded site is brought in, and the user is told so. Files that
 // are there are never changed. RuntimeError when something cannot be created.
 void prepareApplicationFolder(FileSystem& files, Dialogs& dialogs, std::string_view folder,

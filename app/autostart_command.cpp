@@ -5,7 +5,7 @@
 namespace kalvo {
 
 int runAutostart(const CommandLine& line) {
-    const bool on = line.autostart == "on";
+    const bool on = line.autostart.value_or(false);
     setAutostart(on, line.applicationFolder);
     writeErrorLine(on ? "KALVO Horizon démarrera avec la session"_ansi
                       : "KALVO Horizon ne démarre plus avec la session"_ansi);

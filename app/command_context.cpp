@@ -1,12 +1,14 @@
 #include "app/command_context.h"
 
 #include <cstdio>
+#include <fstream>
 #include <iostream>
 #include <iterator>
 
 #include "app/application_folder.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
+#include "text/file_error_text.h"
 
 namespace kalvo {
 
@@ -39,14 +41,22 @@ Platform CommandContext::platform() {
             progress_};
 }
 
-std::string errorText(const RuntimeError& error) {
-    return std::string("Erreur N° : "_ansi) + std::to_string(error.number()) + "\r\n\r\n" +
-           error.description();
+std::filesystem::path nativeFile(const std::string& argument) {
+    if constexpr (std::filesystem::path::preferred_separator == '/') return argument;
+    return {std::u8string(argument.begin(), argument.end())};
 }
 
-std::string readInput(FileSystem& files, const std::string& path) {
-    if (path != "-") return files.read(path);
-    return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+std::string readInput(const std::string& argument) {
+    if (argument == "-")
+        return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+    const std::filesystem::path path = nativeFile(argument);
+    std::error_code error;
+    if (!std::filesystem::exists(path, error))
+        throw fileRuntimeError(error_number::kFileNotFound, fromUtf8(argument));
+    std::ifstream file(path, std::ios::binary);
+    if (!file || std::filesystem::is_directory(path, error))
+        throw fileRuntimeError(error_number::kPathAccess, fromUtf8(argument));
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
 void writeOutput(std::string_view bytes) {

@@ -1,6 +1,7 @@
 // What the commands share: a platform of console bindings, and reading their input.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -8,6 +9,7 @@
 #include "app/console_event_pump.h"
 #include "app/console_user_interface.h"
 #include "app/system_bindings.h"
+#include "core/error_text.h"
 #include "core/no_progress.h"
 #include "core/run_time_state.h"
 #include "platform/platform.h"
@@ -38,11 +40,12 @@ private:
     std::unique_ptr<SerialPort> port_;
 };
 
-// "Erreur N° : ..." as the program shows a run-time error.
-[[nodiscard]] std::string errorText(const RuntimeError& error);
+// A file named on the command line: any name the system knows, whatever its characters.
+[[nodiscard]] std::filesystem::path nativeFile(const std::string& argument);
 
-// The bytes of a file, or of standard input for "-".
-[[nodiscard]] std::string readInput(FileSystem& files, const std::string& path);
+// The bytes of such a file, or of standard input for "-". RuntimeError 53 when there is
+// none, 75 for what is no readable file.
+[[nodiscard]] std::string readInput(const std::string& argument);
 
 // Writes bytes to standard output as they are. RuntimeError 57 when it fails.
 void writeOutput(std::string_view bytes);

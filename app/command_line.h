@@ -3,28 +3,31 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "platform/event_pump.h"
 
 namespace kalvo {
 
-// What the program is asked to do. Texts are code page 1252, but for the folder.
+struct Command;
+
+// What the program is asked to do. Arguments are as the system gave them (UTF-8 as a
+// rule); what becomes text of the core is converted where it is used.
 struct CommandLine {
-    // The command's name; empty for the desktop program.
-    std::string command;
-    // The command's own arguments, options taken out.
-    std::vector<std::string> arguments;
-    std::optional<std::string> applicationFolder;  // --app-dir, UTF-8
-    std::optional<std::string> scenario;           // --scenario
-    std::optional<std::string> date;               // --date
+    // Null for the desktop program.
+    const Command* command = nullptr;
+    std::string file;                              // FICHIER
+    std::string scenario;                          // NOM
+    bool allScenarios = false;                     // --all
     std::optional<std::string> layout;             // --layout
-    std::optional<std::string> locks;              // --locks
-    std::optional<std::string> separator;          // --separator
-    std::optional<std::string> pause;              // --pause
-    std::optional<std::string> autostart;          // --autostart: "on" or "off"
-    bool all = false;                              // --all
-    bool help = false;                             // --help
-    bool version = false;                          // --version
+    std::string locks;                             // --locks
+    std::string separator;                         // --separator
+    int pause = 0;                                 // --pause, milliseconds
+    std::optional<LocalTime> date;                 // --date
+    std::optional<std::string> applicationFolder;  // --app-dir
+    std::optional<bool> autostart;                 // --autostart
+    // Everything was asked for with --help or --version: this is it, UTF-8.
+    std::optional<std::string> answer;
 };
 
 // Exit codes of every command.
@@ -32,12 +35,9 @@ inline constexpr int kExitSuccess = 0;
 inline constexpr int kExitFailure = 1;
 inline constexpr int kExitUsage = 2;
 
-// Understands the arguments (UTF-8, without the program's name). On a mistake nothing is
-// returned and `problem` says in French what is wrong.
-[[nodiscard]] std::optional<CommandLine> parseCommandLine(const std::vector<std::string>& arguments,
+// Understands the arguments, the program's name left out. On a mistake nothing is
+// returned and `problem` says in French (UTF-8) what is wrong.
+[[nodiscard]] std::optional<CommandLine> parseCommandLine(std::vector<std::string> arguments,
                                                           std::string& problem);
-
-// The help text, code page 1252.
-[[nodiscard]] std::string_view usageText();
 
 }  // namespace kalvo

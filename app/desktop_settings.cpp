@@ -20,7 +20,7 @@ namespace kalvo {
 
 namespace {
 
-QString describe(const PortListing& port) {
+QString describe(const PortEntry& port) {
     QString device = toQString(port.device);
     // Only a path can name what is not plugged in.
     if (device.startsWith('/') && !QFileInfo::exists(device)) return device + " (absent)";
@@ -109,8 +109,7 @@ void DesktopSettings::askForErase() {
 // The device behind each port number, empty where there is none.
 std::vector<QString> DesktopSettings::portDevices() {
     std::vector<QString> devices;
-    for (const PortListing& port :
-         listSerialPorts(platform_.profiles, bindings_.applicationFolder)) {
+    for (const PortEntry& port : listSerialPorts(platform_.profiles, bindings_.applicationFolder)) {
         if (port.number < 1) continue;
         const auto index = static_cast<std::size_t>(port.number - 1);
         if (devices.size() <= index) devices.resize(index + 1);

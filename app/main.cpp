@@ -2,10 +2,8 @@
 // program runs; nothing else creates bindings.
 #include <cstdio>
 #include <exception>
-#include <functional>
-#include <map>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "app/command_context.h"
@@ -34,42 +32,22 @@ int runDesktop(const CommandLine&, SystemBindings&) {
 using kalvo::runDesktop;
 #endif
 
-using Command = int (*)(const CommandLine&, SystemBindings&);
-
-const std::map<std::string_view, Command>& commands() {
-    static const std::map<std::string_view, Command> table = {
-        {"", runDesktop},
-        {"listen", kalvo::runListen},
-        {"compile", kalvo::runCompile},
-        {"script", kalvo::runScript},
-        {"events", kalvo::runEvents},
-        {"type", kalvo::runType},
-        {"replay", kalvo::runReplay},
-        {"import", kalvo::runImport},
-        {"ports", kalvo::runPorts},
-    };
-    return table;
-}
-
-int run(const std::vector<std::string>& arguments) {
+int run(std::vector<std::string> arguments) {
     std::string problem;
-    const auto line = kalvo::parseCommandLine(arguments, problem);
+    const auto line = kalvo::parseCommandLine(std::move(arguments), problem);
     if (!line) {
-        kalvo::writeErrorLine(problem);
-        std::fputs(kalvo::toUtf8(kalvo::usageText()).c_str(), stderr);
+        kalvo::writeErrorLine(
+            kalvo::fromUtf8("kalvo-horizon : " + problem + " (--help pour l'aide)"));
         return kalvo::kExitUsage;
     }
-    if (line->help) {
-        kalvo::writeOutput(kalvo::toUtf8(kalvo::usageText()));
-        return kalvo::kExitSuccess;
-    }
-    if (line->version) {
-        kalvo::writeOutput("kalvo-horizon " KALVO_VERSION "\n");
+    if (line->answer) {
+        kalvo::writeOutput(*line->answer);
         return kalvo::kExitSuccess;
     }
     if (line->autostart) return kalvo::runAutostart(*line);
     SystemBindings bindings = kalvo::createSystemBindings(line->applicationFolder);
-    return commands().at(line->command)(*line, bindings);
+    const kalvo::Command* const command = line->command;
+    return command == nullptr ? runDesktop(*line, bindings) : command->run(*line, bindings);
 }
 
 }  // namespace

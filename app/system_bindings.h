@@ -1,7 +1,6 @@
 // The bindings of this system: the one place where the program meets their types.
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,6 +13,7 @@
 #include "platform/foreground_window.h"
 #include "platform/keyboard_input.h"
 #include "platform/multidll.h"
+#include "platform/port_entry.h"
 #include "platform/profile_files.h"
 #include "platform/registry.h"
 #include "platform/serial_port.h"
@@ -60,34 +60,12 @@ struct SystemBindings {
 // RuntimeError for one that cannot be used.
 [[nodiscard]] std::unique_ptr<Multidll> findMultidll();
 
-// A serial port of this machine.
-struct PortListing {
-    int number = 0;
-    std::string device;
-    std::string description;
-};
-[[nodiscard]] std::vector<PortListing> listSerialPorts(ProfileFiles& profiles,
-                                                       std::string_view applicationFolder);
+// The serial ports of this machine, ascending.
+[[nodiscard]] std::vector<PortEntry> listSerialPorts(ProfileFiles& profiles,
+                                                     std::string_view applicationFolder);
 
 // Whether the program starts with the user's session; `applicationFolder` as on the
 // command line. RuntimeError when the session's settings cannot be written.
 void setAutostart(bool on, const std::optional<std::string>& applicationFolder);
-
-// Creates an empty scenario database.
-void createScenarioDatabaseFile(std::string_view path);
-
-// What bringing a Jet database in has done.
-struct JetUpgradeNotice {
-    std::string keptAs;  // where the original is now
-    std::size_t scenarios = 0;
-    std::size_t actions = 0;
-};
-
-// Replaces a Jet file of that name by an SQLite file with its content and keeps the
-// original beside it; nothing when the file is no Jet database.
-[[nodiscard]] std::optional<JetUpgradeNotice> upgradeJetDatabase(std::string_view path);
-
-// Brings the tables of a Jet file into a new scenario database file.
-[[nodiscard]] JetUpgradeNotice importJetFile(std::string_view source, std::string_view target);
 
 }  // namespace kalvo

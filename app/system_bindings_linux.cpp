@@ -50,12 +50,8 @@ std::unique_ptr<TransferLine> createTransferLine(ProfileFiles& profiles,
 
 std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }
 
-std::vector<PortListing> listSerialPorts(ProfileFiles& profiles,
-                                         std::string_view applicationFolder) {
-    std::vector<PortListing> ports;
-    for (const PortEntry& port : LinuxPortNames(profiles, portSerieIni(applicationFolder)).list())
-        ports.push_back({port.number, port.device, port.description});
-    return ports;
+std::vector<PortEntry> listSerialPorts(ProfileFiles& profiles, std::string_view applicationFolder) {
+    return LinuxPortNames(profiles, portSerieIni(applicationFolder)).list();
 }
 
 }  // namespace kalvo

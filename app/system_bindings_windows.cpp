@@ -45,11 +45,6 @@ std::unique_ptr<TransferLine> createTransferLine(ProfileFiles&, std::string_view
 
 std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }
 
-std::vector<PortListing> listSerialPorts(ProfileFiles&, std::string_view) {
-    std::vector<PortListing> ports;
-    for (const PortEntry& port : listPorts())
-        ports.push_back({port.number, port.device, port.description});
-    return ports;
-}
+std::vector<PortEntry> listSerialPorts(ProfileFiles&, std::string_view) { return listPorts(); }
 
 }  // namespace kalvo

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "core/error_text.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
 #include "platform/notify_icon.h"
@@ -61,9 +62,7 @@ void openConfiguredPort(const Platform& platform, RunTimeState& state, SerialRec
 }
 
 void showError(const Platform& platform, const RuntimeError& error) {
-    platform.dialogs.message(std::string("Erreur N° : "_ansi) + std::to_string(error.number()) +
-                                 "\r\n\r\n" + error.description() +
-                                 "\r\n\r\nL'application va se fermer.",
+    platform.dialogs.message(errorText(error) + "\r\n\r\nL'application va se fermer.",
                              kApplicationTitle, MessageIcon::kCritical);
 }
 

@@ -117,11 +117,8 @@ int ActionEditor::steps() const {
 void ActionEditor::loadSteps(std::int16_t boucle, std::int16_t depart) {
     editor_.insertMode = false;
     LstChamps.clear();
-    const auto steps = state_.database->OpenRecordset(
-        "SELECT Champs FROM Actions WHERE NumeroScen=" + std::to_string(editor_.scenarioNumber) +
-        " ORDER BY Numaction");
-    for (; !steps->Eof(); steps->MoveNext())
-        LstChamps.rows.push_back(stepRow(textField(*steps, "Champs")));
+    for (const std::string& value : readActionTexts(*state_.database, editor_.scenarioNumber))
+        LstChamps.rows.push_back(stepRow(value));
     if (LstChamps.rows.empty()) return;
     if (lastStep() != LstChamps.count()) renumberActions(*state_.database, editor_.scenarioNumber);
     LstChamps.rows.emplace_back();
@@ -168,12 +165,8 @@ void ActionEditor::append(const std::string& value) {
     insertAction(*state_.database, editor_.scenarioNumber, lastStep() + 1, {value, place});
 }
 
-// The highest step number; 0 for a scenario without steps.
 int ActionEditor::lastStep() {
-    const auto last = state_.database->OpenRecordset(
-        "SELECT NumAction FROM Actions WHERE NumeroScen=" + std::to_string(editor_.scenarioNumber) +
-        " ORDER BY NumAction DESC");
-    return last->Eof() ? 0 : int16Field(*last, "NumAction");
+    return lastActionPosition(*state_.database, editor_.scenarioNumber);
 }
 
 void ActionEditor::replaceRow(int row, const std::string& value) {
@@ -200,9 +193,7 @@ void ActionEditor::mnuinsert() {
     }
     if (editor_.insertMode) return;
     const int row = LstChamps.selected;
-    state_.database->Execute("UPDATE Actions SET NumAction=NumAction + 1 WHERE NumAction>" +
-                             std::to_string(row) +
-                             " AND NumeroScen=" + std::to_string(editor_.scenarioNumber));
+    openActionGap(*state_.database, editor_.scenarioNumber, row);
     LstChamps.insert(row, "");
     editor_.insertMode = true;
 }
@@ -220,12 +211,7 @@ void ActionEditor::removeSelected() {
     const int row = LstChamps.selected;
     LstChamps.remove(row);
     editor_.insertMode = false;
-    const std::string position = std::to_string(row + 1);
-    const std::string scenario = std::to_string(editor_.scenarioNumber);
-    state_.database->Execute("DELETE FROM Actions WHERE NumAction=" + position +
-                             " AND NumeroScen=" + scenario);
-    state_.database->Execute("UPDATE Actions SET NumAction=NumAction - 1 WHERE NumAction>" +
-                             position + "AND NumeroScen=" + scenario);
+    deleteAction(*state_.database, editor_.scenarioNumber, row + 1);
 }
 
 void ActionEditor::mnuboucle() { mark({"Bouc", kLoopLabel, updateBoucle}); }

@@ -24,13 +24,6 @@ std::vector<std::string> scenarioTypes() {
     return {std::string(kEmulationType), std::string(kFileType)};
 }
 
-std::vector<std::string> scenarioNames(Database& database) {
-    std::vector<std::string> names;
-    const auto rows = database.OpenRecordset("SELECT Nom FROM Scenarios");
-    for (; !rows->Eof(); rows->MoveNext()) names.push_back(textField(*rows, "Nom"));
-    return names;
-}
-
 std::string scenarioRow(std::string_view name) { return std::string(kRowPrefix).append(name); }
 
 void warn(const Platform& platform, std::string_view text) {
@@ -163,11 +156,8 @@ void ScenarioEditor::save() {
         return;
     }
     Database& database = *state_.database;
-    const std::string number = std::to_string(editor_.scenarioNumber);
-    if (editor_.scenarioNumber != 0 &&
-        !database.OpenRecordset("SELECT Nom FROM Scenarios WHERE Numero=" + number)->Eof()) {
-        database.Execute("UPDATE Scenarios SET Chemin='" + form.TxtChemin +
-                         "',Specif=" + (form.chkIncrement ? "1" : "0") + " WHERE Numero=" + number);
+    if (editor_.scenarioNumber != 0 && scenarioExists(database, editor_.scenarioNumber)) {
+        updateOutput(database, editor_.scenarioNumber, form.TxtChemin, form.chkIncrement);
         return;
     }
     if (!nameIsFree()) return;

@@ -48,14 +48,11 @@ std::string askForFrame(const Platform& platform, Database& database, std::int16
     std::string frame;
     for (int round = 0; round < kSimulatedFrames; ++round) {
         for (int step = 1;; ++step) {
-            const auto row = database.OpenRecordset(
-                "SELECT Champs FROM Actions WHERE NumeroScen=" + std::to_string(scenario) +
-                (step == 1 ? " AND NumAction=" : " AND Numaction=") + std::to_string(step));
-            if (row->Eof()) break;
-            const std::string value = textField(*row, "Champs");
-            if (value.starts_with('&') || value.starts_with('^'))
+            const auto value = readActionText(database, scenario, step);
+            if (!value) break;
+            if (value->starts_with('&') || value->starts_with('^'))
                 frame +=
-                    platform.dialogs.inputBox("Valeur du champs " + value, kApplicationTitle, "") +
+                    platform.dialogs.inputBox("Valeur du champs " + *value, kApplicationTitle, "") +
                     "\r\n";
         }
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <optional>
 
 #include "platform/database.h"
 #include "platform/event_pump.h"
@@ -197,19 +198,15 @@ std::string NextCounterValue(const Platform& platform, const ScenarioRun& run) {
     resumeNext([&] {
         const auto database =
             platform.databases.OpenDatabase(scenarioDatabase(run.applicationFolder));
-        const auto rows = database->OpenRecordset("SELECT NunInc FROM Increment");
-        std::int16_t counter = 0;
         value = "0";
-        if (rows->Eof()) return;
-        resumeNext([&] { counter = int16Field(*rows, "NunInc"); });
-        value = std::to_string(counter);
+        std::optional<std::int16_t> counter = 0;
+        resumeNext([&] { counter = readCounter(*database); });
+        if (!counter) return;
+        value = std::to_string(*counter);
         // A counter that has reached the end of its 16 bits stays there.
-        const bool canAdvance = counter < std::numeric_limits<std::int16_t>::max();
+        const bool canAdvance = *counter < std::numeric_limits<std::int16_t>::max();
         if (run.counterUse == CounterUse::kAdvance && canAdvance)
-            resumeNext([&] {
-                database->Execute("UPDATE Increment SET NunInc=" + std::to_string(counter + 1));
-            });
-        rows->Close();
+            resumeNext([&] { writeCounter(*database, *counter + 1); });
     });
     return value;
 }

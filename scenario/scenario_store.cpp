@@ -45,6 +45,14 @@ std::string textField(const Recordset& row, std::string_view column) {
     return {};
 }
 
+std::vector<std::string> scenarioNames(Database& database) {
+    std::vector<std::string> names;
+    for (const auto rows = database.OpenRecordset("SELECT Nom FROM Scenarios"); !rows->Eof();
+         rows->MoveNext())
+        names.push_back(textField(*rows, "Nom"));
+    return names;
+}
+
 std::optional<std::int16_t> findScenario(Database& database, std::string_view name) {
     const auto rows =
         database.OpenRecordset("SELECT Numero FROM Scenarios WHERE Nom=" + quoted(name));
@@ -91,6 +99,11 @@ std::optional<ScenarioRecord> readProperties(Database& database, std::int16_t nu
             text(numero)),
         numero);
 }
+
+bool scenarioExists(Database& database, std::int16_t numero) {
+    return !database.OpenRecordset("SELECT Nom FROM Scenarios WHERE Numero=" + text(numero))->Eof();
+}
+
 std::int16_t nextScenarioNumber(Database& database) {
     const auto rows = database.OpenRecordset("SELECT Numero FROM Scenarios ORDER BY Numero DESC");
     return rows->Eof() ? std::int16_t{1} : narrow(int16Field(*rows, "Numero") + 1.0);
@@ -102,6 +115,11 @@ void insertScenario(Database& database, const ScenarioRecord& scenario) {
         text(scenario.Numero) + "," + quoted(scenario.Nom) + "," + quoted(scenario.Type) + "," +
         text(scenario.Trame) + "," + text(scenario.Specif) + "," + quoted(scenario.Chemin) + "," +
         text(scenario.NbrTrame) + ")");
+}
+
+void updateOutput(Database& database, std::int16_t numero, std::string_view chemin, bool specif) {
+    database.Execute("UPDATE Scenarios SET Chemin=" + quoted(chemin) +
+                     ",Specif=" + (specif ? "1" : "0") + " WHERE Numero=" + text(numero));
 }
 
 void updateChemin(Database& database, std::int16_t numero, std::string_view chemin) {
@@ -136,6 +154,30 @@ std::optional<ActionRecord> readAction(Database& database, std::int16_t numero,
     return action;
 }
 
+std::vector<std::string> readActionTexts(Database& database, std::int16_t numero) {
+    std::vector<std::string> texts;
+    const auto rows = database.OpenRecordset(
+        "SELECT Champs FROM Actions WHERE NumeroScen=" + text(numero) + " ORDER BY Numaction");
+    for (; !rows->Eof(); rows->MoveNext()) texts.push_back(textField(*rows, "Champs"));
+    return texts;
+}
+
+std::optional<std::string> readActionText(Database& database, std::int16_t numero,
+                                          std::int32_t position) {
+    const auto row = database.OpenRecordset(
+        "SELECT Champs FROM Actions WHERE NumeroScen=" + text(numero) +
+        (position == 1 ? " AND NumAction=" : " AND Numaction=") + text(position));
+    if (row->Eof()) return std::nullopt;
+    return textField(*row, "Champs");
+}
+
+std::int16_t lastActionPosition(Database& database, std::int16_t numero) {
+    const auto last =
+        database.OpenRecordset("SELECT NumAction FROM Actions WHERE NumeroScen=" + text(numero) +
+                               " ORDER BY NumAction DESC");
+    return last->Eof() ? std::int16_t{0} : int16Field(*last, "NumAction");
+}
+
 void insertAction(Database& database, std::int16_t numero, std::int32_t position,
                   const ActionRecord& action) {
     database.Execute("INSERT INTO Actions (NumeroScen,Numaction,Champs,PlaceTrame) VALUES (" +
@@ -149,6 +191,18 @@ void updateAction(Database& database, std::int16_t numero, std::int32_t position
                      " WHERE NumAction=" + text(position) + "AND NumeroScen=" + text(numero));
 }
 
+void openActionGap(Database& database, std::int16_t numero, std::int32_t row) {
+    database.Execute("UPDATE Actions SET NumAction=NumAction + 1 WHERE NumAction>" + text(row) +
+                     " AND NumeroScen=" + text(numero));
+}
+
+void deleteAction(Database& database, std::int16_t numero, std::int32_t position) {
+    database.Execute("DELETE FROM Actions WHERE NumAction=" + text(position) +
+                     " AND NumeroScen=" + text(numero));
+    database.Execute("UPDATE Actions SET NumAction=NumAction - 1 WHERE NumAction>" +
+                     text(position) + "AND NumeroScen=" + text(numero));
+}
+
 void renumberActions(Database& database, std::int16_t numero) {
     const auto rows =
         database.OpenRecordset("SELECT NumAction FROM Actions WHERE NumeroScen=" + text(numero) +
@@ -160,6 +214,16 @@ void renumberActions(Database& database, std::int16_t numero) {
                              " AND NumeroScen=" + text(numero));
         });
     }
+}
+
+std::optional<std::int16_t> readCounter(Database& database) {
+    const auto rows = database.OpenRecordset("SELECT NunInc FROM Increment");
+    if (rows->Eof()) return std::nullopt;
+    return int16Field(*rows, "NunInc");
+}
+
+void writeCounter(Database& database, std::int32_t value) {
+    database.Execute("UPDATE Increment SET NunInc=" + text(value));
 }
 
 }  // namespace kalvo

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/database.h"
 
@@ -46,11 +47,17 @@ struct ActionRecord {
 // A column as text; Null reads as the empty text.
 [[nodiscard]] std::string textField(const Recordset& row, std::string_view column);
 
+// Every scenario's name, in the order of the table.
+[[nodiscard]] std::vector<std::string> scenarioNames(Database& database);
+
 // The number of the scenario of that name.
 [[nodiscard]] std::optional<std::int16_t> findScenario(Database& database, std::string_view name);
 
 // A scenario row; columns that cannot be read keep 0 or the empty text.
 [[nodiscard]] std::optional<ScenarioRecord> readScenario(Database& database, std::int16_t numero);
+
+// Whether there is a scenario of that number.
+[[nodiscard]] bool scenarioExists(Database& database, std::int16_t numero);
 
 // The same without the field count, as the scenario editor asks for it.
 [[nodiscard]] std::optional<ScenarioRecord> readProperties(Database& database, std::int16_t numero);
@@ -60,6 +67,8 @@ struct ActionRecord {
 
 // Adds a scenario; Boucle and Depart are set later.
 void insertScenario(Database& database, const ScenarioRecord& scenario);
+// What saving an existing scenario changes of it.
+void updateOutput(Database& database, std::int16_t numero, std::string_view chemin, bool specif);
 void updateChemin(Database& database, std::int16_t numero, std::string_view chemin);
 void updateBoucle(Database& database, std::int16_t numero, std::int16_t action);
 void updateDepart(Database& database, std::int16_t numero, std::int16_t action);
@@ -71,13 +80,33 @@ void deleteScenario(Database& database, std::int16_t numero);
 [[nodiscard]] std::optional<ActionRecord> readAction(Database& database, std::int16_t numero,
                                                      std::int32_t position);
 
+// The texts of all actions, in their order.
+[[nodiscard]] std::vector<std::string> readActionTexts(Database& database, std::int16_t numero);
+
+// The text of an action by its position, as a test run asks for one after the other.
+[[nodiscard]] std::optional<std::string> readActionText(Database& database, std::int16_t numero,
+                                                        std::int32_t position);
+
+// The highest position in use; 0 without actions.
+[[nodiscard]] std::int16_t lastActionPosition(Database& database, std::int16_t numero);
+
 void insertAction(Database& database, std::int16_t numero, std::int32_t position,
                   const ActionRecord& action);
 void updateAction(Database& database, std::int16_t numero, std::int32_t position,
                   std::string_view champs);
 
+// Frees position row + 1: what stands there and behind it moves up by one.
+void openActionGap(Database& database, std::int16_t numero, std::int32_t row);
+
+// Removes an action; those behind it move down by one.
+void deleteAction(Database& database, std::int16_t numero, std::int32_t position);
+
 // Numbers the actions of a scenario 1, 2, 3, ... in their order. Two actions that
 // share a number end up sharing the first's new one.
 void renumberActions(Database& database, std::int16_t numero);
+
+// The running counter; nothing when the database has no row for it.
+[[nodiscard]] std::optional<std::int16_t> readCounter(Database& database);
+void writeCounter(Database& database, std::int32_t value);
 
 }  // namespace kalvo

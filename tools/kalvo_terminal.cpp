@@ -87,10 +87,10 @@ int fail(ExitCode code, const std::string& text) {
 int start(const std::vector<std::string>& arguments) {
     try {
         const TerminalOptions options = parseTerminalOptions(arguments);
-        if (options.help)
-            std::cout << terminalHelp();
-        else
+        if (options.help.empty())
             run(options);
+        else
+            std::cout << options.help;
         return kDone;
     } catch (const UsageError& error) {
         return fail(kMisused, std::string(error.what()) + " (--help pour l'aide)");

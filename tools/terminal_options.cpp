@@ -1,150 +1,152 @@
 #include "tools/terminal_options.h"
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
-#include <functional>
 #include <limits>
-#include <map>
+#include <string_view>
+
+#include "text/french_usage.h"
 
 namespace kalvo {
 
 namespace {
 
-constexpr std::string_view kHelp =
-    R"(kalvo-terminal : simulateur de terminaux de saisie et de lecteurs de codes-barres
-
-Usage : kalvo-terminal TYPE (--device CHEMIN | --pty [--link CHEMIN]) [options] [FICHIER]
-        kalvo-terminal --files DOSSIER (--device CHEMIN | --pty [--link CHEMIN]) [options]
-
-TYPE     HT630, PT630 (envoient un lot d'eux-mêmes), Optimus ou ScanPal
-         (attendent READ, puis un ACK par enregistrement)
-FICHIER  un enregistrement par ligne, champs séparés par ";" ("-" : entrée standard)
-
---files DOSSIER    donne et reçoit les fichiers de ce dossier (serveur Kermit), jusqu'à ce
-                   que le poste y mette fin
-
-Liaison
-  --device CHEMIN    port série ou pseudo-terminal existant
-  --settings TEXTE   réglages du port série (9600,N,8,1)
-  --pty              crée un pseudo-terminal, dont le chemin est la première ligne affichée
-  --link CHEMIN      lien symbolique vers ce pseudo-terminal
-  --wait-open        attend que l'autre programme ait ouvert le pseudo-terminal
-  --linger MS        garde le pseudo-terminal après le dernier envoi (1000)
-
-Envoi
-  --separator C      séparateur de champs du fichier (";", TAB pour la tabulation)
-  --speed BAUDS      au rythme de la ligne, 10 bits par caractère (sans limite)
-  --repeat N         nombre de lots (1)
-  --wait MS          attente avant chaque lot (0)
-  --connect          PT630 : envoie le texte de connexion à la place du lot
-  --empty            PT630 : envoie un lot vide
-  --tab              Optimus, ScanPal : lignes qui commencent par TAB
-  --ack              Optimus, ScanPal : répond ACK aux commandes
-  --read-timeout MS  attente de READ (0 : sans limite)
-  --ack-timeout MS   attente de ACK avant un nouvel envoi (2000)
-  --resend N         nouveaux envois d'un enregistrement (3)
-
-Défauts
-  --noise TAUX       octets parasites, probabilité de 0 à 1 par caractère
-  --pause MS:N       silence de MS millisecondes après N caractères
-  --cut N            perd la moitié de la ligne N au premier envoi
-  --lose-ack N       perd le N-ième ACK reçu
-  --seed N           graine du hasard (1)
-
-  --help             cette aide
-
-Code de retour : 0 envoyé, 1 échec, 2 appel incorrect.
-)";
-
-template <typename Number>
-Number numberOf(const std::string& option, std::string_view text, Number lowest, Number highest) {
-    Number number{};
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, number);
-    if (result.ec != std::errc{} || result.ptr != end || !(number >= lowest && number <= highest))
-        throw UsageError(option + " : valeur non valide : " + std::string(text));
-    return number;
-}
-
 constexpr int kMost = 1000000;
 constexpr std::int64_t kLongest = 86400000;  // ms: a day
 
-int countOf(const std::string& option, const std::string& text) {
-    return numberOf(option, text, 1, kMost);
+constexpr const char* kFooter =
+    "TYPE : HT630, PT630 (envoient un lot d'eux-mêmes), Optimus ou ScanPal (attendent READ, puis\n"
+    "un ACK par enregistrement). FICHIER : un enregistrement par ligne, champs séparés par \";\"\n"
+    "(\"-\" : entrée standard). Code de retour : 0 envoyé, 1 échec, 2 appel incorrect.";
+
+// A number within its range; the library's own check speaks English.
+template <typename Number>
+CLI::Validator between(Number lowest, Number highest) {
+    return CLI::Validator(
+        [lowest, highest](std::string& text) {
+            Number number{};
+            const bool fits =
+                CLI::detail::lexical_cast(text, number) && number >= lowest && number <= highest;
+            return fits ? std::string() : "valeur non valide : " + text;
+        },
+        "");
 }
 
-std::int64_t timeOf(const std::string& option, const std::string& text) {
-    return numberOf(option, text, std::int64_t{0}, kLongest);
+template <typename Number>
+void addNumber(CLI::App& app, const char* name, Number& into, Number lowest, Number highest,
+               const char* type, const char* help) {
+    app.add_option(name, into, help)->type_name(type)->check(between(lowest, highest));
 }
 
-LineFaults::Pause pauseOf(const std::string& option, const std::string& text) {
-    const auto colon = text.find(':');
-    if (colon == std::string::npos) throw UsageError(option + " : attend MS:N");
-    return {timeOf(option, text.substr(0, colon)),
-            numberOf(option, std::string_view(text).substr(colon + 1), std::size_t{0},
-                     std::numeric_limits<std::size_t>::max())};
+LineFaults::Pause pauseOf(const std::string& text) {
+    LineFaults::Pause pause{};
+    const char* const end = text.data() + text.size();
+    const auto time = std::from_chars(text.data(), end, pause.milliseconds);
+    const bool colon = time.ec == std::errc{} && time.ptr != end && *time.ptr == ':';
+    const auto count = std::from_chars(colon ? time.ptr + 1 : end, end, pause.after);
+    if (!colon || count.ec != std::errc{} || count.ptr != end || pause.milliseconds < 0 ||
+        pause.milliseconds > kLongest)
+        throw CLI::ValidationError("--pause", "attend MS:N");
+    return pause;
 }
 
-char separatorOf(const std::string& option, const std::string& text) {
-    if (text == "TAB") return '\t';
-    if (text.size() != 1) throw UsageError(option + " : un seul caractère");
-    return text[0];
+// Gives the options that are declared in a scope a heading of their own in the help.
+class Heading {
+public:
+    Heading(CLI::App& app, const char* title)
+        : app_(app), title_(title), before_(app.get_options().size()) {}
+    Heading(const Heading&) = delete;
+    Heading& operator=(const Heading&) = delete;
+    ~Heading() {
+        const auto options = app_.get_options();
+        for (std::size_t i = before_; i < options.size(); ++i) options[i]->group(title_);
+    }
+
+private:
+    CLI::App& app_;
+    const char* title_;
+    std::size_t before_;
+};
+
+void addLine(CLI::App& app, TerminalOptions& options) {
+    const Heading heading(app, "Liaison");
+    auto* const device =
+        app.add_option("--device", options.device, "port série ou pseudo-terminal existant")
+            ->type_name("CHEMIN");
+    app.add_option("--settings", options.settings, "réglages du port série (9600,N,8,1)");
+    auto* const pty =
+        app.add_flag("--pty", options.pseudoTerminal,
+                     "crée un pseudo-terminal, dont le chemin est la première ligne affichée");
+    pty->excludes(device);
+    app.add_option("--link", options.link, "lien symbolique vers ce pseudo-terminal")
+        ->type_name("CHEMIN");
+    app.add_flag("--wait-open", options.waitsForOpening,
+                 "attend que l'autre programme ait ouvert le pseudo-terminal");
+    addNumber<std::int64_t>(app, "--linger", options.lingerMilliseconds, 0, kLongest, "MS",
+                            "garde le pseudo-terminal après le dernier envoi (1000)");
 }
 
-using Flag = std::function<void(TerminalOptions&)>;
-using Setting =
-    std::function<void(TerminalOptions&, const std::string& option, const std::string& value)>;
+void addSending(CLI::App& app, TerminalOptions& options) {
+    const Heading heading(app, "Envoi");
+    DialogueOptions& dialogue = options.dialogue;
+    app.add_option_function<std::string>(
+           "--separator",
+           [&options](const std::string& text) {
+               if (text != "TAB" && text.size() != 1)
+                   throw CLI::ValidationError("--separator", "un seul caractère, ou TAB");
+               options.separator = text == "TAB" ? '\t' : text[0];
+           },
+           "séparateur de champs du fichier (\";\", TAB pour la tabulation)")
+        ->type_name("C");
+    addNumber(app, "--speed", options.faults.speed, 1U, 4000000U, "BAUDS",
+              "au rythme de la ligne, 10 bits par caractère (sans limite)");
+    addNumber(app, "--repeat", dialogue.batches, 1, kMost, "N", "nombre de lots (1)");
+    addNumber<std::int64_t>(app, "--wait", dialogue.waitMilliseconds, 0, kLongest, "MS",
+                            "attente avant chaque lot (0)");
+    app.add_flag("--connect", dialogue.announceConnection,
+                 "PT630 : envoie le texte de connexion à la place du lot");
+    app.add_flag("--empty", dialogue.emptyBatch, "PT630 : envoie un lot vide");
+    app.add_flag("--tab", dialogue.tabbed, "Optimus, ScanPal : lignes qui commencent par TAB");
+    app.add_flag("--ack", dialogue.sendsAckLines, "Optimus, ScanPal : répond ACK aux commandes");
+    addNumber<std::int64_t>(app, "--read-timeout", dialogue.readTimeout, 0, kLongest, "MS",
+                            "attente de READ (0 : sans limite)");
+    addNumber<std::int64_t>(app, "--ack-timeout", dialogue.ackTimeout, 1, kLongest, "MS",
+                            "attente de ACK avant un nouvel envoi (2000)");
+    addNumber(app, "--resend", dialogue.resends, 0, kMost, "N",
+              "nouveaux envois d'un enregistrement (3)");
+}
 
-const std::map<std::string, Flag, std::less<>>& flags() {
-    static const std::map<std::string, Flag, std::less<>> table = {
-        {"--help", [](auto& o) { o.help = true; }},
-        {"--pty", [](auto& o) { o.pseudoTerminal = true; }},
-        {"--wait-open", [](auto& o) { o.waitsForOpening = true; }},
-        {"--connect", [](auto& o) { o.dialogue.announceConnection = true; }},
-        {"--empty", [](auto& o) { o.dialogue.emptyBatch = true; }},
-        {"--tab", [](auto& o) { o.dialogue.tabbed = true; }},
-        {"--ack", [](auto& o) { o.dialogue.sendsAckLines = true; }},
+void addFaults(CLI::App& app, TerminalOptions& options) {
+    const Heading heading(app, "Défauts");
+    addNumber(app, "--noise", options.faults.noise, 0.0, 1.0, "TAUX",
+              "octets parasites, probabilité de 0 à 1 par caractère");
+    app.add_option_function<std::vector<std::string>>(
+           "--pause",
+           [&options](const std::vector<std::string>& pauses) {
+               for (const std::string& pause : pauses)
+                   options.faults.pauses.push_back(pauseOf(pause));
+           },
+           "silence de MS millisecondes après N caractères")
+        ->type_name("MS:N")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    const auto addOrdinal = [&](const char* name, std::optional<int>& into, const char* help) {
+        app.add_option(name, into, help)->type_name("N")->check(between(1, kMost));
     };
-    return table;
-}
-
-const std::map<std::string, Setting, std::less<>>& settings() {
-    using std::string;
-    static const std::map<string, Setting, std::less<>> table = {
-        {"--device", [](auto& o, auto&, auto& v) { o.device = v; }},
-        {"--files", [](auto& o, auto&, auto& v) { o.fileFolder = v; }},
-        {"--settings", [](auto& o, auto&, auto& v) { o.settings = v; }},
-        {"--link", [](auto& o, auto&, auto& v) { o.link = v; }},
-        {"--linger", [](auto& o, auto& n, auto& v) { o.lingerMilliseconds = timeOf(n, v); }},
-        {"--separator", [](auto& o, auto& n, auto& v) { o.separator = separatorOf(n, v); }},
-        {"--speed",
-         [](auto& o, auto& n, auto& v) { o.faults.speed = numberOf(n, v, 1U, 4000000U); }},
-        {"--repeat", [](auto& o, auto& n, auto& v) { o.dialogue.batches = countOf(n, v); }},
-        {"--wait", [](auto& o, auto& n, auto& v) { o.dialogue.waitMilliseconds = timeOf(n, v); }},
-        {"--read-timeout",
-         [](auto& o, auto& n, auto& v) { o.dialogue.readTimeout = timeOf(n, v); }},
-        {"--ack-timeout",
-         [](auto& o, auto& n, auto& v) {
-             o.dialogue.ackTimeout = numberOf(n, v, std::int64_t{1}, kLongest);
-         }},
-        {"--resend",
-         [](auto& o, auto& n, auto& v) { o.dialogue.resends = numberOf(n, v, 0, kMost); }},
-        {"--noise", [](auto& o, auto& n, auto& v) { o.faults.noise = numberOf(n, v, 0.0, 1.0); }},
-        {"--pause", [](auto& o, auto& n, auto& v) { o.faults.pauses.push_back(pauseOf(n, v)); }},
-        {"--cut", [](auto& o, auto& n, auto& v) { o.dialogue.cutRecord = countOf(n, v); }},
-        {"--lose-ack", [](auto& o, auto& n, auto& v) { o.dialogue.lostAck = countOf(n, v); }},
-        {"--seed",
-         [](auto& o, auto& n, auto& v) {
-             o.faults.seed = numberOf(n, v, std::uint32_t{0}, std::uint32_t{0xFFFFFFFF});
-         }},
-    };
-    return table;
+    addOrdinal("--cut", options.dialogue.cutRecord,
+               "perd la moitié de la ligne N au premier envoi");
+    addOrdinal("--lose-ack", options.dialogue.lostAck, "perd le N-ième ACK reçu");
+    addNumber<std::uint32_t>(app, "--seed", options.faults.seed, 0U,
+                             std::numeric_limits<std::uint32_t>::max(), "N",
+                             "graine du hasard (1)");
 }
 
 bool needsRecords(const DialogueOptions& dialogue) {
     return !dialogue.announceConnection && !dialogue.emptyBatch;
 }
 
-void check(const TerminalOptions& options) {
+void checkLine(const TerminalOptions& options) {
     if (options.device.empty() != options.pseudoTerminal)
         throw UsageError("il faut soit --device, soit --pty");
     if (!options.pseudoTerminal && (!options.link.empty() || options.waitsForOpening))
@@ -164,46 +166,52 @@ void checkDialogue(const TerminalOptions& options) {
                                                 : "ni --connect ni --empty n'attendent de fichier");
 }
 
-void takePositional(TerminalOptions& options, const std::vector<std::string>& positional) {
-    if (positional.empty()) throw UsageError("il manque le type de terminal");
-    if (positional.size() > 2) throw UsageError("argument en trop : " + positional[2]);
+void takeKind(TerminalOptions& options, const std::string& kind) {
+    if (kind.empty()) throw UsageError("il manque le type de terminal");
     try {
-        options.dialogue.kind = terminalKindOf(positional[0]);
+        options.dialogue.kind = terminalKindOf(kind);
     } catch (const std::invalid_argument& error) {
         throw UsageError(error.what());
     }
-    if (positional.size() == 2) options.recordFile = positional[1];
 }
 
 }  // namespace
 
-TerminalOptions parseTerminalOptions(const std::vector<std::string>& arguments) {
+TerminalOptions parseTerminalOptions(std::vector<std::string> arguments) {
     TerminalOptions options;
-    std::vector<std::string> positional;
-    for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
-        if (const auto flag = flags().find(*argument); flag != flags().end()) {
-            flag->second(options);
-        } else if (const auto setting = settings().find(*argument); setting != settings().end()) {
-            if (argument + 1 == arguments.end()) throw UsageError(*argument + " : valeur absente");
-            const std::string& option = *argument;
-            setting->second(options, option, *++argument);
-        } else if (argument->size() > 1 && argument->front() == '-') {
-            throw UsageError("option inconnue : " + *argument);
-        } else {
-            positional.push_back(*argument);
-        }
-    }
-    if (options.help) return options;
-    check(options);
-    if (!options.fileFolder.empty()) {
-        if (!positional.empty()) throw UsageError("--files va sans type ni fichier");
+    std::string kind;
+    CLI::App app(
+        "kalvo-terminal : simulateur de terminaux de saisie et de lecteurs de codes-barres",
+        "kalvo-terminal");
+    speakFrench(app);
+    app.footer(kFooter);
+    app.add_option("TYPE", kind, "le terminal simulé");
+    app.add_option("FICHIER", options.recordFile, "les enregistrements");
+    app.add_option("--files", options.fileFolder,
+                   "à la place de TYPE et FICHIER : donne et reçoit les fichiers de ce dossier\n"
+                   "(serveur Kermit), jusqu'à ce que le poste y mette fin")
+        ->type_name("DOSSIER");
+    addLine(app, options);
+    addSending(app, options);
+    addFaults(app, options);
+    try {
+        // The last argument first: that is how the library wants them.
+        std::reverse(arguments.begin(), arguments.end());
+        app.parse(std::move(arguments));
+    } catch (const CLI::CallForHelp&) {
+        options.help = app.help();
         return options;
+    } catch (const CLI::ParseError& error) {
+        throw UsageError(frenchText(error, app));
     }
-    takePositional(options, positional);
-    checkDialogue(options);
+    checkLine(options);
+    if (options.fileFolder.empty()) {
+        takeKind(options, kind);
+        checkDialogue(options);
+    } else if (!kind.empty()) {
+        throw UsageError("--files va sans type ni fichier");
+    }
     return options;
 }
-
-std::string_view terminalHelp() { return kHelp; }
 
 }  // namespace kalvo

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "tools/faulty_line.h"
@@ -13,7 +12,6 @@
 namespace kalvo {
 
 struct TerminalOptions {
-    bool help = false;
     std::string device;  // or a pseudo-terminal
     bool pseudoTerminal = false;
     std::string link;
@@ -25,6 +23,8 @@ struct TerminalOptions {
     char separator = ';';
     DialogueOptions dialogue;
     LineFaults faults;
+    // Asked for with --help: the help text, UTF-8. Everything else is then as above.
+    std::string help;
 };
 
 // A call that makes no sense; the text is French, UTF-8.
@@ -34,9 +34,6 @@ public:
 };
 
 // Reads the arguments behind the program's name. UsageError.
-[[nodiscard]] TerminalOptions parseTerminalOptions(const std::vector<std::string>& arguments);
-
-// The help text, French, UTF-8.
-[[nodiscard]] std::string_view terminalHelp();
+[[nodiscard]] TerminalOptions parseTerminalOptions(std::vector<std::string> arguments);
 
 }  // namespace kalvo

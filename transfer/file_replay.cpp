@@ -17,6 +17,7 @@
 #include "settings/serial_settings.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
+#include "text/line_splitter.h"
 #include "transfer/temporary_folder.h"
 
 namespace kalvo {
@@ -56,11 +57,6 @@ std::string readFrame(const Platform& platform, std::string_view file, std::stri
     return frame;
 }
 
-std::string scriptOf(const Platform& platform, ScenarioRun& run, std::string frame) {
-    SplitFrameFields(platform, run, frame);
-    return BuildKeyScript(platform, run, frame);
-}
-
 void typeTimed(const Platform& platform, Keysend& keysend, std::string_view script,
                int timerPause) {
     // The last piece, which no {TIMER} ends, is left out.
@@ -85,6 +81,24 @@ void typeUntimed(const Platform& platform, Keysend& keysend, std::string text) {
     }
 }
 
+void replayFrame(const Platform& platform, ScenarioRun& run, std::string frame) {
+    SplitFrameFields(platform, run, frame);
+    const std::string script = BuildKeyScript(platform, run, frame);
+    platform.progress.unload();
+    platform.events.DoEvents();
+    platform.events.Sleep(kPauseBeforeTyping);
+
+    if (run.active.FileMode) {
+        WriteFileLine(platform, run, script);
+        return;
+    }
+    Keysend keysend(platform.keyboard, platform.events);
+    if (script.find(kTimerToken) != std::string::npos)
+        typeTimed(platform, keysend, script, run.TimerPause);
+    else
+        typeUntimed(platform, keysend, script);
+}
+
 }  // namespace
 
 bool ReplayFile(const Platform& platform, ScenarioRun& run, std::string_view file,
@@ -95,21 +109,18 @@ bool ReplayFile(const Platform& platform, ScenarioRun& run, std::string_view fil
     }
     platform.progress.setLabel("");
     platform.progress.show();
-    const std::string script = scriptOf(platform, run, readFrame(platform, file, separator));
-    platform.progress.unload();
-    platform.events.DoEvents();
-    platform.events.Sleep(kPauseBeforeTyping);
-
-    if (run.active.FileMode) {
-        WriteFileLine(platform, run, script);
-        return true;
-    }
-    Keysend keysend(platform.keyboard, platform.events);
-    if (script.find(kTimerToken) != std::string::npos)
-        typeTimed(platform, keysend, script, run.TimerPause);
-    else
-        typeUntimed(platform, keysend, script);
+    replayFrame(platform, run, readFrame(platform, file, separator));
     return true;
+}
+
+void ReplayText(const Platform& platform, ScenarioRun& run, std::string_view text,
+                std::string_view separator) {
+    std::string frame;
+    const auto append = [&](std::string_view line) { appendRecord(frame, line, separator); };
+    LineSplitter lines;
+    lines.feed(text, append);
+    lines.finish(append);
+    replayFrame(platform, run, std::move(frame));
 }
 
 std::string ReplayForm::getFile() const {

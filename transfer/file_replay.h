@@ -20,6 +20,10 @@ namespace kalvo {
 bool ReplayFile(const Platform& platform, ScenarioRun& run, std::string_view file,
                 std::string_view separator);
 
+// The same for a text that is no file of its own.
+void ReplayText(const Platform& platform, ScenarioRun& run, std::string_view text,
+                std::string_view separator);
+
 // The replay window frmFichiers without its controls.
 class ReplayForm {
 public:

@@ -116,8 +116,8 @@ fs::path keepCopy(const fs::path& original) {
 
 }  // namespace
 
-JetImportReport importJetDatabase(std::string_view source, std::string_view target) {
-    const JetTables tables = readSource(databaseFile(source));
+JetImportReport importJetDatabase(const fs::path& source, std::string_view target) {
+    const JetTables tables = readSource(source);
     const fs::path file = databaseFile(target);
     std::error_code error;
     if (fs::exists(file, error))

@@ -1,9 +1,11 @@
 // Bringing the scenarios of a Jet database (the files of the former data engine)
-// into a scenario database. All paths are code page 1252. To be called before the
+// into a scenario database. Paths are code page 1252 but
+// for that of a source, which may be any file. To be called before the
 // program starts threads: the file is read in a forked process.
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,7 +24,7 @@ struct JetImportReport {
 // is only read. RuntimeError 3024 when it is missing, 3343 when it is not a Jet
 // database or damaged, 3078 and 3265 for a missing table or column, 58 when the
 // target holds scenarios, and those of opening and writing the target.
-JetImportReport importJetDatabase(std::string_view source, std::string_view target);
+JetImportReport importJetDatabase(const std::filesystem::path& source, std::string_view target);
 
 struct JetUpgrade {
     JetImportReport imported;

@@ -4,15 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/port_entry.h"
 #include "platform/profile_files.h"
 
 namespace kalvo {
-
-struct PortEntry {
-    int number = 0;           // the n of COMn, 1..256
-    std::string device;       // path, code page 1252
-    std::string description;  // French text for the user, code page 1252
-};
 
 // COMn is the path under key COMn in section "Ports" of the settings file, when it
 // is there; otherwise the n-th device found: ttyS with hardware behind them, then

@@ -4,13 +4,9 @@
 #include <string>
 #include <vector>
 
-namespace kalvo {
+#include "platform/port_entry.h"
 
-struct PortEntry {
-    int number = 0;           // the n of COMn
-    std::string device;       // COMn
-    std::string description;  // the driver's name for it, code page 1252
-};
+namespace kalvo {
 
 // The device path of a port; every number has one.
 [[nodiscard]] std::string portDevice(int number);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "app/commands.h"
+
 namespace kalvo {
 namespace {
 
@@ -14,17 +16,22 @@ std::optional<CommandLine> parse(const std::vector<std::string>& arguments) {
 
 TEST(CommandLineOptions, StandBeforeOrBehindTheCommand) {
     const auto line =
-        parse({"--app-dir", "/site", "script", "--scenario", "Stock", "-", "--date", "01/02/24"});
+        parse({"--app-dir", "/site", "script", "--scenario", "Stock", "-", "--date", "29/02/24"});
     ASSERT_TRUE(line);
-    EXPECT_EQ(line->command, "script");
+    EXPECT_STREQ(line->command->name, "script");
     EXPECT_EQ(line->applicationFolder, "/site");
     EXPECT_EQ(line->scenario, "Stock");
-    EXPECT_EQ(line->date, "01/02/24");
-    EXPECT_EQ(line->arguments, std::vector<std::string>{"-"});
-    EXPECT_EQ(parse({})->command, "");
-    EXPECT_EQ(parse({"--app-dir", "/site"})->command, "");
-    EXPECT_TRUE(parse({"events", "--help"})->help);
+    EXPECT_EQ(line->date->day, 29);
+    EXPECT_EQ(line->date->year, 2024);
+    EXPECT_EQ(line->file, "-");
+    EXPECT_EQ(parse({"script", "f", "--app-dir", "/site"})->applicationFolder, "/site");
+    EXPECT_EQ(parse({})->command, nullptr);
+    EXPECT_EQ(parse({"--app-dir", "/site"})->command, nullptr);
+    EXPECT_TRUE(parse({"--autostart", "on"})->autostart.value());
     EXPECT_EQ(parse({"replay", "f.txt", "--separator", "-"})->separator, "-");
+    EXPECT_EQ(parse({"type", "--pause", "250", "--", "-x\xFF"})->file, "-x\xFF");
+    for (const auto& help : {parse({"events", "--help"}), parse({"--help"}), parse({"-h"})})
+        EXPECT_NE(help->answer->find("affiche"), std::string::npos);
 }
 
 TEST(CommandLineMistakes, AreRefused) {
@@ -34,6 +41,11 @@ TEST(CommandLineMistakes, AreRefused) {
                                                {"script", "a", "b"},
                                                {"script", "--layout", "fr", "a"},
                                                {"script", "a", "--scenario"},
+                                               {"script", "a", "--date", "31/02/24"},
+                                               {"script", "a", "--date", "1/2/24x"},
+                                               {"events", "a", "--locks", "X"},
+                                               {"type", "a", "--pause", "x"},
+                                               {"replay", "a"},
                                                {"compile"},
                                                {"compile", "--all", "Stock"},
                                                {"listen", "x"},
@@ -44,6 +56,8 @@ TEST(CommandLineMistakes, AreRefused) {
         std::string problem;
         EXPECT_FALSE(parseCommandLine(arguments, problem)) << arguments.front();
         EXPECT_FALSE(problem.empty());
+        for (const char* english : {"required", "expected", "excludes", "Could"})
+            EXPECT_EQ(problem.find(english), std::string::npos) << problem;
     }
 }
 

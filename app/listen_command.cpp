@@ -1,4 +1,4 @@
-// listen, type, replay and ports: the commands that meet the outside world.
+// listen: the run-time side without windows.
 #include <cstddef>
 #include <string>
 
@@ -6,23 +6,17 @@
 #include "app/commands.h"
 #include "app/end_signals.h"
 #include "core/frame_dispatch.h"
-#include "core/script_typing.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
-#include "scenario/scenario_loader.h"
-#include "settings/serial_settings.h"
-#include "settings/settings_store.h"
 #include "text/ansi_text.h"
-#include "text/number_text.h"
 #include "text/resume_next.h"
 #include "text/runtime_error.h"
-#include "transfer/file_replay.h"
 
 namespace kalvo {
 
 namespace {
 
-// File scenarios need no keyboard; emulation without one is said and ends.
+// File scenarios need no keyboard; without one the others are told that they cannot work.
 void connectKeyboardIfPossible(CommandContext& context) {
     try {
         context.useKeyboard(connectKeyboard());
@@ -70,39 +64,6 @@ int runListen(const CommandLine&, SystemBindings& bindings) {
                   [&] { context.events.post([&] { reception.transfer(); }); });
     context.events.run();
     closePort(platform.port);
-    return kExitSuccess;
-}
-
-int runType(const CommandLine& line, SystemBindings& bindings) {
-    CommandContext context(bindings);
-    const std::string script = readInput(*bindings.files, line.arguments.front());
-    context.useKeyboard(connectKeyboard());
-    typeScript(context.platform(), script, integerPart(line.pause.value_or("0")));
-    return kExitSuccess;
-}
-
-int runReplay(const CommandLine& line, SystemBindings& bindings) {
-    CommandContext context(bindings);
-    const std::string separator = line.separator.value_or("");
-    if (!ReplayForm(context.platform(), context.state.scenario)
-             .complete(line.arguments.front(), separator))
-        return kExitUsage;
-    ScenarioRun& run = context.state.scenario;
-    LoadActiveScenario(context.platform(), run);
-    if (run.active.ScenarioName.empty()) return kExitFailure;
-    run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
-    run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
-    if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
-    const bool replayed = ReplayFile(context.platform(), run, line.arguments.front(), separator);
-    return replayed ? kExitSuccess : kExitFailure;
-}
-
-int runPorts(const CommandLine&, SystemBindings& bindings) {
-    const CommandContext context(bindings);
-    for (const PortListing& port :
-         listSerialPorts(*bindings.profiles, context.state.scenario.applicationFolder))
-        writeOutput(toUtf8("COM" + std::to_string(port.number) + "\t" + port.device + "\t" +
-                           port.description + "\n"));
     return kExitSuccess;
 }
 
