@@ -19,17 +19,8 @@ public:
     std::uint16_t MapVirtualKeyExA(std::uint16_t) override { return 0; }
     KeyboardLayout& foregroundLayout() override { return *this; }
     void SendInput(std::span<const KeyRecord>) override {}
-    void finishInput() override {}
     void keybd_event(std::uint8_t, std::uint8_t, std::uint32_t) override {}
     std::int16_t GetKeyState(int) override { return 0; }
-    std::uint16_t MapVirtualKeyA(std::uint16_t) override { return 0; }
-    std::uint8_t platformIdentifier() override { return 2; }
-    unsigned char CharToOemA(char character) override {
-        return static_cast<unsigned char>(character);
-    }
-    void SendKeys(std::string_view, bool) override {}
-    void GetKeyboardState(std::span<std::uint8_t, 256>) override {}
-    void SetKeyboardState(std::span<const std::uint8_t, 256>) override {}
 };
 
 // A session without windows of others.

@@ -4,14 +4,10 @@
 #include <cstdio>
 #include <utility>
 
-#include "text/oem_text.h"
-#include "text/runtime_error.h"
-
 namespace kalvo {
 
 namespace {
 
-constexpr std::uint8_t kPlatformNt = 2;
 constexpr std::size_t kPieceSize = 65536;
 
 bool isLock(std::uint16_t virtualKey) {
@@ -57,23 +53,6 @@ void EventListing::keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode,
 
 std::int16_t EventListing::GetKeyState(int virtualKey) {
     return toggled_.at(static_cast<std::size_t>(virtualKey));
-}
-
-std::uint8_t EventListing::platformIdentifier() { return kPlatformNt; }
-
-unsigned char EventListing::CharToOemA(char character) { return ansiToOem(character); }
-
-void EventListing::SendKeys(std::string_view, bool) {
-    throw RuntimeError(error_number::kInvalidCall,
-                       std::string("Argument ou appel de procédure incorrect"_ansi));
-}
-
-void EventListing::GetKeyboardState(std::span<std::uint8_t, 256> state) {
-    std::copy(toggled_.begin(), toggled_.end(), state.begin());
-}
-
-void EventListing::SetKeyboardState(std::span<const std::uint8_t, 256> state) {
-    std::copy(state.begin(), state.end(), toggled_.begin());
 }
 
 }  // namespace kalvo

@@ -27,17 +27,8 @@ public:
 
     KeyboardLayout& foregroundLayout() override { return layout_; }
     void SendInput(std::span<const KeyRecord> records) override;
-    void finishInput() override {}
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     std::int16_t GetKeyState(int virtualKey) override;
-    std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) override {
-        return layout_.MapVirtualKeyExA(virtualKey);
-    }
-    std::uint8_t platformIdentifier() override;
-    unsigned char CharToOemA(char character) override;
-    void SendKeys(std::string_view script, bool wait) override;
-    void GetKeyboardState(std::span<std::uint8_t, 256> state) override;
-    void SetKeyboardState(std::span<const std::uint8_t, 256> state) override;
 
 private:
     KeyboardLayout& layout_;

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <span>
 
+#include "keys/family_9x.h"
 #include "text/number_text.h"
-#include "text/resume_next.h"
 
 namespace kalvo {
 
@@ -45,7 +45,7 @@ void Keysend::SendKeyScript(std::string_view script, std::int16_t wait) {
     const OsFamily family = GetOsFamily();
     chooseFlags(family);
     if (family == OsFamily::k9x) {
-        resumeNext([&] { keyboard_.SendKeys(script, wait != 0); });
+        sendByPlatform(keyboard_, script, wait);
         return;
     }
     const LockStates initial = switchLocksOff();
@@ -122,10 +122,7 @@ void Keysend::FlipNumLock() {
         typeKey(kNumLockKey);
         return;
     }
-    std::array<std::uint8_t, 256> state{};
-    keyboard_.GetKeyboardState(state);
-    state[kVkNumLock] = state[kVkNumLock] == 0 ? 1 : 0;
-    keyboard_.SetKeyboardState(state);
+    flipNumLockState(keyboard_);
 }
 
 OsFamily Keysend::GetOsFamily() {

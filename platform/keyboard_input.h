@@ -3,7 +3,12 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
+
+#include "text/ansi_text.h"
+#include "text/oem_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 
@@ -24,6 +29,7 @@ inline constexpr std::uint16_t kVkScroll = 0x91;
 inline constexpr std::uint16_t kNeedsShift = 0x100;
 inline constexpr std::uint16_t kNeedsControl = 0x200;
 inline constexpr std::uint16_t kNeedsAlt = 0x400;
+inline constexpr std::uint16_t kNeedsAltGr = kNeedsControl | kNeedsAlt;
 
 // The variable part of a keyboard INPUT record; type, time and extra information
 // are always 1, 0 and 0. With kKeyEventScanCode set the scan code counts and the
@@ -69,7 +75,7 @@ public:
 
     // Everything injected so far is on its way when this returns. Called at the end of
     // whatever is typed.
-    virtual void finishInput() = 0;
+    virtual void finishInput() {}
 
     // Injects one event of a virtual key.
     virtual void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode,
@@ -79,21 +85,28 @@ public:
     [[nodiscard]] virtual std::int16_t GetKeyState(int virtualKey) = 0;
 
     // The scan code of a virtual key in the program's own layout, mapping type 0.
-    [[nodiscard]] virtual std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) = 0;
+    [[nodiscard]] virtual std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) {
+        return foregroundLayout().MapVirtualKeyExA(virtualKey);
+    }
 
     // The low byte of GetVersionExA's platform identifier: 1 on the 9x family.
-    [[nodiscard]] virtual std::uint8_t platformIdentifier() = 0;
+    [[nodiscard]] virtual std::uint8_t platformIdentifier() { return 2; }
 
-    // The OEM code of an ANSI character (CharToOemA).
-    [[nodiscard]] virtual unsigned char CharToOemA(char character) = 0;
+    // The OEM code of an ANSI character (CharToOemA); that of our own code page where the
+    // system has none.
+    [[nodiscard]] virtual unsigned char CharToOemA(char character) { return ansiToOem(character); }
 
-    // The 9x family only: the platform's own key-script sender. Throws
-    // RuntimeError 5 where the system has none.
-    virtual void SendKeys(std::string_view script, bool wait) = 0;
-
-    // The 9x family only: the thread's 256 key-state bytes.
-    virtual void GetKeyboardState(std::span<std::uint8_t, 256> state) = 0;
-    virtual void SetKeyboardState(std::span<const std::uint8_t, 256> state) = 0;
+    // The rest is asked for on the 9x family only.
+    //
+    // The platform's own key-script sender. Throws RuntimeError 5 where the system has
+    // none.
+    virtual void SendKeys(std::string_view /*script*/, bool /*wait*/) {
+        throw RuntimeError(error_number::kInvalidCall,
+                           std::string("Argument ou appel de procédure incorrect"_ansi));
+    }
+    // The thread's 256 key-state bytes.
+    virtual void GetKeyboardState(std::span<std::uint8_t, 256> /*state*/) {}
+    virtual void SetKeyboardState(std::span<const std::uint8_t, 256> /*state*/) {}
 };
 
 }  // namespace kalvo

@@ -1,10 +1,6 @@
 #include "platform/windows/windows_keyboard.h"
 
-#include <string>
 #include <vector>
-
-#include "text/ansi_text.h"
-#include "text/runtime_error.h"
 
 namespace kalvo {
 
@@ -69,11 +65,6 @@ unsigned char WindowsKeyboard::CharToOemA(char character) {
     char oem = 0;
     CharToOemBuffA(&character, &oem, 1);
     return static_cast<unsigned char>(oem);
-}
-
-void WindowsKeyboard::SendKeys(std::string_view, bool) {
-    throw RuntimeError(error_number::kInvalidCall,
-                       std::string("Argument ou appel de procédure incorrect"_ansi));
 }
 
 void WindowsKeyboard::GetKeyboardState(std::span<std::uint8_t, 256> state) {

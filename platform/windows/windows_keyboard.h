@@ -27,14 +27,11 @@ class WindowsKeyboard : public KeyboardInput {
 public:
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
     void SendInput(std::span<const KeyRecord> records) override;
-    void finishInput() override {}  // SendInput keeps nothing back
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override;
     [[nodiscard]] std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) override;
     [[nodiscard]] std::uint8_t platformIdentifier() override;
     [[nodiscard]] unsigned char CharToOemA(char character) override;
-    // Throws RuntimeError 5: no system this program runs on has such a sender.
-    void SendKeys(std::string_view script, bool wait) override;
     void GetKeyboardState(std::span<std::uint8_t, 256> state) override;
     void SetKeyboardState(std::span<const std::uint8_t, 256> state) override;
 

@@ -16,7 +16,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr std::uint16_t kAltGr = kNeedsControl | kNeedsAlt;
 constexpr std::uint16_t kBeside = kNeedsShift + 1;  // ranks between Shift and AltGr
 constexpr std::uint8_t kKeyBesideShift = 0x56;
 constexpr std::uint8_t kSpaceBar = 0x39;
@@ -73,7 +72,7 @@ std::optional<std::uint16_t> shiftStateOf(xkb_keymap* keymap, xkb_keycode_t key,
     for (std::size_t i = 0; i < count; ++i) {
         if ((masks[i] & ~(shift | altGr)) != 0) continue;
         const auto state = static_cast<std::uint16_t>(((masks[i] & shift) != 0 ? kNeedsShift : 0) |
-                                                      ((masks[i] & altGr) != 0 ? kAltGr : 0));
+                                                      ((masks[i] & altGr) != 0 ? kNeedsAltGr : 0));
         if (!best || state < *best) best = state;
     }
     return best;
@@ -118,7 +117,7 @@ std::vector<LayoutCharacter> layoutCharacters(xkb_keymap* keymap, xkb_layout_ind
     appendKey(keymap, group, kKeyBesideShift, altGr, characters);
     std::stable_sort(characters.begin(), characters.end(), [](const auto& a, const auto& b) {
         const auto rank = [](const LayoutCharacter& c) {
-            const bool beside = c.scanCode == kKeyBesideShift && c.shiftState < kAltGr;
+            const bool beside = c.scanCode == kKeyBesideShift && c.shiftState < kNeedsAltGr;
             return std::tuple(beside ? kBeside : c.shiftState, c.scanCode);
         };
         return rank(a) < rank(b);

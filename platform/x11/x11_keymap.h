@@ -41,7 +41,6 @@ public:
     void expectOwnChange(xkb_keycode_t key) { ownKeys_[key] = true; }
 
     [[nodiscard]] xkb_keymap* get() const { return keymap_.get(); }
-    [[nodiscard]] xkb_layout_index_t group() const { return group_; }
     // The layout of the group in force, dead keys skipped.
     [[nodiscard]] XkbLayout& layout() { return *layouts_[group_ % layouts_.size()]; }
     [[nodiscard]] const ModifierKeys& modifiers() const { return modifiers_; }

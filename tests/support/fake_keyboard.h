@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "platform/keyboard_input.h"
-#include "text/oem_text.h"
 #include "text/runtime_error.h"
 
 namespace kalvo::testing {
@@ -59,7 +58,6 @@ public:
         batches.emplace_back(records.begin(), records.end());
         for (const KeyRecord& record : records) flipLock(record.virtualKey, record.flags);
     }
-    void finishInput() override {}
     void keybd_event(std::uint8_t virtualKey, std::uint8_t, std::uint32_t flags) override {
         static constexpr const char* kHex = "0123456789abcdef";
         keybdEvents.push_back({kHex[virtualKey >> 4U], kHex[virtualKey & 15U], ' ',
@@ -69,11 +67,7 @@ public:
     std::int16_t GetKeyState(int virtualKey) override {
         return state_.at(static_cast<std::size_t>(virtualKey));
     }
-    std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) override {
-        return MapVirtualKeyExA(virtualKey);
-    }
     std::uint8_t platformIdentifier() override { return platform; }
-    unsigned char CharToOemA(char character) override { return ansiToOem(character); }
     void SendKeys(std::string_view script, bool wait) override {
         if (platformSenderFails) throw RuntimeError(error_number::kInvalidCall, "");
         sentToPlatform.push_back(std::string(script) + (wait ? "|wait" : "|"));

@@ -1,0 +1,41 @@
+#include "platform/x11/composed_characters.h"
+
+#include <array>
+#include <cstddef>
+#include <utility>
+
+namespace kalvo {
+
+void ComposedCharacters::type(char character) {
+    layout_.follow();
+    const auto stroke = layout_.strokeOf(character);
+    if (!stroke) return;
+    const bool capsLock = locks_.capsLockOn();
+    const xkb_keycode_t capsLockKey = keymap_.modifiers().capsLock.keycode;
+    if (capsLock) injector_.tap(capsLockKey);
+    tap(*stroke);
+    if (capsLock) injector_.tap(capsLockKey);
+}
+
+// With exactly the modifiers it needs; those a script holds are lifted meanwhile.
+void ComposedCharacters::tap(KeyStroke stroke) {
+    const ModifierKeys& keys = keymap_.modifiers();
+    const std::array<std::pair<xkb_keycode_t, bool>, 4> wanted = {
+        {{keys.shift.keycode, (stroke.shiftState & kNeedsShift) != 0},
+         {keys.level3.keycode, (stroke.shiftState & kNeedsAltGr) == kNeedsAltGr},
+         {keys.control.keycode, false},
+         {keys.alt.keycode, false}}};
+    std::array<bool, 4> before{};
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        const auto [key, down] = wanted[i];
+        if (key > 255) continue;
+        before[i] = injector_.isDown(key);
+        if (before[i] != down) records_.inject(key, !down, true);
+    }
+    injector_.tap(stroke.keycode);
+    for (std::size_t i = 0; i < wanted.size(); ++i)
+        if (wanted[i].first <= 255 && before[i] != wanted[i].second)
+            records_.inject(wanted[i].first, !before[i], true);
+}
+
+}  // namespace kalvo
