@@ -1,7 +1,6 @@
 #include "app/console_event_pump.h"
 
 #include <chrono>
-#include <ctime>
 #include <thread>
 #include <utility>
 
@@ -9,19 +8,7 @@ namespace kalvo {
 
 namespace {
 
-// A loop that polls through DoEvents rests after this many empty calls.
-constexpr int kIdleCallsBeforeRest = 100;
 constexpr int kWholeSecond = 1000;  // milliseconds
-
-std::tm localTimeOf(std::time_t time) {
-    std::tm local{};
-#ifdef _WIN32
-    localtime_s(&local, &time);
-#else
-    localtime_r(&time, &local);
-#endif
-    return local;
-}
 
 }  // namespace
 
@@ -86,19 +73,9 @@ void ConsoleEventPump::Sleep(int milliseconds) {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
-std::uint32_t ConsoleEventPump::GetTickCount() {
-    using std::chrono::steady_clock;
-    const auto sinceStart = steady_clock::now().time_since_epoch();
-    return static_cast<std::uint32_t>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count());
-}
+std::uint32_t ConsoleEventPump::GetTickCount() { return steadyTicks(); }
 
-LocalTime ConsoleEventPump::now() {
-    if (fixedDate_) return *fixedDate_;
-    const std::tm local = localTimeOf(std::time(nullptr));
-    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
-            local.tm_hour,        local.tm_min,     local.tm_sec};
-}
+LocalTime ConsoleEventPump::now() { return fixedDate_ ? *fixedDate_ : localNow(); }
 
 void ConsoleEventPump::post(std::function<void()> handler) {
     {

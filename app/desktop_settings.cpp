@@ -20,12 +20,12 @@ namespace kalvo {
 
 namespace {
 
-QString describe(const PortEntry& port) {
-    QString device = toQString(port.device);
+std::string describe(const PortEntry& port) {
     // Only a path can name what is not plugged in.
-    if (device.startsWith('/') && !QFileInfo::exists(device)) return device + " (absent)";
-    if (port.description.empty()) return device;
-    return device + " (" + toQString(port.description) + ")";
+    if (port.device.starts_with('/') && !QFileInfo::exists(toQString(port.device)))
+        return port.device + " (absent)";
+    if (port.description.empty()) return port.device;
+    return port.device + " (" + port.description + ")";
 }
 
 }  // namespace
@@ -39,12 +39,11 @@ DesktopSettings::DesktopSettings(const Platform& platform, RunTimeState& state,
       events_(events),
       bindings_(bindings),
       eraseWindow_([this](bool erase) {
-          events_.deliver([&] { answerEraseQuestion(platform_, editor_, erase); });
+          events_.deliver([&] { answerEraseQuestion(platform_, eraseQuestion_, erase); });
       }) {}
 
 void DesktopSettings::ask() {
-    if (editor_.accessLevel == 0 && LoginWindow(platform_, editor_).exec() != QDialog::Accepted)
-        return;
+    if (lock_.accessLevel == 0 && LoginWindow(platform_, lock_).exec() != QDialog::Accepted) return;
     show();
 }
 
@@ -54,7 +53,7 @@ void DesktopSettings::show() {
             platform_.databases.OpenDatabase(scenarioDatabase(bindings_.applicationFolder));
     if (!window_)
         window_ = new SettingsWindow(
-            platform_, state_, editor_,
+            platform_, state_, lock_,
             {.deliver = [this](const auto& handler) { events_.deliver(handler); },
              .portDevices = [this] { return portDevices(); },
              .showPortableTransfer = [this](QWidget* owner) { showPortableTransfer(owner); }});
@@ -100,15 +99,15 @@ void DesktopSettings::offerOtherPort() {
 }
 
 void DesktopSettings::askForErase() {
-    editor_.erasePending = 1;
+    eraseQuestion_.pending = 1;
     events_.post([this] {
-        if (editor_.erasePending != 0) eraseWindow_.show();
+        if (eraseQuestion_.pending != 0) eraseWindow_.show();
     });
 }
 
 // The device behind each port number, empty where there is none.
-std::vector<QString> DesktopSettings::portDevices() {
-    std::vector<QString> devices;
+std::vector<std::string> DesktopSettings::portDevices() {
+    std::vector<std::string> devices;
     for (const PortEntry& port : listSerialPorts(platform_.profiles, bindings_.applicationFolder)) {
         if (port.number < 1) continue;
         const auto index = static_cast<std::size_t>(port.number - 1);

@@ -2,13 +2,13 @@
 #pragma once
 
 #include <QPointer>
-#include <QString>
+#include <string>
 #include <vector>
 
 #include "app/system_bindings.h"
 #include "core/run_time_state.h"
 #include "core/serial_reception.h"
-#include "editor/editor_state.h"
+#include "editor/access_lock.h"
 #include "editor/erase_window.h"
 #include "editor/settings_window.h"
 #include "platform/platform.h"
@@ -45,14 +45,15 @@ public:
 
 private:
     void showPortableTransfer(QWidget* owner);
-    [[nodiscard]] std::vector<QString> portDevices();
+    [[nodiscard]] std::vector<std::string> portDevices();
 
     Platform platform_;
     RunTimeState& state_;
     SerialReception& reception_;
     QtEventPump& events_;
     SystemBindings& bindings_;
-    EditorState editor_;
+    AccessLock lock_;
+    EraseQuestion eraseQuestion_;
     EraseWindow eraseWindow_;
     QPointer<SettingsWindow> window_;
 };

@@ -64,7 +64,6 @@ void BatchReception::collectPt630() {
     if (state_.ReceivedData.back() == kConnected) {
         platform_.dialogs.message("Terminal connecté"_ansi, kApplicationTitle,
                                   MessageIcon::kInformation);
-        PendingText.clear();
         platform_.progress.unload();
         // The file stays: it is what one looks at when a terminal will not connect.
         return;
@@ -85,7 +84,6 @@ std::string BatchReception::storePt630() {
     platform_.progress.setLabel("Préparation de la mémoire"_ansi);
     platform_.progress.show();
     for (;;) {
-        file->write(PendingText);
         file->write(port.Input());
         if (port.InBufferCount() == 0) platform_.events.Sleep(kPt630Silence);
         if (port.InBufferCount() == 0) break;

@@ -42,9 +42,6 @@ private:
     Platform platform_;
     RunTimeState& state_;
     std::function<void()> dispatch_;
-    // Goes in front of every chunk of a PT630 batch; a PT630 that announces itself
-    // empties it.
-    std::string PendingText;
     std::string temporaryFile_;
 };
 

@@ -13,9 +13,6 @@ namespace kalvo {
 
 namespace {
 
-// Time for the target application to come to rest before it is typed into.
-constexpr int kPauseBeforeTyping = 100;  // milliseconds
-
 void resetPort(SerialPort& port) {
     if (!port.PortOpen()) return;
     port.setPortOpen(false);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "core/during.h"
 #include "platform/event_pump.h"
 #include "platform/serial_port.h"
 #include "text/number_text.h"
@@ -21,21 +22,10 @@ std::string_view column(std::string_view line, std::size_t position, std::size_t
                                   : trimBlanks(line.substr(position - 1, length));
 }
 
-class RunningMark {
-public:
-    explicit RunningMark(bool& running) : running_(running) { running_ = true; }
-    RunningMark(const RunningMark&) = delete;
-    RunningMark& operator=(const RunningMark&) = delete;
-    ~RunningMark() { running_ = false; }
-
-private:
-    bool& running_;
-};
-
 }  // namespace
 
 bool PullDialogue::run(PullScanner scanner) {
-    const RunningMark mark(running_);
+    const During running([this](bool on) { running_ = on; });
     cancelled_ = false;
     state_.ReceivedData.clear();
     platform_.port.Output(kRead);

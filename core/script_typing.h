@@ -8,9 +8,18 @@
 
 namespace kalvo {
 
+// Time for the target application to come to rest before it is typed into, milliseconds.
+inline constexpr int kPauseBeforeTyping = 100;
+
+// Where a script comes from. Of a replayed file with {TIMER} tokens the text behind the
+// last one stays untyped, and one without {TIMER} is typed only if it holds a lock-key
+// token: sites have built their scenarios on that.
+enum class ScriptSource { kReceived, kReplayed };
+
 // Types a script into the focused application. {TIMER} splits it into pieces that
 // are typed one after another with a pause of `timerPause` milliseconds after each;
 // {NUMLOCK} presses NumLock, {CAPSLOCK} switches CapsLock off.
-void typeScript(const Platform& platform, std::string_view script, int timerPause);
+void typeScript(const Platform& platform, std::string_view script, int timerPause,
+                ScriptSource source = ScriptSource::kReceived);
 
 }  // namespace kalvo

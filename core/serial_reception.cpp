@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "core/during.h"
 #include "platform/dialogs.h"
 #include "platform/serial_port.h"
 #include "settings/serial_settings.h"
@@ -9,36 +10,6 @@
 #include "text/number_text.h"
 
 namespace kalvo {
-
-namespace {
-
-// A flag that is set while something goes on, also when it ends with an error.
-class WhileTrue {
-public:
-    explicit WhileTrue(bool& flag) : flag_(flag) { flag_ = true; }
-    WhileTrue(const WhileTrue&) = delete;
-    WhileTrue& operator=(const WhileTrue&) = delete;
-    ~WhileTrue() { flag_ = false; }
-
-private:
-    bool& flag_;
-};
-
-// Tells that something goes on, and that it no longer does, also after an error.
-class Announcement {
-public:
-    explicit Announcement(const std::function<void(bool)>& change) : change_(change) {
-        change_(true);
-    }
-    Announcement(const Announcement&) = delete;
-    Announcement& operator=(const Announcement&) = delete;
-    ~Announcement() { change_(false); }
-
-private:
-    const std::function<void(bool)>& change_;
-};
-
-}  // namespace
 
 bool pushesBatches(std::string_view terminalType) {
     return equalIgnoringCase(terminalType, "HT630") || equalIgnoringCase(terminalType, "PT630");
@@ -75,7 +46,7 @@ void SerialReception::openPort() {
 void SerialReception::OnComm() {
     if (ReceivingBatch) return;
     if (equalIgnoringCase(state_.TerminalType, "HT630")) {
-        const WhileTrue receiving(ReceivingBatch);
+        const During receiving([this](bool on) { ReceivingBatch = on; });
         batches_.collectHt630();
     } else if (equalIgnoringCase(state_.TerminalType, "PT630")) {
         batches_.collectPt630();
@@ -87,7 +58,7 @@ void SerialReception::transfer() {
     const bool optimus = equalIgnoringCase(state_.TerminalType, "Optimus");
     if (pull_.running() || (!scanPal && !optimus)) return;
     {
-        const Announcement announcement(transferChanged_);
+        const During transferring(transferChanged_);
         pull_.run(scanPal ? PullScanner::kScanPal : PullScanner::kOptimus);
     }
     if (!state_.ReceivedData.empty() || state_.TransferEnded) dispatch_();

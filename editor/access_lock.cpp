@@ -11,19 +11,19 @@ constexpr std::string_view kPassword = "plmoknijb842";
 
 }  // namespace
 
-bool tryPassword(const Platform& platform, EditorState& state, std::string_view password) {
+bool tryPassword(const Platform& platform, AccessLock& lock, std::string_view password) {
     if (password != kPassword) {
         platform.dialogs.message("Mot de passe non valide !", kLoginTitle,
                                  MessageIcon::kExclamation);
         return false;
     }
-    state.accessLevel = 1;
+    lock.accessLevel = 1;
     return true;
 }
 
-void answerEraseQuestion(const Platform& platform, EditorState& state, bool erase) {
+void answerEraseQuestion(const Platform& platform, EraseQuestion& question, bool erase) {
     if (erase) platform.port.Output(kEraseCommand);
-    state.erasePending = 0;
+    question.pending = 0;
 }
 
 }  // namespace kalvo

@@ -50,7 +50,7 @@ void ActionEditor::ChargeTouches() {
                             withSignPosition(static_cast<std::int64_t>(key)));
     };
     LstTouches = {"&EMP", "&CODE", "&QTY"};
-    if (editor_.scenarioType == kFileType) {
+    if (current_.scenarioType == kFileType) {
         LstTouches.insert(LstTouches.end(), {"&DATE", "&PASSLIGNE", "&INCREMENT", "&TAB"});
         for (std::size_t key = 0; key < kFileEntries; ++key)
             LstTouches.push_back(value(touFicIni(folder), kFileSection, key));
@@ -77,7 +77,7 @@ void ActionEditor::keepTrue(Change change) {
 }
 
 void ActionEditor::reload() {
-    const auto scenario = readScenario(*state_.database, editor_.scenarioNumber);
+    const auto scenario = readScenario(*state_.database, current_.scenarioNumber);
     if (scenario)
         loadSteps(scenario->Boucle, scenario->Depart);
     else
@@ -85,12 +85,12 @@ void ActionEditor::reload() {
 }
 
 void ActionEditor::cancelInsert() {
-    if (editor_.insertMode) reload();
+    if (insertMode) reload();
 }
 
 void ActionEditor::select(int row) {
     const int gap = LstChamps.selected;
-    if (editor_.insertMode && row != gap) {
+    if (insertMode && row != gap) {
         cancelInsert();
         if (row > gap) --row;
     }
@@ -100,7 +100,7 @@ void ActionEditor::select(int row) {
 // Whether the selected row stands for a step: markers and empty rows do not, the
 // gap of an insert does.
 bool ActionEditor::stepSelected() const {
-    return LstChamps.selected >= 0 && (editor_.insertMode || isStep(LstChamps.selected));
+    return LstChamps.selected >= 0 && (insertMode || isStep(LstChamps.selected));
 }
 
 bool ActionEditor::isStep(int row) const {
@@ -115,12 +115,12 @@ int ActionEditor::steps() const {
 }
 
 void ActionEditor::loadSteps(std::int16_t boucle, std::int16_t depart) {
-    editor_.insertMode = false;
+    insertMode = false;
     LstChamps.clear();
-    for (const std::string& value : readActionTexts(*state_.database, editor_.scenarioNumber))
+    for (const std::string& value : readActionTexts(*state_.database, current_.scenarioNumber))
         LstChamps.rows.push_back(stepRow(value));
     if (LstChamps.rows.empty()) return;
-    if (lastStep() != LstChamps.count()) renumberActions(*state_.database, editor_.scenarioNumber);
+    if (lastStep() != LstChamps.count()) renumberActions(*state_.database, current_.scenarioNumber);
     LstChamps.rows.emplace_back();
     LstChamps.rows.push_back(std::string(kLoopLabel) + std::to_string(boucle));
     LstChamps.rows.push_back(std::string(kStartLabel) + std::to_string(depart));
@@ -145,15 +145,15 @@ void ActionEditor::pickValue(const std::string& value) {
     const int row = LstChamps.selected;
     if (!stepSelected()) {
         append(value);
-    } else if (editor_.insertMode) {
-        const std::int16_t place = editor_.partialFrame ? askPlace() : std::int16_t{0};
+    } else if (insertMode) {
+        const std::int16_t place = current_.partialFrame ? askPlace() : std::int16_t{0};
         replaceRow(row, value);
-        insertAction(*state_.database, editor_.scenarioNumber, row + 1, {value, place});
-        editor_.insertMode = false;
+        insertAction(*state_.database, current_.scenarioNumber, row + 1, {value, place});
+        insertMode = false;
     } else {
         replaceRow(row, value);
-        if (editor_.partialFrame) static_cast<void>(askPlace());
-        updateAction(*state_.database, editor_.scenarioNumber, row + 1, value);
+        if (current_.partialFrame) static_cast<void>(askPlace());
+        updateAction(*state_.database, current_.scenarioNumber, row + 1, value);
     }
 }
 
@@ -161,12 +161,12 @@ void ActionEditor::append(const std::string& value) {
     LstChamps.insert(steps(), stepRow(value));
     const bool comesFromFrame = startsLikeField(value) && value != "&PASSLIGNE" && value != "&TAB";
     const std::int16_t place =
-        editor_.partialFrame && comesFromFrame ? askPlace() : std::int16_t{0};
-    insertAction(*state_.database, editor_.scenarioNumber, lastStep() + 1, {value, place});
+        current_.partialFrame && comesFromFrame ? askPlace() : std::int16_t{0};
+    insertAction(*state_.database, current_.scenarioNumber, lastStep() + 1, {value, place});
 }
 
 int ActionEditor::lastStep() {
-    return lastActionPosition(*state_.database, editor_.scenarioNumber);
+    return lastActionPosition(*state_.database, current_.scenarioNumber);
 }
 
 void ActionEditor::replaceRow(int row, const std::string& value) {
@@ -181,7 +181,7 @@ void ActionEditor::editStep(int row) {
     if (answer.empty()) return;
     keepTrue([&] {
         LstChamps.rows[static_cast<std::size_t>(row)] = stepRow(answer);
-        updateAction(*state_.database, editor_.scenarioNumber, row + 1, answer);
+        updateAction(*state_.database, current_.scenarioNumber, row + 1, answer);
     });
 }
 
@@ -191,11 +191,11 @@ void ActionEditor::mnuinsert() {
                                   kApplicationTitle, MessageIcon::kExclamation);
         return;
     }
-    if (editor_.insertMode) return;
+    if (insertMode) return;
     const int row = LstChamps.selected;
-    openActionGap(*state_.database, editor_.scenarioNumber, row);
+    openActionGap(*state_.database, current_.scenarioNumber, row);
     LstChamps.insert(row, "");
-    editor_.insertMode = true;
+    insertMode = true;
 }
 
 void ActionEditor::mnusupp() {
@@ -210,8 +210,8 @@ void ActionEditor::mnusupp() {
 void ActionEditor::removeSelected() {
     const int row = LstChamps.selected;
     LstChamps.remove(row);
-    editor_.insertMode = false;
-    deleteAction(*state_.database, editor_.scenarioNumber, row + 1);
+    insertMode = false;
+    deleteAction(*state_.database, current_.scenarioNumber, row + 1);
 }
 
 void ActionEditor::mnuboucle() { mark({"Bouc", kLoopLabel, updateBoucle}); }
@@ -221,7 +221,7 @@ void ActionEditor::mnudepart() { mark({"Dépa"_ansi, kStartLabel, updateDepart})
 void ActionEditor::mark(const Marker& marker) {
     int found = 0;
     while (found < LstChamps.count() && !LstChamps.at(found).starts_with(marker.beginning)) ++found;
-    marker.store(*state_.database, editor_.scenarioNumber,
+    marker.store(*state_.database, current_.scenarioNumber,
                  static_cast<std::int16_t>(LstChamps.selected + 1));
     const auto row = [&] {
         return std::string(marker.label) + std::to_string(LstChamps.selected + 1);

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "core/run_time_state.h"
-#include "editor/editor_state.h"
+#include "editor/current_scenario.h"
 #include "editor/row_list.h"
 #include "platform/platform.h"
 
@@ -21,9 +21,11 @@ public:
     // "Boucle : n" and "Départ : n".
     RowList LstChamps;
     std::vector<std::string> LstTouches;
+    // The next picked key takes the place of the selected row.
+    bool insertMode = false;
 
-    ActionEditor(const Platform& platform, RunTimeState& state, EditorState& editor)
-        : platform_(platform), state_(state), editor_(editor) {}
+    ActionEditor(const Platform& platform, RunTimeState& state, CurrentScenario& current)
+        : platform_(platform), state_(state), current_(current) {}
 
     // Fills the picker with what the scenario's type can press.
     void ChargeTouches();
@@ -73,7 +75,7 @@ private:
 
     Platform platform_;
     RunTimeState& state_;
-    EditorState& editor_;
+    CurrentScenario& current_;
 };
 
 }  // namespace kalvo

@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "editor/settings_controls_window.h"
+#include "editor/row_list_view.h"
 #include "platform/qt/qt_text.h"
 
 namespace kalvo {
@@ -84,14 +84,14 @@ void ActionsWindow::closeEvent(QCloseEvent* event) {
 }
 
 void ActionsWindow::refresh() {
-    setWindowTitle("Actions : " + toQString(context_.editor.scenarioName));
+    setWindowTitle("Actions : " + toQString(context_.current.scenarioName));
     const RowList& steps = context_.actions.LstChamps;
     showRows(LstChamps, steps);
     const QSignalBlocker quiet(LstChamps);
     for (int row = 0; row < steps.count(); ++row) {
         QListWidgetItem* const item = LstChamps->item(row);
         const bool step = steps.at(row).starts_with(kStepSign) ||
-                          (context_.editor.insertMode && row == steps.selected);
+                          (context_.actions.insertMode && row == steps.selected);
         item->setFlags(step ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::ItemIsEnabled);
     }
 }

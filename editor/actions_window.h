@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "editor/settings_context_window.h"
+#include "editor/settings_context.h"
 
 class QListWidget;
 class QMenu;

@@ -9,7 +9,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
-#include "editor/settings_controls_window.h"
+#include "editor/row_list_view.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "editor/key_tables.h"
-#include "editor/settings_context_window.h"
+#include "editor/settings_context.h"
 
 class QLineEdit;
 

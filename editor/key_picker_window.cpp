@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "editor/settings_controls_window.h"
+#include "editor/row_list_view.h"
 
 namespace kalvo {
 

@@ -12,8 +12,8 @@
 
 namespace kalvo {
 
-LoginWindow::LoginWindow(const Platform& platform, EditorState& editor)
-    : platform_(platform), editor_(editor) {
+LoginWindow::LoginWindow(const Platform& platform, AccessLock& lock)
+    : platform_(platform), lock_(lock) {
     setObjectName("frmLogin");
     setWindowTitle(toQString(kLoginTitle));
     setWindowFlag(Qt::WindowStaysOnTopHint);
@@ -44,7 +44,7 @@ LoginWindow::LoginWindow(const Platform& platform, EditorState& editor)
 }
 
 void LoginWindow::check() {
-    if (tryPassword(platform_, editor_, fromQString(txtPassword->text()))) {
+    if (tryPassword(platform_, lock_, fromQString(txtPassword->text()))) {
         accept();
         return;
     }

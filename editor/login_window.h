@@ -3,7 +3,7 @@
 
 #include <QDialog>
 
-#include "editor/editor_state.h"
+#include "editor/access_lock.h"
 #include "platform/platform.h"
 
 class QLineEdit;
@@ -13,13 +13,13 @@ namespace kalvo {
 // exec() ends with Accepted once the password was right; the access level is then set.
 class LoginWindow : public QDialog {
 public:
-    LoginWindow(const Platform& platform, EditorState& editor);
+    LoginWindow(const Platform& platform, AccessLock& lock);
 
 private:
     void check();
 
     Platform platform_;
-    EditorState& editor_;
+    AccessLock& lock_;
     QLineEdit* txtPassword;
 };
 

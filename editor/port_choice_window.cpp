@@ -13,7 +13,7 @@
 namespace kalvo {
 
 PortChoiceWindow::PortChoiceWindow(ProfileFiles& profiles, std::string_view applicationFolder,
-                                   const std::vector<QString>& devices, int current) {
+                                   const std::vector<std::string>& devices, int current) {
     setObjectName("FrmChoixCom");
     setWindowTitle("Problème d'ouverture du port Com");
     setWindowFlag(Qt::WindowStaysOnTopHint);
@@ -25,7 +25,7 @@ PortChoiceWindow::PortChoiceWindow(ProfileFiles& profiles, std::string_view appl
     const auto rows = portRows();
     for (std::size_t row = 0; row < rows.size(); ++row) {
         QString text = toQString(rows[row]);
-        if (row < devices.size() && !devices[row].isEmpty()) text += " : " + devices[row];
+        if (row < devices.size() && !devices[row].empty()) text += " : " + toQString(devices[row]);
         CboChoix->addItem(text);
     }
     CboChoix->setCurrentIndex(current - 1);

@@ -18,7 +18,7 @@ public:
     // `devices` are those behind port 1, 2, ..., empty where there is none; `current` is
     // the number of the port that was tried.
     PortChoiceWindow(ProfileFiles& profiles, std::string_view applicationFolder,
-                     const std::vector<QString>& devices, int current);
+                     const std::vector<std::string>& devices, int current);
 
 private:
     QComboBox* CboChoix;

@@ -9,7 +9,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
-#include "editor/settings_controls_window.h"
+#include "editor/row_list_view.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 
@@ -122,7 +122,7 @@ void PortPage::refresh() {
     SerialConfig& serial = context_.serial;
     RowList ports = serial.CboPort;
     for (std::size_t row = 0; row < ports.rows.size() && row < devices_.size(); ++row)
-        if (!devices_[row].isEmpty()) ports.rows[row] += " : " + fromQString(devices_[row]);
+        if (!devices_[row].empty()) ports.rows[row] += " : " + devices_[row];
     showRows(CboPort, ports);
     showRows(CboVitesse, serial.CboVitesse);
     CboVitesse->setPlaceholderText(toQString(serial.unlistedSpeed));

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "editor/settings_context_window.h"
+#include "editor/settings_context.h"
 
 class QCheckBox;
 class QComboBox;
@@ -22,7 +22,7 @@ private:
     [[nodiscard]] QWidget* rightColumn();
 
     const SettingsContext& context_;
-    std::vector<QString> devices_;
+    std::vector<std::string> devices_;
     QComboBox *CboPort, *CboVitesse, *CboProtocol, *CboDonnées, *CboParité, *CboArret, *CboFlux;
     QCheckBox* ChDatalogic;
 };

@@ -1,4 +1,4 @@
-#include "editor/settings_controls_window.h"
+#include "editor/row_list_view.h"
 
 #include <QShortcut>
 #include <QSignalBlocker>

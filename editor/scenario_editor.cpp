@@ -64,17 +64,17 @@ void ScenarioEditor::select(int row) {
     const std::string name = rowText(form.LstScen.at(row));
     const auto numero = findScenario(*state_.database, name);
     form.LstScen.selected = row;
-    editor_.scenarioName = name;
+    current_.scenarioName = name;
     if (!numero) return;
-    const bool another = *numero != editor_.scenarioNumber;
-    editor_.scenarioNumber = *numero;
+    const bool another = *numero != current_.scenarioNumber;
+    current_.scenarioNumber = *numero;
     // What is saved next is saved for this scenario, so the form has to show it.
     if (const auto scenario = readProperties(*state_.database, *numero)) showProperties(*scenario);
-    if (another && editor_.stepsShown) loadSelected();
+    if (another && stepsShown) loadSelected();
 }
 
 bool ScenarioEditor::enteringNew() const {
-    return editor_.scenarioNumber == 0 && form.inputsShown && !form.TxtNomScen.empty();
+    return current_.scenarioNumber == 0 && form.inputsShown && !form.TxtNomScen.empty();
 }
 
 bool ScenarioEditor::mayAbandonNew() {
@@ -84,11 +84,11 @@ bool ScenarioEditor::mayAbandonNew() {
 }
 
 void ScenarioEditor::loadSelected() {
-    const auto scenario = readProperties(*state_.database, editor_.scenarioNumber);
+    const auto scenario = readProperties(*state_.database, current_.scenarioNumber);
     if (!scenario) return;
     showProperties(*scenario);
     form.inputsShown = true;
-    editor_.stepsShown = true;
+    stepsShown = true;
     actions_.ChargeTouches();
     actions_.loadSteps(scenario->Boucle, scenario->Depart);
 }
@@ -97,8 +97,8 @@ void ScenarioEditor::showProperties(const ScenarioRecord& scenario) {
     form.CboType.rows = scenarioTypes();
     form.TxtNomScen = scenario.Nom;
     form.CboType.select(scenario.Type);
-    editor_.scenarioType = form.CboType.at(form.CboType.selected);
-    form.ChcPartiel = editor_.partialFrame = scenario.Trame == 1;
+    current_.scenarioType = form.CboType.at(form.CboType.selected);
+    form.ChcPartiel = current_.partialFrame = scenario.Trame == 1;
     form.chkIncrement = scenario.Specif == 1;
     form.FraCheminShown = scenario.Type == kFileType;
     form.TxtChemin = scenario.Chemin;
@@ -107,23 +107,23 @@ void ScenarioEditor::showProperties(const ScenarioRecord& scenario) {
 void ScenarioEditor::createNew() {
     form.inputsShown = true;
     form.CboType = {scenarioTypes()};
-    editor_.scenarioType.clear();
+    current_.scenarioType.clear();
     form.TxtNomScen.clear();
     form.TxtChemin.clear();
-    form.ChcPartiel = editor_.partialFrame = false;
-    form.ChDatalogic = editor_.datalogic = false;
+    form.ChcPartiel = current_.partialFrame = false;
+    form.ChDatalogic = current_.datalogic = false;
     form.chkIncrement = false;
     form.LstScen.selected = -1;
     fieldCount_.clear();
-    editor_.scenarioNumber = 0;
-    editor_.scenarioName.clear();
-    editor_.stepsShown = false;
+    current_.scenarioNumber = 0;
+    current_.scenarioName.clear();
+    stepsShown = false;
 }
 
 void ScenarioEditor::chooseType(int row) {
     form.CboType.selected = row;
-    editor_.scenarioType = form.CboType.at(row);
-    if (editor_.scenarioType == kFileType) form.FraCheminShown = true;
+    current_.scenarioType = form.CboType.at(row);
+    if (current_.scenarioType == kFileType) form.FraCheminShown = true;
 }
 
 void ScenarioEditor::clickPartialFrame(bool ticked) {
@@ -134,7 +134,7 @@ void ScenarioEditor::clickPartialFrame(bool ticked) {
 
 void ScenarioEditor::editPath(std::string_view path) {
     form.TxtChemin = path;
-    updateChemin(*state_.database, editor_.scenarioNumber, path);
+    updateChemin(*state_.database, current_.scenarioNumber, path);
 }
 
 // Runs a change of list and database. When the database refuses it, the list goes
@@ -150,20 +150,20 @@ void ScenarioEditor::keepTrue(Change change) {
 }
 
 void ScenarioEditor::save() {
-    if (editor_.scenarioType.empty()) {
+    if (current_.scenarioType.empty()) {
         platform_.dialogs.message("Vous devez préciser un type pour le scénario."_ansi,
                                   kApplicationTitle, MessageIcon::kCritical);
         return;
     }
     Database& database = *state_.database;
-    if (editor_.scenarioNumber != 0 && scenarioExists(database, editor_.scenarioNumber)) {
-        updateOutput(database, editor_.scenarioNumber, form.TxtChemin, form.chkIncrement);
+    if (current_.scenarioNumber != 0 && scenarioExists(database, current_.scenarioNumber)) {
+        updateOutput(database, current_.scenarioNumber, form.TxtChemin, form.chkIncrement);
         return;
     }
     if (!nameIsFree()) return;
     keepTrue([&] { insertNew(); });
     ChargeScenForChoix();
-    editor_.stepsShown = true;
+    stepsShown = true;
     actions_.ChargeTouches();
     actions_.loadSteps(0, 0);
 }
@@ -181,25 +181,25 @@ bool ScenarioEditor::nameIsFree() {
 
 void ScenarioEditor::insertNew() {
     form.LstScen.rows.push_back(scenarioRow(form.TxtNomScen));
-    editor_.partialFrame = form.ChcPartiel;
-    editor_.datalogic = form.ChDatalogic;
+    current_.partialFrame = form.ChcPartiel;
+    current_.datalogic = form.ChDatalogic;
     if (fieldCount_.empty()) fieldCount_ = "0";
     ScenarioRecord scenario;
     scenario.Numero = nextScenarioNumber(*state_.database);
     scenario.Nom = form.TxtNomScen;
-    scenario.Type = editor_.scenarioType;
-    scenario.Trame = editor_.partialFrame ? 1 : 0;
+    scenario.Type = current_.scenarioType;
+    scenario.Trame = current_.partialFrame ? 1 : 0;
     scenario.Specif = form.chkIncrement ? 1 : 0;
     scenario.Chemin = form.TxtChemin;
     scenario.NbrTrame = toInteger16(fieldCount_);
     insertScenario(*state_.database, scenario);
-    editor_.scenarioNumber = scenario.Numero;
+    current_.scenarioNumber = scenario.Numero;
     form.LstScen.selected = form.LstScen.count() - 1;
-    editor_.scenarioName = scenario.Nom;
+    current_.scenarioName = scenario.Nom;
 }
 
 void ScenarioEditor::deleteScenario() {
-    const std::string name = editor_.scenarioName;
+    const std::string name = current_.scenarioName;
     if (name.empty()) {
         warn(platform_, "Veuillez choisir un scénario."_ansi);
         return;
@@ -214,7 +214,7 @@ void ScenarioEditor::deleteScenario() {
     if (platform_.files.fileExists(file)) platform_.files.remove(file);
     keepTrue([&] {
         form.LstScen.remove(form.LstScen.selected);
-        kalvo::deleteScenario(*state_.database, editor_.scenarioNumber);
+        kalvo::deleteScenario(*state_.database, current_.scenarioNumber);
     });
     for (const std::string_view choice : {kRacScenChx, kRacInvent, kRacCde})
         if (readSetting(platform_.registry, choice) == name)
@@ -230,9 +230,9 @@ void ScenarioEditor::forget(const std::string& name) {
     if (form.CboChoixText == name) form.CboChoixText.clear();
     if (pendingInvent_ == name) pendingInvent_.reset();
     if (pendingCde_ == name) pendingCde_.reset();
-    editor_.scenarioNumber = 0;
-    editor_.scenarioName.clear();
-    editor_.stepsShown = false;
+    current_.scenarioNumber = 0;
+    current_.scenarioName.clear();
+    stepsShown = false;
     form.inputsShown = false;
     form.TxtNomScen.clear();
     form.TxtChemin.clear();
@@ -257,9 +257,9 @@ void ScenarioEditor::compile(std::string_view name) {
 }
 
 void ScenarioEditor::chooseScenario() {
-    const std::string name = editor_.scenarioName.empty()
+    const std::string name = current_.scenarioName.empty()
                                  ? rowText(form.LstScen.at(form.LstScen.selected))
-                                 : editor_.scenarioName;
+                                 : current_.scenarioName;
     if (name.empty()) {
         warn(platform_, "Veuillez choisir un scénario."_ansi);
         return;
@@ -267,7 +267,7 @@ void ScenarioEditor::chooseScenario() {
     writeChoices(name);
     compile(name);
     LoadActiveScenario(platform_, state_.scenario);
-    updateChemin(*state_.database, editor_.scenarioNumber, form.TxtChemin);
+    updateChemin(*state_.database, current_.scenarioNumber, form.TxtChemin);
     connectionChoice_.clear();
     form.CboChoixText = name;
     form.CboChoix.select(name);

@@ -10,7 +10,7 @@
 
 #include "core/run_time_state.h"
 #include "editor/action_editor.h"
-#include "editor/editor_state.h"
+#include "editor/current_scenario.h"
 #include "editor/row_list.h"
 #include "editor/serial_config.h"
 #include "platform/platform.h"
@@ -41,10 +41,16 @@ struct ScenarioForm {
 class ScenarioEditor {
 public:
     ScenarioForm form;
+    // The windows of the current scenario's steps are open.
+    bool stepsShown = false;
 
-    ScenarioEditor(const Platform& platform, RunTimeState& state, EditorState& editor,
+    ScenarioEditor(const Platform& platform, RunTimeState& state, CurrentScenario& current,
                    SerialConfig& serial, ActionEditor& actions)
-        : platform_(platform), state_(state), editor_(editor), serial_(serial), actions_(actions) {}
+        : platform_(platform),
+          state_(state),
+          current_(current),
+          serial_(serial),
+          actions_(actions) {}
 
     // Window load: lists and registry choices.
     void load();
@@ -97,7 +103,7 @@ private:
 
     Platform platform_;
     RunTimeState& state_;
-    EditorState& editor_;
+    CurrentScenario& current_;
     SerialConfig& serial_;
     ActionEditor& actions_;
     std::string fieldCount_;

@@ -13,7 +13,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
-#include "editor/settings_controls_window.h"
+#include "editor/row_list_view.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 
@@ -160,7 +160,7 @@ QGroupBox* ScenarioPage::pathFrame() {
 }
 
 void ScenarioPage::finishEditing() {
-    if (!TxtChemin->isModified() || context_.editor.scenarioNumber == 0) return;
+    if (!TxtChemin->isModified() || context_.current.scenarioNumber == 0) return;
     TxtChemin->setModified(false);
     context_.act([this] { context_.scenarios.editPath(fromQString(TxtChemin->text())); });
 }

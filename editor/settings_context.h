@@ -1,16 +1,17 @@
 // What the pages of the settings window and the step windows work with.
 #pragma once
 
-#include <QString>
-#include <QWidget>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "editor/action_editor.h"
-#include "editor/editor_state.h"
+#include "editor/current_scenario.h"
 #include "editor/scenario_editor.h"
 #include "editor/serial_config.h"
 #include "platform/platform.h"
+
+class QWidget;
 
 namespace kalvo {
 
@@ -18,8 +19,9 @@ namespace kalvo {
 struct SettingsServices {
     // Runs what a control does as an event of the program, which shows its errors.
     std::function<void(const std::function<void()>&)> deliver;
-    // The device behind port 1, 2, ... as users know it; empty where there is none.
-    std::function<std::vector<QString>()> portDevices;
+    // The device behind port 1, 2, ... as users know it (code page 1252); empty where there is
+    // none.
+    std::function<std::vector<std::string>()> portDevices;
     // Shows the file transfer with a portable, owned by the given window.
     std::function<void(QWidget* owner)> showPortableTransfer;
 };
@@ -28,7 +30,7 @@ struct SettingsServices {
 struct SettingsContext {
     Platform platform;
     RunTimeState& state;
-    EditorState& editor;
+    CurrentScenario& current;
     SerialConfig& serial;
     ActionEditor& actions;
     ScenarioEditor& scenarios;

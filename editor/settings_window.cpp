@@ -33,14 +33,15 @@ std::string placeName(const QWidget* window) {
 
 }  // namespace
 
-SettingsWindow::SettingsWindow(const Platform& platform, RunTimeState& state, EditorState& editor,
+SettingsWindow::SettingsWindow(const Platform& platform, RunTimeState& state, AccessLock& lock,
                                SettingsServices services)
-    : serial_(platform, state),
-      actions_(platform, state, editor),
-      scenarios_(platform, state, editor, serial_, actions_),
+    : lock_(lock),
+      serial_(platform, state),
+      actions_(platform, state, current_),
+      scenarios_(platform, state, current_, serial_, actions_),
       context_{platform,
                state,
-               editor,
+               current_,
                serial_,
                actions_,
                scenarios_,
@@ -110,7 +111,7 @@ void SettingsWindow::makeStepWindows() {
     placeStepWindows();
 }
 
-// Side by side along the bottom of the screen, so that the settings stay in view.
+// Side by side over the lower two thirds of the screen, so that the settings stay in view.
 void SettingsWindow::placeStepWindows() {
     const QRect area = screen()->availableGeometry();
     const int width = area.width() / 4;
@@ -126,7 +127,7 @@ void SettingsWindow::placeStepWindows() {
 
 void SettingsWindow::showAccess() {
     for (int tab = kOpenTabs; tab < TabParam->count(); ++tab)
-        TabParam->setTabEnabled(tab, context_.editor.accessLevel == 1);
+        TabParam->setTabEnabled(tab, lock_.accessLevel == 1);
 }
 
 void SettingsWindow::refresh() {
@@ -137,7 +138,7 @@ void SettingsWindow::refresh() {
 }
 
 void SettingsWindow::showSteps() {
-    const bool shown = context_.editor.stepsShown;
+    const bool shown = scenarios_.stepsShown;
     if (shown) {
         FrmActions->refresh();
         FrmTouches->refresh();
@@ -149,8 +150,8 @@ void SettingsWindow::showSteps() {
 }
 
 void SettingsWindow::closeSteps() {
-    if (!context_.editor.stepsShown) return;
-    context_.editor.stepsShown = false;
+    if (!scenarios_.stepsShown) return;
+    scenarios_.stepsShown = false;
     context_.act([this] { actions_.cancelInsert(); });
     if (isMinimized()) showNormal();
     raise();
@@ -174,10 +175,9 @@ void SettingsWindow::closeEvent(QCloseEvent* event) {
     for (QWidget* const window : placedWindows())
         writeSetting(context_.platform.registry, placeName(window),
                      window->saveGeometry().toBase64().toStdString());
-    if (context_.editor.insertMode) context_.services.deliver([this] { actions_.cancelInsert(); });
-    EditorState closed;
-    closed.erasePending = context_.editor.erasePending;
-    context_.editor = closed;
+    if (actions_.insertMode) context_.services.deliver([this] { actions_.cancelInsert(); });
+    lock_ = {};
+    scenarios_.stepsShown = false;
     showSteps();
     event->accept();
 }

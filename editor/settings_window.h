@@ -4,7 +4,8 @@
 #include <QWidget>
 #include <array>
 
-#include "editor/settings_context_window.h"
+#include "editor/access_lock.h"
+#include "editor/settings_context.h"
 
 class QTabWidget;
 
@@ -20,9 +21,9 @@ class TestWindow;
 
 class SettingsWindow : public QWidget {
 public:
-    // `editor` outlives the window. Without access level only the tabs of connection and
-    // port can be used. RuntimeErrors of the database.
-    SettingsWindow(const Platform& platform, RunTimeState& state, EditorState& editor,
+    // `lock` outlives the window, which takes the access away when it closes. Without it
+    // only the tabs of connection and port can be used. RuntimeErrors of the database.
+    SettingsWindow(const Platform& platform, RunTimeState& state, AccessLock& lock,
                    SettingsServices services);
     ~SettingsWindow() override;
 
@@ -44,6 +45,8 @@ private:
     [[nodiscard]] std::array<QWidget*, 4> placedWindows();
     void restorePlace(QWidget* window);
 
+    AccessLock& lock_;
+    CurrentScenario current_;
     SerialConfig serial_;
     ActionEditor actions_;
     ScenarioEditor scenarios_;

@@ -61,9 +61,9 @@ std::string askForFrame(const Platform& platform, Database& database, std::int16
 
 }  // namespace
 
-void runScenarioTest(const Platform& platform, RunTimeState& state, const EditorState& editor,
+void runScenarioTest(const Platform& platform, RunTimeState& state, const CurrentScenario& current,
                      const std::function<void()>& minimise) {
-    const auto scenario = readScenario(*state.database, editor.scenarioNumber);
+    const auto scenario = readScenario(*state.database, current.scenarioNumber);
     if (!scenario) return;
     std::string frame = askForFrame(platform, *state.database, scenario->Numero);
     ScenarioRun& run = state.scenario;

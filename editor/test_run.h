@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "core/run_time_state.h"
-#include "editor/editor_state.h"
+#include "editor/current_scenario.h"
 #include "platform/platform.h"
 
 namespace kalvo {
@@ -13,7 +13,7 @@ namespace kalvo {
 // `minimise`, leaves the user two seconds to bring the target application to the
 // front, and types (or writes) the result. Afterwards the scenario that was in force
 // is so again. RuntimeErrors of the database.
-void runScenarioTest(const Platform& platform, RunTimeState& state, const EditorState& editor,
+void runScenarioTest(const Platform& platform, RunTimeState& state, const CurrentScenario& current,
                      const std::function<void()>& minimise);
 
 }  // namespace kalvo

@@ -104,11 +104,11 @@ std::string TestWindow::sampleFrame() const {
 
 void TestWindow::showPreview() {
     // An open gap would end the scenario early.
-    if (context_.editor.insertMode) return;
+    if (context_.actions.insertMode) return;
     LstFrappe->clear();
     try {
         const ScriptPreview preview = previewScript(context_.platform, context_.state,
-                                                    context_.editor.scenarioNumber, sampleFrame());
+                                                    context_.current.scenarioNumber, sampleFrame());
         LblScript->setText(preview.toFile ? "Te&xte écrit dans le fichier :"
                                           : "&Script de touches :");
         TxtScript->setPlainText(toQString(preview.script).left(kMostScript));
@@ -128,7 +128,7 @@ void TestWindow::takeLastFrame() {
 void TestWindow::runTest() {
     context_.act([this] {
         context_.actions.cancelInsert();
-        runScenarioTest(context_.platform, context_.state, context_.editor,
+        runScenarioTest(context_.platform, context_.state, context_.current,
                         [this] { parentWidget()->showMinimized(); });
     });
 }

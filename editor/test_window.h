@@ -4,7 +4,7 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "editor/settings_context_window.h"
+#include "editor/settings_context.h"
 
 class QLabel;
 class QListWidget;

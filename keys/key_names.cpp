@@ -33,12 +33,10 @@ constexpr auto kNamedKeys = std::to_array<NamedKey>({
 
 }  // namespace
 
-bool sameKeyName(std::string_view a, std::string_view b) { return equalIgnoringCase(a, b); }
-
 std::int16_t KeyNameToCode(std::string_view name) {
     const auto* const found =
         std::find_if(kNamedKeys.begin(), kNamedKeys.end(),
-                     [&](const NamedKey& key) { return sameKeyName(key.name, name); });
+                     [&](const NamedKey& key) { return equalIgnoringCase(key.name, name); });
     return found == kNamedKeys.end() ? std::int16_t{0} : found->code;
 }
 

@@ -9,7 +9,4 @@ namespace kalvo {
 // The virtual-key code of a name, in any case; 0 when the name is unknown.
 [[nodiscard]] std::int16_t KeyNameToCode(std::string_view name);
 
-// Whether two key names are the same but for the case of their letters.
-[[nodiscard]] bool sameKeyName(std::string_view a, std::string_view b);
-
 }  // namespace kalvo

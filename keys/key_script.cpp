@@ -30,35 +30,29 @@ std::optional<std::size_t> groupLength(ExpandedScript afterBrace) {
     return length;
 }
 
-void appendExpanded(std::string& text, char character,
-                    const std::function<unsigned char(char)>& oemCode) {
-    if (static_cast<unsigned char>(character) < 128) {
-        text.push_back(character);
-        return;
-    }
-    text += "{NUMLOCK}%(";
-    for (const char digit : std::to_string(oemCode(character)))
-        text.append("{NUMPAD").append(1, digit).append(1, '}');
-    text += "){NUMLOCK}";
-}
-
 }  // namespace
 
 std::string ExpandAltNumpad(std::string_view script,
                             const std::function<unsigned char(char)>& oemCode) {
     std::string expanded;
     expanded.reserve(script.size());
-    for (const char character : script) appendExpanded(expanded, character, oemCode);
+    for (const char character : script) {
+        if (static_cast<unsigned char>(character) < 128) {
+            expanded.push_back(character);
+            continue;
+        }
+        expanded += "{NUMLOCK}%(";
+        for (const char digit : std::to_string(oemCode(character)))
+            expanded.append("{NUMPAD").append(1, digit).append(1, '}');
+        expanded += "){NUMLOCK}";
+    }
     return expanded;
 }
 
 char ExpandedScript::take() {
     if (offset_ < expansion_.size()) return expansion_[offset_++];
-    const char character = rest_.front();
+    expansion_ = ExpandAltNumpad(rest_.substr(0, 1), *oemCode_);
     rest_.remove_prefix(1);
-    if (static_cast<unsigned char>(character) < 128) return character;
-    expansion_.clear();
-    appendExpanded(expansion_, character, *oemCode_);
     offset_ = 1;
     return expansion_.front();
 }

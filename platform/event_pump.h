@@ -4,17 +4,9 @@
 #include <cstdint>
 #include <functional>
 
-namespace kalvo {
+#include "platform/clock.h"
 
-// Local date and time of day, as the system clock has it.
-struct LocalTime {
-    int year = 1970;
-    int month = 1;  // 1..12
-    int day = 1;    // 1..31
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
-};
+namespace kalvo {
 
 // Thrown by DoEvents once the program has been asked to end: whatever is going on
 // unwinds to the event loop, which closes the port and lets go of the keys. Not a

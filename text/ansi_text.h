@@ -64,6 +64,28 @@ constexpr char unicodeToAnsi(char32_t codePoint) {
     return '?';
 }
 
+// Adds a code point as UTF-8.
+inline void appendUtf8(std::string& utf8, char32_t codePoint) {
+    const auto trail = [&](unsigned shift) {
+        utf8.push_back(static_cast<char>(0x80U | ((codePoint >> shift) & 0x3FU)));
+    };
+    if (codePoint < 0x80) {
+        utf8.push_back(static_cast<char>(codePoint));
+    } else if (codePoint < 0x800) {
+        utf8.push_back(static_cast<char>(0xC0U | (codePoint >> 6U)));
+        trail(0);
+    } else if (codePoint < 0x10000) {
+        utf8.push_back(static_cast<char>(0xE0U | (codePoint >> 12U)));
+        trail(6);
+        trail(0);
+    } else {
+        utf8.push_back(static_cast<char>(0xF0U | (codePoint >> 18U)));
+        trail(12);
+        trail(6);
+        trail(0);
+    }
+}
+
 // UTF-8 to code page 1252; what has no character there becomes '?'.
 inline std::string fromUtf8(std::string_view utf8) {
     std::string ansi;
@@ -80,19 +102,7 @@ inline std::string fromUtf8(std::string_view utf8) {
 inline std::string toUtf8(std::string_view ansi) {
     std::string utf8;
     utf8.reserve(ansi.size());
-    for (const char character : ansi) {
-        const char32_t codePoint = ansiToUnicode(character);
-        if (codePoint < 0x80) {
-            utf8.push_back(static_cast<char>(codePoint));
-        } else if (codePoint < 0x800) {
-            utf8.push_back(static_cast<char>(0xC0U | (codePoint >> 6U)));
-            utf8.push_back(static_cast<char>(0x80U | (codePoint & 0x3FU)));
-        } else {
-            utf8.push_back(static_cast<char>(0xE0U | (codePoint >> 12U)));
-            utf8.push_back(static_cast<char>(0x80U | ((codePoint >> 6U) & 0x3FU)));
-            utf8.push_back(static_cast<char>(0x80U | (codePoint & 0x3FU)));
-        }
-    }
+    for (const char character : ansi) appendUtf8(utf8, ansiToUnicode(character));
     return utf8;
 }
 

@@ -7,8 +7,8 @@
 
 namespace kalvo {
 
-// The text without blanks (code 32) at both ends.
-[[nodiscard]] std::string_view trimBlanks(std::string_view text);
+// The text without blanks (code 32, or those named) at both ends.
+[[nodiscard]] std::string_view trimBlanks(std::string_view text, std::string_view blanks = " ");
 
 // The leading number of a text: blanks ignored, a sign, digits, a point and an
 // exponent understood, whatever follows left out. 0 when there is none ("12abc"

@@ -1,4 +1,4 @@
-#include "transfer/temporary_folder.h"
+#include "transfer/file_choice.h"
 
 #include <filesystem>
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
-#include "keys/key_injection.h"
-#include "keys/script_tokens.h"
+#include "core/script_typing.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
@@ -18,16 +18,11 @@
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/line_splitter.h"
-#include "transfer/temporary_folder.h"
+#include "transfer/file_choice.h"
 
 namespace kalvo {
 
 namespace {
-
-constexpr std::string_view kFileFilter = "Fichier texte (*.TXT)|*.txt|Tous les fichiers (*.*)|*.*";
-
-// Time for the target application to come to rest before it is typed into.
-constexpr int kPauseBeforeTyping = 100;  // milliseconds
 
 // A line of the file as a record of a frame: each field ended by CR, the record by LF.
 void appendRecord(std::string& frame, std::string_view line, std::string_view separator) {
@@ -57,30 +52,6 @@ std::string readFrame(const Platform& platform, std::string_view file, std::stri
     return frame;
 }
 
-void typeTimed(const Platform& platform, Keysend& keysend, std::string_view script,
-               int timerPause) {
-    // The last piece, which no {TIMER} ends, is left out.
-    for (TimerPieces pieces(script); pieces.remaining() > 1;) {
-        const std::string piece = pressNumLockTokens(platform.keyboard, pieces.next());
-        switchCapsLockOffForTokens(platform.keyboard, piece);
-        keysend.SendKeyScript(piece, 0);
-        platform.events.DoEvents();
-        platform.events.Sleep(std::max(timerPause, 0));
-    }
-}
-
-void typeUntimed(const Platform& platform, Keysend& keysend, std::string text) {
-    const auto holds = [&](std::string_view token) {
-        return text.find(token) != std::string::npos;
-    };
-    while (holds(kNumLockToken) || holds(kCapsLockToken)) {
-        text = pressNumLockTokens(platform.keyboard, text);
-        switchCapsLockOffForTokens(platform.keyboard, text);
-        text = withoutCapsLockTokens(text);
-        keysend.SendKeyScript(text, 0);
-    }
-}
-
 void replayFrame(const Platform& platform, ScenarioRun& run, std::string frame) {
     SplitFrameFields(platform, run, frame);
     const std::string script = BuildKeyScript(platform, run, frame);
@@ -92,11 +63,7 @@ void replayFrame(const Platform& platform, ScenarioRun& run, std::string frame) 
         WriteFileLine(platform, run, script);
         return;
     }
-    Keysend keysend(platform.keyboard, platform.events);
-    if (script.find(kTimerToken) != std::string::npos)
-        typeTimed(platform, keysend, script, run.TimerPause);
-    else
-        typeUntimed(platform, keysend, script);
+    typeScript(platform, script, run.TimerPause, ScriptSource::kReplayed);
 }
 
 }  // namespace

@@ -12,11 +12,7 @@ namespace kalvo {
 
 // Reads a file of records, one to a line, their fields parted by `separator` (not
 // empty), and types or writes what the scenario makes of them. False, with a message,
-// when there is no such file.
-//
-// Not typed as a received frame is: of a script with {TIMER} tokens the text behind
-// the last one stays untyped, and a script without {TIMER} is typed only if it holds a
-// lock-key token. Sites have built their scenarios on that.
+// when there is no such file. The script is typed as one that is replayed.
 bool ReplayFile(const Platform& platform, ScenarioRun& run, std::string_view file,
                 std::string_view separator);
 

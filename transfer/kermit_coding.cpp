@@ -16,7 +16,6 @@ constexpr std::size_t kShortestRun = 4;
 constexpr int kLongPackets = 2;
 constexpr int kAttributes = 8;
 constexpr int kMoreCapabilities = 1;
-constexpr int kBase = 95;
 
 unsigned code(char character) { return static_cast<unsigned char>(character); }
 
@@ -118,8 +117,8 @@ std::string encodeParameters(const KermitParameters& parameters) {
             parameters.repeat,
             toChar(capabilities),
             toChar(0),  // no window: one packet at a time
-            toChar(longLength / kBase),
-            toChar(longLength % kBase)};
+            toChar(longLength / kKermitBase),
+            toChar(longLength % kKermitBase)};
 }
 
 KermitParameters parseParameters(std::string_view data) {
@@ -146,7 +145,7 @@ KermitParameters parseParameters(std::string_view data) {
     std::size_t at = 9;
     while ((numberAt(at, 0) & kMoreCapabilities) != 0) ++at;
     if ((capabilities & kLongPackets) != 0) {
-        const int length = numberAt(at + 2, 0) * kBase + numberAt(at + 3, 0);
+        const int length = numberAt(at + 2, 0) * kKermitBase + numberAt(at + 3, 0);
         parameters.packetLength = length > 0 ? std::min(length, kLongestPacket) : 500;
     }
     return parameters;

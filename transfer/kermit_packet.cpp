@@ -8,7 +8,6 @@ namespace kalvo {
 namespace {
 
 constexpr char kMark = '\x01';
-constexpr int kBase = 95;
 constexpr std::size_t kLongHeader = 7;  // mark, blank, sequence, type, two digits, check
 
 constexpr std::array<std::uint16_t, 256> makeCrcTable() {
@@ -63,10 +62,10 @@ Extent extentOf(std::string_view bytes) {
     if (bytes.size() < kLongHeader) return {1, 0};
     const int high = unChar(bytes[4]);
     const int low = unChar(bytes[5]);
-    if (checkOf(bytes.substr(1, 5), 1)[0] != bytes[6] || high < 0 || high > kBase || low < 0 ||
-        low > kBase)
+    if (checkOf(bytes.substr(1, 5), 1)[0] != bytes[6] || high < 0 || high > kKermitBase ||
+        low < 0 || low > kKermitBase)
         return {};
-    return {kLongHeader, kLongHeader + static_cast<std::size_t>(high * kBase + low)};
+    return {kLongHeader, kLongHeader + static_cast<std::size_t>(high * kKermitBase + low)};
 }
 
 bool readWhole(std::string_view bytes, std::size_t dataAt, int blockCheck, KermitPacket& packet) {
@@ -89,7 +88,7 @@ std::string encodePacket(const KermitPacket& packet, int blockCheck, char endOfL
     std::string bytes = {kMark, toChar(isLong ? 0 : body + 2), toChar(packet.sequence),
                          packet.type};
     if (isLong) {
-        bytes += {toChar(body / kBase), toChar(body % kBase)};
+        bytes += {toChar(body / kKermitBase), toChar(body % kKermitBase)};
         bytes += checkOf(std::string_view(bytes).substr(1), 1);
     }
     bytes += packet.data;

@@ -20,6 +20,9 @@ inline constexpr int kLongestPacket = 9000;
 
 inline constexpr int kKermitSequences = 64;
 
+// Long lengths are two digits to this base.
+inline constexpr int kKermitBase = 95;
+
 // The packet length for a line: a second of it, so that a disturbed packet does not cost
 // more than that.
 constexpr int longestPacket(int charactersPerSecond) {

@@ -8,7 +8,7 @@
 #include "platform/file_system.h"
 #include "settings/settings_store.h"
 #include "text/number_text.h"
-#include "transfer/temporary_folder.h"
+#include "transfer/file_choice.h"
 #include "transfer/transfer_code_text.h"
 
 namespace kalvo {
@@ -25,8 +25,6 @@ constexpr char kTerminal = 'A';
 constexpr std::int32_t kTestRecords = 450;
 constexpr std::size_t kTestRecordSize = 256;
 constexpr std::size_t kTestTextLength = 250;
-
-constexpr std::string_view kFileFilter = "Fichier texte (*.TXT)|*.txt|Tous les fichiers (*.*)|*.*";
 
 // The bar is gone whichever way an operation ends.
 class ShownBar {

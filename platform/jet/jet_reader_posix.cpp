@@ -12,6 +12,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "platform/file_descriptor.h"
 #include "platform/jet/jet_child.h"
 #include "platform/jet/jet_error.h"
 #include "platform/jet/jet_signature.h"
@@ -30,23 +31,6 @@ using Clock = std::chrono::steady_clock;
 // More than any scenario database holds; a reader that sends more has gone astray.
 constexpr std::size_t kMaxStream = std::size_t{256} * 1024 * 1024;
 constexpr rlim_t kMaxExtraMemory = rlim_t{1024} * 1024 * 1024;
-
-class Descriptor {
-public:
-    explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    [[nodiscard]] int get() const { return descriptor_; }
-    void close() {
-        if (descriptor_ >= 0) ::close(descriptor_);
-        descriptor_ = -1;
-    }
-
-private:
-    int descriptor_;
-};
 
 // The reading process, killed and reaped at the latest here.
 class Child {
@@ -126,14 +110,14 @@ std::string readUntilClosed(int input, Clock::time_point deadline) {
 std::string streamFromChild(const std::filesystem::path& file, std::chrono::milliseconds limit) {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) throw diskError(shownName(file));
-    const Descriptor input(ends[0]);
-    Descriptor output(ends[1]);
+    const FileDescriptor input(ends[0]);
+    FileDescriptor output(ends[1]);
     const pid_t pid = fork();
     if (pid < 0) throw diskError(shownName(file));
-    if (pid == 0) runChild(file, output.get(), limit);
+    if (pid == 0) runChild(file, output.number(), limit);
     const Child child(pid);
     output.close();
-    return readUntilClosed(input.get(), Clock::now() + limit);
+    return readUntilClosed(input.number(), Clock::now() + limit);
 }
 
 void checkWholePages(const std::filesystem::path& file) {

@@ -16,27 +16,6 @@ constexpr std::string_view kUtf16BeMark = "\xFE\xFF";
 constexpr bool isHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 constexpr bool isLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
-void appendUtf8(std::string& utf8, char32_t codePoint) {
-    const auto trail = [&](unsigned shift) {
-        utf8.push_back(static_cast<char>(0x80U | ((codePoint >> shift) & 0x3FU)));
-    };
-    if (codePoint < 0x80) {
-        utf8.push_back(static_cast<char>(codePoint));
-    } else if (codePoint < 0x800) {
-        utf8.push_back(static_cast<char>(0xC0U | (codePoint >> 6U)));
-        trail(0);
-    } else if (codePoint < 0x10000) {
-        utf8.push_back(static_cast<char>(0xE0U | (codePoint >> 12U)));
-        trail(6);
-        trail(0);
-    } else {
-        utf8.push_back(static_cast<char>(0xF0U | (codePoint >> 18U)));
-        trail(12);
-        trail(6);
-        trail(0);
-    }
-}
-
 void appendUtf16Le(std::string& bytes, char32_t unit) {
     bytes.push_back(static_cast<char>(unit & 0xFFU));
     bytes.push_back(static_cast<char>((unit >> 8U) & 0xFFU));

@@ -6,6 +6,7 @@
 
 #include "platform/linux/file_text.h"
 #include "text/ansi_text.h"
+#include "text/number_text.h"
 
 namespace kalvo {
 
@@ -15,11 +16,7 @@ constexpr std::string_view kBlanks = " \t\v\f\x1A";
 constexpr std::string_view kLineEnds = "\r\n";
 constexpr std::string_view kNewLineEnd = "\r\n";
 
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
+std::string_view trimmed(std::string_view text) { return trimBlanks(text, kBlanks); }
 
 std::string_view untilNul(std::string_view text) { return text.substr(0, text.find('\0')); }
 

@@ -7,6 +7,7 @@
 #include "platform/linux/file_text.h"
 #include "platform/linux/reg_file_value.h"
 #include "text/ansi_text.h"
+#include "text/number_text.h"
 
 namespace kalvo {
 
@@ -18,11 +19,7 @@ constexpr std::string_view kCurrentUser = "HKEY_CURRENT_USER\\";
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kBlanks = " \t\r\n\x1A";
 
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
+std::string_view trimmed(std::string_view text) { return trimBlanks(text, kBlanks); }
 
 // A key, a value or a line that is neither, from `begin` up to the next item.
 struct Item {

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/file_descriptor.h"
 
 namespace kalvo {
 

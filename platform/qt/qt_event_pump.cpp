@@ -2,19 +2,10 @@
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QThread>
-#include <chrono>
 #include <utility>
 
 namespace kalvo {
-
-namespace {
-
-// A loop that polls through DoEvents rests after this many empty calls.
-constexpr int kIdleCallsBeforeRest = 100;
-
-}  // namespace
 
 void QtEventPump::run() {
     if (!ending_) QCoreApplication::exec();
@@ -50,17 +41,9 @@ void QtEventPump::Sleep(int milliseconds) {
     QThread::msleep(static_cast<unsigned long>(milliseconds > 0 ? milliseconds : 0));
 }
 
-std::uint32_t QtEventPump::GetTickCount() {
-    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<std::uint32_t>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count());
-}
+std::uint32_t QtEventPump::GetTickCount() { return steadyTicks(); }
 
-LocalTime QtEventPump::now() {
-    const QDateTime local = QDateTime::currentDateTime();
-    return {local.date().year(), local.date().month(),  local.date().day(),
-            local.time().hour(), local.time().minute(), local.time().second()};
-}
+LocalTime QtEventPump::now() { return localNow(); }
 
 void QtEventPump::post(std::function<void()> handler) {
     {

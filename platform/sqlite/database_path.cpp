@@ -1,8 +1,7 @@
 #include "platform/sqlite/database_path.h"
 
-#include <algorithm>
-
 #include "text/ansi_text.h"
+#include "text/path_text.h"
 
 namespace kalvo {
 
@@ -15,15 +14,8 @@ std::filesystem::path fromUtf8Name(const std::string& utf8) {
 }  // namespace
 
 std::filesystem::path databaseFile(std::string_view path) {
-    std::string name = toUtf8(path);
-    if constexpr (std::filesystem::path::preferred_separator == '/') {
-        std::replace(name.begin(), name.end(), '\\', '/');
-        const bool hasDrive =
-            name.size() >= 2 && name[1] == ':' &&
-            ((name[0] >= 'A' && name[0] <= 'Z') || (name[0] >= 'a' && name[0] <= 'z'));
-        if (hasDrive) name.erase(0, 2);
-    }
-    return fromUtf8Name(name);
+    constexpr bool kSlashes = std::filesystem::path::preferred_separator == '/';
+    return fromUtf8Name(toUtf8(kSlashes ? posixPath(path) : std::string(path)));
 }
 
 std::string engineName(const std::filesystem::path& file) {

@@ -67,7 +67,7 @@ TEST_F(Steps, ReplacingGoesThroughAStatementWithoutItsBlank) {
     answer("");
     actions.editStep(1);
     EXPECT_THAT(storedActions(), ElementsAre("1:&EMP:0", "2:&QTY:0", "3:Touche F1:0"));
-    editor.scenarioNumber = 1;
+    current.scenarioNumber = 1;
     EXPECT_THAT(storedActions(), ElementsAre("1:a:0", "2:b:0", "3:c:0"));
 }
 
@@ -83,7 +83,7 @@ TEST_F(Steps, InsertingTakesTheGapBeforeTheSelectedStep) {
     actions.pick("Touche F1");
     EXPECT_THAT(list.rows, ElementsAre("--- Touche F1", "--- &CODE", "--- &QTY"));
     EXPECT_THAT(storedActions(), ElementsAre("1:Touche F1:0", "2:&CODE:0", "3:&QTY:0"));
-    EXPECT_FALSE(editor.insertMode);
+    EXPECT_FALSE(actions.insertMode);
 }
 
 TEST_F(Steps, AnInsertThatIsGivenUpLeavesNoGap) {
@@ -101,14 +101,14 @@ TEST_F(Steps, AnInsertThatIsGivenUpLeavesNoGap) {
         actions.select(1);
         actions.mnuinsert();
         giveUp();
-        EXPECT_FALSE(editor.insertMode) << how;
+        EXPECT_FALSE(actions.insertMode) << how;
         EXPECT_EQ(storedActions(), before) << how;
     }
     actions.select(1);
     actions.mnuinsert();
     actions.select(3);
     EXPECT_EQ(list.at(list.selected), "--- c") << "the row that was clicked";
-    editor.insertMode = false;
+    actions.insertMode = false;
     state.database->Execute("UPDATE Actions SET NumAction=7 WHERE NumAction=3");
     actions.reload();
     EXPECT_EQ(storedActions(), before) << "a gap from an earlier run";
@@ -156,7 +156,7 @@ TEST_F(Steps, MarkersStandAtTheEndAndAreNoSteps) {
 
 TEST_F(Steps, PartialFramesAskForThePlaceOfAField) {
     addScenario("S", kEmulationRow, {});
-    editor.partialFrame = true;
+    current.partialFrame = true;
     for (const char* place : {"2", "1"}) {
         answer(place);
         actions.pick("&CODE");

@@ -44,10 +44,10 @@ struct EditorSite {
     Platform platform{world.keyboard, world.port,   profiles,      world.registry, engine,
                       files,          world.events, world.dialogs, world.icon,     world.progress};
     RunTimeState state;
-    EditorState editor;
+    CurrentScenario current;
     SerialConfig serial{platform, state};
-    ActionEditor actions{platform, state, editor};
-    ScenarioEditor scenarios{platform, state, editor, serial, actions};
+    ActionEditor actions{platform, state, current};
+    ScenarioEditor scenarios{platform, state, current, serial, actions};
 
     EditorSite() {
         state.scenario.applicationFolder = folder.path();
@@ -80,7 +80,7 @@ struct EditorSite {
         std::vector<std::string> rows;
         const auto found = state.database->OpenRecordset(
             "SELECT NumAction,Champs,PlaceTrame FROM Actions WHERE NumeroScen=" +
-            std::to_string(editor.scenarioNumber) + " ORDER BY NumAction");
+            std::to_string(current.scenarioNumber) + " ORDER BY NumAction");
         for (; !found->Eof(); found->MoveNext())
             rows.push_back(textField(*found, "NumAction") + ":" + textField(*found, "Champs") +
                            ":" + textField(*found, "PlaceTrame"));

@@ -56,21 +56,21 @@ TEST_F(Scenarios, ANewScenarioIsNumberedAndItsStepsAreEnteredAtOnce) {
     form.TxtChemin = "C:\\lot.txt";
     scenarios.save();
     EXPECT_THAT(form.LstScen.rows, ElementsAre("--- Stock"));
-    EXPECT_TRUE(editor.stepsShown);
+    EXPECT_TRUE(scenarios.stepsShown);
     const ScenarioRecord record = stored(1);
     EXPECT_EQ(record.Nom + record.Type + record.Chemin, "StockFichierC:\\lot.txt");
     EXPECT_EQ(record.Trame * 100 + record.Specif * 10 + record.NbrTrame, 113);
 
     addScenario("STOCK", kEmulationRow, {});
     EXPECT_EQ(lastMessage(), std::string("Un scénario de ce nom existe déjà."_ansi));
-    EXPECT_EQ(editor.scenarioNumber, 0);
+    EXPECT_EQ(current.scenarioNumber, 0);
     addScenario("Deux", kEmulationRow, {});
-    EXPECT_EQ(editor.scenarioNumber, 2);
+    EXPECT_EQ(current.scenarioNumber, 2);
     EXPECT_TRUE(form.FraCheminShown) << "only loading another scenario hides the path";
     world.dialogs.confirmations = {true};
     scenarios.deleteScenario();
     addScenario("Trois", kEmulationRow, {});
-    EXPECT_EQ(editor.scenarioNumber, 2) << "the number of a deleted last scenario is used again";
+    EXPECT_EQ(current.scenarioNumber, 2) << "the number of a deleted last scenario is used again";
 }
 
 TEST_F(Scenarios, TheFieldCountQuestionDecidesOnTheBox) {
@@ -109,7 +109,7 @@ TEST_F(Scenarios, SelectingAndLoadingShowsWhatSavingWouldChange) {
     actions.mnuboucle();
 
     scenarios.select(0);
-    EXPECT_EQ(editor.scenarioNumber, 1);
+    EXPECT_EQ(current.scenarioNumber, 1);
     EXPECT_EQ(form.TxtChemin, "C:\\a.txt");
     EXPECT_THAT(actions.LstChamps.rows,
                 ElementsAre("--- &QTY", "", "Boucle : 0", std::string("Départ : 0"_ansi)))
@@ -129,11 +129,11 @@ TEST_F(Scenarios, ANewScenarioIsGivenUpOnlyWhenTheUserSaysSo) {
     form.TxtNomScen = "Neuf";
     EXPECT_TRUE(scenarios.unsaved());
     scenarios.select(0);
-    EXPECT_EQ(editor.scenarioNumber, 0);
+    EXPECT_EQ(current.scenarioNumber, 0);
     EXPECT_EQ(form.TxtNomScen, "Neuf");
     world.dialogs.confirmations = {true};
     scenarios.select(0);
-    EXPECT_EQ(editor.scenarioNumber, 1);
+    EXPECT_EQ(current.scenarioNumber, 1);
     EXPECT_FALSE(scenarios.unsaved());
 }
 
@@ -143,7 +143,7 @@ TEST_F(Scenarios, AnApostropheBreaksTheStatementAndNothingElse) {
     scenarios.chooseType(kEmulationRow);
     EXPECT_EQ(errorOf([&] { scenarios.save(); }), error_number::kDataSyntax);
     EXPECT_THAT(form.LstScen.rows, IsEmpty()) << "no row without its scenario";
-    EXPECT_FALSE(editor.stepsShown);
+    EXPECT_FALSE(scenarios.stepsShown);
     form.TxtNomScen = "Inventaire";
     scenarios.save();
     EXPECT_EQ(stored(1).Nom, "Inventaire");
@@ -151,7 +151,7 @@ TEST_F(Scenarios, AnApostropheBreaksTheStatementAndNothingElse) {
     state.database->Execute("INSERT INTO Scenarios (Numero,Nom) VALUES (2,'L''autre')");
     scenarios.ChargeScenarios();
     EXPECT_EQ(errorOf([&] { scenarios.select(1); }), error_number::kDataSyntax);
-    EXPECT_EQ(editor.scenarioName, "Inventaire") << "name and number still belong together";
+    EXPECT_EQ(current.scenarioName, "Inventaire") << "name and number still belong together";
 }
 
 TEST_F(Scenarios, DeletingTakesFileRowsStepsAndChoicesAlong) {
@@ -172,22 +172,22 @@ TEST_F(Scenarios, DeletingTakesFileRowsStepsAndChoicesAlong) {
     scenarios.deleteScenario();
     EXPECT_FALSE(files.fileExists(file));
     EXPECT_THAT(form.LstScen.rows, ElementsAre("--- Garde"));
-    editor.scenarioNumber = 2;
+    current.scenarioNumber = 2;
     EXPECT_THAT(storedActions(), IsEmpty());
     EXPECT_EQ(stored(2).Nom, "");
     EXPECT_EQ(choice(kRacScenChx) + "|" + choice(kRacInvent) + "|" + choice(kRacCde), "||Garde");
 
-    editor.scenarioName.clear();
+    current.scenarioName.clear();
     scenarios.deleteScenario();
     EXPECT_EQ(lastMessage(), std::string("Veuillez choisir un scénario."_ansi));
-    editor.scenarioNumber = 1;
+    current.scenarioNumber = 1;
     EXPECT_THAT(storedActions(), Not(IsEmpty()));
 }
 
 TEST_F(Scenarios, ChoosingOneMakesItTheOneInForce) {
     addScenario("Stock", kFileRow, {"&CODE", "&TAB"});
     scenarios.editPath("C:\\a.txt");
-    editor.scenarioName.clear();
+    current.scenarioName.clear();
     form.LstScen.selected = -1;
     scenarios.chooseScenario();
     EXPECT_EQ(lastMessage(), std::string("Veuillez choisir un scénario."_ansi));
@@ -244,7 +244,7 @@ TEST_F(Scenarios, ApplyingWithoutChoiceStillStoresThePortAndFailuresAreSummedUp)
 
 TEST(AccessLock, TakesTheExactPasswordOnly) {
     testing::FakePlatform world;
-    EditorState state;
+    AccessLock state;
     for (const char* wrong : {"", "PLMOKNIJB842", "plmoknijb842 ", "plmoknijb84"}) {
         EXPECT_FALSE(tryPassword(world.platform, state, wrong)) << wrong;
         EXPECT_EQ(world.dialogs.shown.back().text, "Mot de passe non valide !");
@@ -258,18 +258,18 @@ TEST(AccessLock, TakesTheExactPasswordOnly) {
 
 TEST(EraseQuestion, SendsSixBytesForYesAndNothingForNo) {
     testing::FakePlatform world;
-    EditorState state;
+    EraseQuestion state;
     world.port.open = true;
-    state.erasePending = 1;
+    state.pending = 1;
     answerEraseQuestion(world.platform, state, false);
     EXPECT_EQ(world.port.sent, "");
-    EXPECT_EQ(state.erasePending, 0);
+    EXPECT_EQ(state.pending, 0);
     answerEraseQuestion(world.platform, state, true);
     EXPECT_EQ(world.port.sent, std::string({27, '1', '*', 27, 13, 10}));
     world.port.open = false;
     EXPECT_EQ(errorOf([&] { answerEraseQuestion(world.platform, state, true); }),
               error_number::kPortNotOpen);
-    EXPECT_EQ(state.erasePending, 0) << "the question does not come back";
+    EXPECT_EQ(state.pending, 0) << "the question does not come back";
 }
 
 struct KeyTableTabs : ::testing::Test, testing::EditorSite {};

@@ -32,12 +32,13 @@ using ::testing::ElementsAre;
 struct SettingsWindowTest : ::testing::Test, testing::EditorSite {
     QPointer<SettingsWindow> window;
     int transfers = 0;
+    AccessLock lock;
 
-    SettingsWindowTest() { editor.accessLevel = 1; }
+    SettingsWindowTest() { lock.accessLevel = 1; }
     ~SettingsWindowTest() override { delete window.data(); }
 
     void open() {
-        window = new SettingsWindow(platform, state, editor,
+        window = new SettingsWindow(platform, state, lock,
                                     {.deliver =
                                          [this](const std::function<void()>& handler) {
                                              try {
@@ -50,7 +51,7 @@ struct SettingsWindowTest : ::testing::Test, testing::EditorSite {
                                          },
                                      .portDevices =
                                          [] {
-                                             return std::vector<QString>{"", "/dev/ttyUSB0"};
+                                             return std::vector<std::string>{"", "/dev/ttyUSB0"};
                                          },
                                      .showPortableTransfer = [this](QWidget*) { ++transfers; }});
         window->show();
@@ -145,6 +146,7 @@ TEST_F(SettingsWindowTest, AScenarioIsBuiltWithListsAndMenu) {
     EXPECT_FALSE(find<QListWidget>("LstChamps")->item(4)->flags() & Qt::ItemIsSelectable);
     world.dialogs.inputs = {"&QTY"};
     doubleClick("LstChamps", "--- &EMP");
+    current.scenarioNumber = 1;  // the only one
     EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0", "2:&QTY:0", "3:Touche Tab:0"));
 
     // The preview follows, and the last frame received may be its sample.
@@ -208,7 +210,7 @@ TEST_F(SettingsWindowTest, TheSettingsAreAppliedAndStayUsableAfterAnError) {
     press("TlbConnect", 2);
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(world.dialogs.shown.size(), shown) << "nothing was left to ask about";
-    EXPECT_EQ(editor.accessLevel, 0);
+    EXPECT_EQ(lock.accessLevel, 0);
 }
 
 TEST_F(SettingsWindowTest, KeysAreRenamedAndTheWindowCloses) {
@@ -234,7 +236,7 @@ TEST_F(SettingsWindowTest, UnsavedChangesAreAskedAbout) {
 }
 
 TEST_F(SettingsWindowTest, WithoutPasswordOnlyConnectionAndPortCanBeUsed) {
-    editor.accessLevel = 0;
+    lock.accessLevel = 0;
     open();
     const auto usable = [this] {
         std::string tabs;
@@ -243,7 +245,7 @@ TEST_F(SettingsWindowTest, WithoutPasswordOnlyConnectionAndPortCanBeUsed) {
         return tabs;
     };
     EXPECT_EQ(usable(), "11000");
-    editor.accessLevel = 1;
+    lock.accessLevel = 1;
     window->showAccess();
     EXPECT_EQ(usable(), "11111");
 }
@@ -267,15 +269,15 @@ TEST_F(SettingsWindowTest, ComesBackWhereItWas) {
     window->resize(900, 640);
     window->close();
     delete window.data();
-    editor.accessLevel = 1;
+    lock.accessLevel = 1;
     open();
     EXPECT_EQ(window->size(), QSize(900, 640));
 }
 
 TEST(LoginWindow, TriesAgainUntilThePasswordIsRight) {
     testing::FakePlatform world;
-    EditorState editor;
-    LoginWindow login(world.platform, editor);
+    AccessLock lock;
+    LoginWindow login(world.platform, lock);
     login.show();
     login.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&login));
@@ -288,7 +290,7 @@ TEST(LoginWindow, TriesAgainUntilThePasswordIsRight) {
     QTest::keyClicks(box, "plmoknijb842");
     QTest::keyClick(box, Qt::Key_Return);
     EXPECT_EQ(login.result(), QDialog::Accepted);
-    EXPECT_EQ(editor.accessLevel, 1);
+    EXPECT_EQ(lock.accessLevel, 1);
 }
 
 TEST(EraseWindow, AnswersNoUnlessYesIsPressed) {

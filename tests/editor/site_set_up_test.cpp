@@ -58,7 +58,7 @@ TEST_F(NewSite, IsSetUpTestedAndTypesItsFirstFrame) {
 
     // What it would type, before anything is typed or stored.
     const ScriptPreview preview =
-        previewScript(platform, state, editor.scenarioNumber, "REF\r\n12\r\n");
+        previewScript(platform, state, current.scenarioNumber, "REF\r\n12\r\n");
     EXPECT_EQ(preview.script, "REF{TAB}12{ENTER}");
     EXPECT_FALSE(files.fileExists(scenarioFile(folder.path(), "Stock")));
     EXPECT_THAT(world.keyboard.batches, IsEmpty());
@@ -72,7 +72,7 @@ TEST_F(NewSite, IsSetUpTestedAndTypesItsFirstFrame) {
     world.dialogs.shown.clear();
     world.dialogs.inputs = {"a", "1", "b", "2", "c", "3", "d", "4"};
     bool minimised = false;
-    runScenarioTest(platform, state, editor, [&] { minimised = true; });
+    runScenarioTest(platform, state, current, [&] { minimised = true; });
     EXPECT_TRUE(minimised);
     EXPECT_EQ(world.dialogs.shown.size(), 8U);
     EXPECT_EQ(world.dialogs.shown[1].text, "Valeur du champs &QTY");
@@ -116,10 +116,10 @@ TEST_F(NewSite, ATestOfAnotherScenarioLeavesTheOneInForce) {
     scenarios.chooseScenario();
     addScenario("Essai", testing::kFileRow, {"&QTY", "x"});
     scenarios.editPath(folder / "lot.txt");
-    EXPECT_TRUE(previewScript(platform, state, editor.scenarioNumber, "1\r").toFile);
-    EXPECT_EQ(previewScript(platform, state, editor.scenarioNumber, "1\r2\r").script, "1x2x");
+    EXPECT_TRUE(previewScript(platform, state, current.scenarioNumber, "1\r").toFile);
+    EXPECT_EQ(previewScript(platform, state, current.scenarioNumber, "1\r2\r").script, "1x2x");
     world.dialogs.inputs = {"1", "2", "3", "4"};
-    runScenarioTest(platform, state, editor, [] {});
+    runScenarioTest(platform, state, current, [] {});
     EXPECT_THAT(state.scenario.active.ActionLines, ElementsAre("", "&CODE", "Touche Tab"));
     EXPECT_FALSE(state.scenario.active.FileMode);
     EXPECT_EQ(previewScript(platform, state, 99, "1\r").script, "") << "no such scenario";

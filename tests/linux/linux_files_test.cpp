@@ -11,7 +11,6 @@
 #include <thread>
 #include <vector>
 
-#include "platform/linux/clock.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/linux_profile_files.h"
 #include "platform/linux/native_path.h"
@@ -221,26 +220,6 @@ TEST(ForeignNames, AreListedWithQuestionMarks) {
     const TemporaryFolder folder;
     writeBytes(folder / "漢.txt", "");
     EXPECT_EQ(LinuxFileSystem().list(folder.path()), std::vector<std::string>{"?.txt"});
-}
-
-TEST(Clock, GoesForwardAndKnowsTheZone) {
-    const std::uint32_t start = tickCount();
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    EXPECT_GE(tickCount() - start, 19U);
-    EXPECT_LT(tickCount() - start, 60000U);
-
-    const auto hoursIn = [](const char* zone) {
-        ::setenv("TZ", zone, 1);
-        const LocalTime now = localNow();
-        return std::pair(now.hour + 24 * now.day, now.minute);
-    };
-    const char* const old = std::getenv("TZ");
-    const std::string saved = old == nullptr ? "" : old;
-    // Nine hours apart on the same clock, whatever the day.
-    const int east = hoursIn("EAST-9").first % 24;
-    const int here = hoursIn("UTC0").first % 24;
-    old == nullptr ? ::unsetenv("TZ") : ::setenv("TZ", saved.c_str(), 1);
-    EXPECT_EQ((east - here + 24) % 24, 9);
 }
 
 }  // namespace

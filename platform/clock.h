@@ -1,0 +1,45 @@
+// Time as every event pump tells it.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <ctime>
+
+namespace kalvo {
+
+// Local date and time of day.
+struct LocalTime {
+    int year = 1970;
+    int month = 1;  // 1..12
+    int day = 1;    // 1..31
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+};
+
+// The time of the system clock, now.
+[[nodiscard]] inline LocalTime localNow() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+#ifdef _WIN32
+    localtime_s(&local, &now);
+#else
+    localtime_r(&now, &local);
+#endif
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+            local.tm_hour,        local.tm_min,     local.tm_sec};
+}
+
+// Milliseconds since some start; wraps around at 2^32.
+[[nodiscard]] inline std::uint32_t steadyTicks() {
+    using std::chrono::steady_clock;
+    const auto sinceStart = steady_clock::now().time_since_epoch();
+    return static_cast<std::uint32_t>(
+        std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count());
+}
+
+// How loops rest that poll through the event pump: after so many calls in a row that
+// found nothing to deliver, each further one rests for a millisecond.
+inline constexpr int kIdleCallsBeforeRest = 100;
+
+}  // namespace kalvo
