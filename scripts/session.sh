@@ -143,3 +143,43 @@ save_editor() {
   until_true "enregistrement" cmp "$work/expected.txt" "$work/typed.txt" ||
     fail "ce qui est arrivé diffère ($work/expected.txt, $work/typed.txt)"
 }
+
+# Windows of a desktop session, by a pattern of their titles.
+titled() { xdotool search --onlyvisible --name "$1"; }
+gone() { ! titled "$1"; }
+# message: one of the program's own boxes, menus or questions; all of them have its name.
+message() { titled '^KALVO Horizon$'; }
+no_message() { ! message; }
+# window TITLE: waits for a window and gives it the focus.
+window() {
+  until_true "fenêtre $1" titled "$1"
+  xdotool windowactivate --sync "$(titled "$1" | tail -n 1)"
+}
+# keys KEY...: one after another, as fast as a quick hand.
+keys() { xdotool key --delay 40 "$@"; }
+# open_menu: the menu of the icon, with the pointer out of its way.
+open_menu() {
+  xdotool mousemove 1010 752 click 1
+  until_true "menu" message
+  xdotool mousemove 30 30
+}
+
+# start_desktop: the desktop program on the site; $program is its process.
+start_desktop() {
+  "$bin/kalvo-horizon" --app-dir "$site" 2>"$work/program.log" &
+  program=$!
+  processes+=("$program")
+}
+# end_desktop: SIGTERM ends it, cleanly and soon.
+end_desktop() {
+  kill -TERM "$program"
+  until_true "fin propre" test ! -d "/proc/$program"
+}
+
+# desktop_test LAYOUT: what every test of the desktop program begins with.
+desktop_test() {
+  unset DISPLAY
+  export XDG_RUNTIME_DIR=$work
+  start_x_server "$1"
+  start_desktop_session
+}

@@ -94,39 +94,6 @@ struct SettingsWindowTest : ::testing::Test, testing::EditorSite {
     }
 };
 
-TEST_F(SettingsWindowTest, HasItsTabsControlsAndRows) {
-    open();
-    EXPECT_EQ(window->windowTitle(), "Paramétres <-> Clavier");
-    QStringList tabs;
-    const auto* const TabParam = find<QTabWidget>("TabParam");
-    for (int tab = 0; tab < TabParam->count(); ++tab) tabs << TabParam->tabText(tab);
-    EXPECT_EQ(tabs, QStringList({"&Connexion", "&Propriétés", "&Touches particuliéres",
-                                 "Touches &systémes", "S&cénario"}));
-    EXPECT_EQ(find<QTabWidget>("TabScenario")->tabText(0), "&Scénarios");
-    EXPECT_EQ(find<QComboBox>("CboPort")->itemText(0), "COM 1");
-    EXPECT_EQ(find<QComboBox>("CboPort")->itemText(1), "COM 2 : /dev/ttyUSB0");
-    for (const auto& [name, count] : {std::pair{"CboPort", 20},
-                                      {"CboVitesse", 16},
-                                      {"CboProtocol", 4},
-                                      {"CboDonnées", 5},
-                                      {"CboParité", 5},
-                                      {"CboArret", 3},
-                                      {"CboFlux", 4}}) {
-        EXPECT_EQ(find<QComboBox>(name)->count(), count) << name;
-        EXPECT_EQ(find<QComboBox>(name)->currentIndex(), -1) << name;
-        EXPECT_FALSE(find<QComboBox>(name)->toolTip().isEmpty()) << name;
-    }
-    EXPECT_EQ(find<QLineEdit>("keys14")->text(), "{Fermer la fenêtre (Alt+F4)}");
-    EXPECT_EQ(find<QLabel>("LblTouche14")->text(), "Alt + F4");
-    EXPECT_EQ(find<QLabel>("Labelsysteme22")->text(), "F12");
-    find<QPushButton>("CmdTransfert")->click();
-    EXPECT_EQ(transfers, 1);
-    for (const char* bar : {"TlbConnect", "TlbPrpp", "TlbPart", "TlbSys", "TlbScenarios"}) {
-        EXPECT_EQ(find<QWidget>(bar)->actions().at(0)->text(), "Valider");
-        EXPECT_EQ(find<QWidget>(bar)->actions().at(1)->text(), "Fermer");
-    }
-}
-
 TEST_F(SettingsWindowTest, AScenarioIsBuiltWithListsAndMenu) {
     open();
     createScenario("Stock", "Emulation");

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "keys/key_files.h"
+#include "scenario/partial_frames.h"
 #include "settings/application_paths.h"
 #include "tests/support/fake_platform.h"
 
@@ -227,14 +228,65 @@ TEST_F(Processing, AFrameThatComesInMeanwhileLeavesTheFirstItsFields) {
     EXPECT_GT(clock.pumped, 0);
 }
 
-TEST_F(Processing, HundredThousandFieldsTakeLinearTime) {
+TEST_F(Processing, TimeGrowsWithTheFrameAndNotFaster) {
     actions({"&CODE", "{TAB}", "&QTY", "{ENTER}"});
+    const auto timeOf = [this](std::size_t records) {
+        std::string frame;
+        for (std::size_t i = 0; i < records; ++i) frame += "1234567890123\r12\r\n";
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(process(frame).size(), records * (13 + 5 + 2 + 7));
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    timeOf(1000);  // warm
+    // Ten times as much takes ten times as long; a quadratic loop a hundred times.
+    EXPECT_LT(timeOf(50000), 40 * timeOf(5000));
+}
+
+TEST(FrameFields, AreEndedByCarriageReturns) {
+    const auto split = [](std::string_view frame) {
+        FrameFieldTable fields;
+        for (const char c : frame) fields.add(c);
+        return fields;
+    };
+    const FrameFieldTable fields = split("A\r1\r\nB\n\xFF\r\r\nrest");
+    EXPECT_EQ(fields.FieldCount(), 4U);
+    const std::vector<std::string_view> expected = {"A", "1", "B\xFF", "", "rest", ""};
+    for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(fields.at(i), expected[i]) << i;
+    EXPECT_EQ(split("").at(0), "");
+
     std::string frame;
-    for (int i = 0; i < 50000; ++i) frame += "1234567890123\r12\r\n";
-    const auto start = std::chrono::steady_clock::now();
-    const std::string script = process(frame);
-    EXPECT_EQ(script.size(), 50000U * (13 + 5 + 2 + 7));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    for (int i = 0; i < 100003; ++i) frame += "x\r";
+    const FrameFieldTable many = split(frame);
+    EXPECT_EQ(many.FieldCount(), 100003U);
+    EXPECT_EQ(many.at(100000), "x");
+    EXPECT_EQ(many.at(100001), "") << "text behind the last index is dropped";
+}
+
+TEST(PartialFrames, RecordsComeOutInSlotOrder) {
+    struct Case {
+        const char* frame;
+        std::vector<std::int16_t> map;
+        std::int16_t count;
+        const char* expected;
+    };
+    for (const auto& [frame, map, count, expected] : {
+             Case{"a\rb\r", {2, 1}, 2, "b\ra\r"},
+             Case{"a\rb\rc\rd\r", {2, 1}, 2, "b\ra\rd\rc\r"},
+             Case{"a\rb\rc\r", {2, 1}, 2, "b\ra\r"},
+             Case{"a\rb\rc", {1, 1, 2}, 2, "a\ra\rb\r"},
+             Case{"a\rb\r", {9, 1, -1, 0}, 2, "\ra\r\r\r"},
+             Case{"a\r\nb\r\n", {1, 2}, 2, "a\r\nb\r"},
+             Case{"a\rb\r", {}, 1, ""},
+             Case{"a\rb\r", {1}, 0, ""},
+             Case{"a\rb\r", {1}, -5, ""},
+             Case{"a\rb\r", {1}, 32767, ""},
+             Case{"", {1}, 1, ""},
+         }) {
+        std::vector<SubFrameSlot> slots(1);
+        for (const std::int16_t subFrame : map)
+            slots.push_back({static_cast<std::int16_t>(slots.size()), subFrame});
+        EXPECT_EQ(reassembleSubFrames(frame, slots, count), expected) << frame << " by " << count;
+    }
 }
 
 }  // namespace

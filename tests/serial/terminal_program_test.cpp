@@ -58,50 +58,6 @@ protected:
     AsioSerialPort port{pump, [this](int) { return device; }};
 };
 
-TEST_F(TerminalProgramTest, BatchTerminalsSendTheirBytes) {
-    struct Case {
-        std::vector<std::string> arguments;
-        std::string wire;
-    };
-    for (const Case& c : {
-             Case{{"HT630", records}, kBatch + "FINTRANSKALVO"},
-             Case{{"ht630", records, "--repeat", "2", "--cut", "1"},
-                  "A\r\nB\xE9\r2\r\nFINTRANSKALVOA\r\nB\xE9\r2\r\nFINTRANSKALVO"},
-             Case{{"PT630", records}, kBatch},
-             Case{{"PT630", records, "--speed", "921600", "--separator", "9"},
-                  "A;1\r\nB\xE9;2\r\n"},
-             Case{{"PT630", "--connect"}, "PT630\xFF"},
-             Case{{"PT630", "--empty"}, "<DEL>\r\n"},
-         }) {
-        auto arguments = c.arguments;
-        arguments.insert(arguments.end(), {"--pty", "--wait-open", "--linger", "100"});
-        TerminalProcess terminal(arguments);
-        openPort(terminal.readLine());
-        EXPECT_EQ(receiveUntil(c.wire), c.wire);
-        port.setPortOpen(false);
-        EXPECT_EQ(terminal.exitCode(), 0);
-    }
-}
-
-TEST_F(TerminalProgramTest, PolledScannersSpeakTheirDialogue) {
-    for (const bool scanPal : {false, true}) {
-        TerminalProcess terminal({scanPal ? "ScanPal" : "Optimus", records, "--pty", "--ack",
-                                  "--lose-ack", "1", "--ack-timeout", "50", "--linger", "100"});
-        openPort(terminal.readLine());
-        port.Output("READ\r");
-        EXPECT_EQ(receiveUntil(kFirst), "ACK\r" + kFirst);
-        port.Output("ACK\r");
-        EXPECT_EQ(receiveUntil(kFirst), kFirst) << "the lost answer makes it send again";
-        port.Output("ACK\r");
-        EXPECT_EQ(receiveUntil(kSecond), "ACK\r" + kSecond);
-        port.Output("ACK\r");
-        const std::string end = scanPal ? "ACK\rOVER\rOVER\r" : "ACK\rOVER\r";
-        EXPECT_EQ(receiveUntil(end), end);
-        port.setPortOpen(false);
-        EXPECT_EQ(terminal.exitCode(), 0);
-    }
-}
-
 TEST_F(TerminalProgramTest, ADialogueOutlivesAReopeningOfThePort) {
     TerminalProcess terminal(
         {"Optimus", records, "--pty", "--ack-timeout", "200", "--resend", "50", "--linger", "0"});
@@ -121,34 +77,6 @@ TEST_F(TerminalProgramTest, SendsOnADeviceToo) {
     TerminalProcess terminal({"HT630", records, "--device", line.path()});
     EXPECT_EQ(line.receive(kBatch.size() + 13), kBatch + "FINTRANSKALVO");
     EXPECT_EQ(terminal.exitCode(), 0);
-}
-
-TEST_F(TerminalProgramTest, ServesTheFilesOfAFolder) {
-    TerminalProcess terminal({"--files", folder.string(), "--pty", "--noise", "0.00002"});
-    device = terminal.readLine();
-    AsioTransferLine line([this](int) { return device; });
-    LinuxFileSystem files;
-    KermitMultidll dll(line, files, [] { return false; });
-    ASSERT_EQ(dll.HM_OpenCommPort(1, 115200, 8, 0, 1), TransferCode::kSuccess);
-    EXPECT_EQ(dll.HM_file_exist(1, 'A', "records.txt"), TransferCode::kSuccess);
-    EXPECT_EQ(dll.HM_file_exist(1, 'A', "missing.txt"), TransferCode::kFileNotThere);
-    EXPECT_EQ(dll.HM_upload1(1, 'A', "../records.txt", records + ".got"),
-              TransferCode::kFileNotThere);
-    std::string content;
-    for (int i = 0; i < 100000; ++i) content.push_back(static_cast<char>(i * 31 / 7));
-    std::ofstream(records + ".put", std::ios::binary) << content;
-    std::int32_t bytes = 0;
-    std::int32_t packets = 0;
-    TransferCode code = TransferCode::kUnsuccessfulOrMore;
-    ASSERT_EQ(dll.HM_download1(1, 'A', records + ".put", "there.bin", bytes),
-              TransferCode::kSuccess);
-    while (code == TransferCode::kUnsuccessfulOrMore) code = dll.HM_download2(bytes, packets);
-    EXPECT_EQ(code, TransferCode::kSuccess);
-    code = TransferCode::kUnsuccessfulOrMore;
-    ASSERT_EQ(dll.HM_upload1(1, 'A', "there.bin", records + ".got"), TransferCode::kSuccess);
-    while (code == TransferCode::kUnsuccessfulOrMore) code = dll.HM_upload2(bytes, packets);
-    EXPECT_EQ(code, TransferCode::kSuccess);
-    EXPECT_TRUE(files.read(records + ".got") == content);
 }
 
 TEST_F(TerminalProgramTest, FailuresAndMisuseHaveTheirExitCodes) {

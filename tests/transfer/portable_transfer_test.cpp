@@ -189,25 +189,5 @@ TEST_F(PortableTransferTest, TheTestFileHas450RecordsOf256Bytes) {
     EXPECT_FALSE(view.barVisible);
 }
 
-TEST(TransferCodeText, SaysEveryCodeInItsOwnWords) {
-    const std::pair<int, std::string_view> cases[] = {
-        {0, "Succesfull"},
-        {1, "Unsuccessful or successflly download/upload one packed"},
-        {3, "Host get NAK"},
-        {6, "Return string BBC error"},
-        {8, "User press ESC to break"},
-        {16, "Warm start"},
-        {20, "Terminal in diagnostic state"},
-        {32, "File already exist ,upload file name to be changed"},
-        {33, "File already exist ,system can't change file name"},
-        {41, "Out of memory size"},
-        {50, "Upload mode"},
-        {17, "Undefined error: 17"},
-        {-1, "Undefined error: -1"},
-    };
-    for (const auto& [code, text] : cases)
-        EXPECT_EQ(transferCodeText(static_cast<TransferCode>(code)), text);
-}
-
 }  // namespace
 }  // namespace kalvo
