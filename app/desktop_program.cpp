@@ -12,7 +12,7 @@
 
 #include "app/absent_devices.h"
 #include "app/application_folder.h"
-#include "app/command_context.h"
+#include "app/commands/command_context.h"
 #include "app/desktop_settings.h"
 #include "app/end_signals.h"
 #include "core/frame_dispatch.h"

@@ -1,7 +1,7 @@
 // The desktop program: tray icon, windows, and the run-time side behind them.
 #pragma once
 
-#include "app/command_line.h"
+#include "app/commands/command_line.h"
 #include "app/system_bindings.h"
 
 namespace kalvo {

@@ -5,8 +5,8 @@
 
 #include "app/portable_link.h"
 #include "editor/access_lock.h"
-#include "editor/login_window.h"
-#include "editor/port_choice_window.h"
+#include "editor/windows/login_window.h"
+#include "editor/windows/port_choice_window.h"
 #include "platform/notify_icon.h"
 #include "platform/qt/qt_text.h"
 #include "platform/serial_port.h"

@@ -9,8 +9,8 @@
 #include "core/run_time_state.h"
 #include "core/serial_reception.h"
 #include "editor/access_lock.h"
-#include "editor/erase_window.h"
-#include "editor/settings_window.h"
+#include "editor/windows/erase_window.h"
+#include "editor/windows/settings_window.h"
 #include "platform/platform.h"
 #include "platform/qt/qt_event_pump.h"
 

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "app/command_context.h"
-#include "app/command_line.h"
-#include "app/commands.h"
+#include "app/commands/command_context.h"
+#include "app/commands/command_line.h"
+#include "app/commands/commands.h"
 #include "app/process_start.h"
 #ifdef KALVO_DESKTOP
 #include "app/desktop_program.h"

@@ -4,14 +4,14 @@
 #include "platform/linux/app_folder.h"
 #include "platform/linux/autostart.h"
 #include "platform/linux/linux_file_system.h"
-#include "platform/linux/linux_profile_files.h"
 #include "platform/linux/multidll_library.h"
 #include "platform/linux/port_names.h"
-#include "platform/linux/registry_file.h"
+#include "platform/linux/settings/linux_profile_files.h"
+#include "platform/linux/settings/registry_file.h"
 #include "platform/sqlite/sqlite_engine.h"
+#include "platform/x11/layout/xkb_layout.h"
 #include "platform/x11/x11_foreground_window.h"
 #include "platform/x11/x11_keyboard.h"
-#include "platform/x11/xkb_layout.h"
 #include "settings/application_paths.h"
 
 namespace kalvo {

@@ -9,7 +9,7 @@
 
 #include "keys/key_script.h"
 #include "platform/linux/linux_file_system.h"
-#include "platform/linux/linux_profile_files.h"
+#include "platform/linux/settings/linux_profile_files.h"
 #include "platform/sqlite/schema.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "scenario/frame_processing.h"

@@ -1,6 +1,6 @@
 #include "platform/x11/key_records.h"
 
-#include "platform/x11/named_keys.h"
+#include "platform/x11/layout/named_keys.h"
 
 namespace kalvo {
 

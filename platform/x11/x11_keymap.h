@@ -9,10 +9,10 @@
 #include <optional>
 #include <vector>
 
-#include "platform/x11/layout_keys.h"
+#include "platform/x11/layout/layout_keys.h"
+#include "platform/x11/layout/xkb_handles.h"
+#include "platform/x11/layout/xkb_layout.h"
 #include "platform/x11/x11_connection.h"
-#include "platform/x11/xkb_handles.h"
-#include "platform/x11/xkb_layout.h"
 
 namespace kalvo {
 

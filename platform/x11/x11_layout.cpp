@@ -1,6 +1,6 @@
 #include "platform/x11/x11_layout.h"
 
-#include "platform/x11/named_keys.h"
+#include "platform/x11/layout/named_keys.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {

@@ -1,8 +1,8 @@
-#include "app/command_line.h"
+#include "app/commands/command_line.h"
 
 #include <gtest/gtest.h>
 
-#include "app/commands.h"
+#include "app/commands/commands.h"
 
 namespace kalvo {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/event_listing.h"
+#include "app/commands/event_listing.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The contracts, on the bindings of this system.
 #include "platform/linux/linux_file_system.h"
-#include "platform/linux/linux_profile_files.h"
-#include "platform/linux/registry_file.h"
+#include "platform/linux/settings/linux_profile_files.h"
+#include "platform/linux/settings/registry_file.h"
 #include "tests/bindings/binding_contracts.h"
 
 namespace kalvo::testing {

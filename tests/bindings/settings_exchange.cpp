@@ -12,8 +12,8 @@
 #include "platform/windows/windows_profile_files.h"
 #include "platform/windows/windows_registry.h"
 #else
-#include "platform/linux/linux_profile_files.h"
-#include "platform/linux/registry_file.h"
+#include "platform/linux/settings/linux_profile_files.h"
+#include "platform/linux/settings/registry_file.h"
 #endif
 
 namespace {

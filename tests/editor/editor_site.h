@@ -22,7 +22,7 @@
 #include "platform/windows/windows_profile_files.h"
 #else
 #include "platform/linux/linux_file_system.h"
-#include "platform/linux/linux_profile_files.h"
+#include "platform/linux/settings/linux_profile_files.h"
 #endif
 
 namespace kalvo::testing {

@@ -17,10 +17,10 @@
 #include <string>
 
 #include "editor/access_lock.h"
-#include "editor/erase_window.h"
-#include "editor/login_window.h"
-#include "editor/port_choice_window.h"
-#include "editor/settings_window.h"
+#include "editor/windows/erase_window.h"
+#include "editor/windows/login_window.h"
+#include "editor/windows/port_choice_window.h"
+#include "editor/windows/settings_window.h"
 #include "platform/qt/qt_text.h"
 #include "tests/editor/editor_site.h"
 

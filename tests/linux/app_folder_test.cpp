@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/linux/registry_file.h"
+#include "platform/linux/settings/registry_file.h"
 #include "tests/support/temporary_folder.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"

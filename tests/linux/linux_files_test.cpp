@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "platform/linux/linux_file_system.h"
-#include "platform/linux/linux_profile_files.h"
 #include "platform/linux/native_path.h"
-#include "platform/linux/registry_file.h"
+#include "platform/linux/settings/linux_profile_files.h"
+#include "platform/linux/settings/registry_file.h"
 #include "tests/support/temporary_folder.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"

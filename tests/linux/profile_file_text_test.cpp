@@ -1,11 +1,11 @@
-#include "platform/linux/profile_file_text.h"
+#include "platform/linux/settings/profile_file_text.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <string>
 
-#include "platform/linux/file_text.h"
+#include "platform/linux/settings/file_text.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {

@@ -1,10 +1,10 @@
-#include "platform/linux/reg_file_text.h"
+#include "platform/linux/settings/reg_file_text.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "platform/linux/file_text.h"
+#include "platform/linux/settings/file_text.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {

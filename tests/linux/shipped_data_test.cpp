@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/linux/app_folder.h"
-#include "platform/linux/linux_profile_files.h"
+#include "platform/linux/settings/linux_profile_files.h"
 #include "tests/support/temporary_folder.h"
 #include "text/ansi_text.h"
 

@@ -1,0 +1,69 @@
+#include "app/commands/command_context.h"
+
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include "app/application_folder.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+#include "text/file_error_text.h"
+
+namespace kalvo {
+
+CommandContext::CommandContext(SystemBindings& bindings)
+    : events([this](const RuntimeError& error) {
+          dialogs.message(errorText(error), kApplicationTitle, MessageIcon::kCritical);
+      }),
+      bindings_(bindings),
+      keyboard_(std::make_unique<NoKeyboard>()),
+      port_(std::make_unique<NoSerialPort>()) {
+    state.scenario.applicationFolder = bindings.applicationFolder;
+    prepareApplicationFolder(*bindings.files, dialogs, bindings.applicationFolder,
+                             bindings.shippedData);
+}
+
+void CommandContext::openSerialPort() {
+    port_ = createSerialPort(events, *bindings_.profiles, state.scenario.applicationFolder);
+}
+
+Platform CommandContext::platform() {
+    return {*keyboard_,
+            *port_,
+            *bindings_.profiles,
+            *bindings_.registry,
+            *bindings_.databases,
+            *bindings_.files,
+            events,
+            dialogs,
+            icon_,
+            progress_};
+}
+
+std::filesystem::path nativeFile(const std::string& argument) {
+    if constexpr (std::filesystem::path::preferred_separator == '/') return argument;
+    return {std::u8string(argument.begin(), argument.end())};
+}
+
+std::string readInput(const std::string& argument) {
+    if (argument == "-")
+        return {std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
+    const std::filesystem::path path = nativeFile(argument);
+    std::error_code error;
+    if (!std::filesystem::exists(path, error))
+        throw fileRuntimeError(error_number::kFileNotFound, fromUtf8(argument));
+    std::ifstream file(path, std::ios::binary);
+    if (!file || std::filesystem::is_directory(path, error))
+        throw fileRuntimeError(error_number::kPathAccess, fromUtf8(argument));
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void writeOutput(std::string_view bytes) {
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() &&
+                         std::fflush(stdout) == 0;
+    if (!written)
+        throw RuntimeError(error_number::kDeviceIo, std::string("Erreur d'écriture"_ansi));
+}
+
+}  // namespace kalvo

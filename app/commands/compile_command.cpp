@@ -1,0 +1,40 @@
+// compile: scenario files from the database.
+#include "app/commands/command_context.h"
+#include "app/commands/commands.h"
+#include "scenario/scenario_compiler.h"
+#include "scenario/scenario_store.h"
+#include "settings/application_paths.h"
+#include "text/ansi_text.h"
+
+namespace kalvo {
+
+namespace {
+
+bool compileByName(CommandContext& context, Database& database, const std::string& name) {
+    const auto numero = findScenario(database, name);
+    if (!numero) {
+        writeErrorLine(std::string("Scénario inconnu : "_ansi) + name);
+        return false;
+    }
+    const std::string_view folder = context.state.scenario.applicationFolder;
+    const bool complete = CompileScenario(context.platform(), database, folder, *numero);
+    if (!complete)
+        writeErrorLine(std::string("Le fichier du scénario n'a pas pu être écrit : "_ansi) +
+                       scenarioFile(folder, name));
+    return complete;
+}
+
+}  // namespace
+
+int runCompile(const CommandLine& line, SystemBindings& bindings) {
+    CommandContext context(bindings);
+    const auto database = bindings.databases->OpenDatabase(
+        scenarioDatabase(context.state.scenario.applicationFolder));
+    const auto names =
+        line.allScenarios ? scenarioNames(*database) : std::vector{fromUtf8(line.scenario)};
+    bool complete = true;
+    for (const std::string& name : names) complete &= compileByName(context, *database, name);
+    return complete ? kExitSuccess : kExitFailure;
+}
+
+}  // namespace kalvo

@@ -1,0 +1,26 @@
+// replay: a text file as if it had been received.
+#include "app/commands/command_context.h"
+#include "app/commands/commands.h"
+#include "scenario/scenario_loader.h"
+#include "settings/settings_store.h"
+#include "transfer/file_replay.h"
+
+namespace kalvo {
+
+int runReplay(const CommandLine& line, SystemBindings& bindings) {
+    CommandContext context(bindings);
+    const Platform files = context.platform();
+    ScenarioRun& run = context.state.scenario;
+    const std::string separator = fromUtf8(line.separator);
+    if (!ReplayForm(files, run).complete(line.file, separator)) return kExitUsage;
+    const std::string content = readInput(line.file);
+    LoadActiveScenario(files, run);
+    if (run.active.ScenarioName.empty()) return kExitFailure;
+    run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
+    run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
+    if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
+    ReplayText(context.platform(), run, content, separator);
+    return kExitSuccess;
+}
+
+}  // namespace kalvo

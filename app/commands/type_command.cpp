@@ -1,0 +1,16 @@
+// type: a key script into the focused application.
+#include "app/commands/command_context.h"
+#include "app/commands/commands.h"
+#include "core/script_typing.h"
+
+namespace kalvo {
+
+int runType(const CommandLine& line, SystemBindings& bindings) {
+    CommandContext context(bindings);
+    const std::string script = readInput(line.file);
+    context.useKeyboard(connectKeyboard());
+    typeScript(context.platform(), script, line.pause);
+    return kExitSuccess;
+}
+
+}  // namespace kalvo

@@ -1,0 +1,88 @@
+#include "editor/windows/key_page_window.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QToolBar>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "editor/key_listing.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/tool_bar.h"
+
+namespace kalvo {
+
+namespace {
+
+// What a key types, in words where there are few.
+QString typedKeys(const std::string& script) {
+    QStringList words;
+    for (const std::string& row : listKeys(script, 0, 3)) words << toQString(row);
+    return words.isEmpty() ? "(rien)" : words.join(", ");
+}
+
+}  // namespace
+
+KeyPage::KeyPage(const SettingsContext& context, KeyPageNames names,
+                 const std::vector<KeyBox>& keys)
+    : context_(context), names_(std::move(names)) {
+    auto* const bar = makeToolBar(
+        names_.toolBar, {{"Valider",
+                          QStyle::SP_DialogApplyButton,
+                          "Enregistre les noms de ces touches et ferme la fenêtre (Entrée).",
+                          {Qt::Key_Return, Qt::Key_Enter, Qt::ALT | Qt::Key_V},
+                          [this] { save(); }},
+                         {"Fermer",
+                          QStyle::SP_DialogCloseButton,
+                          "Ferme la fenêtre sans rien enregistrer (Échap).",
+                          {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
+                          context_.close}});
+    auto* const table = new QWidget;
+    auto* const grid = new QGridLayout(table);
+    const int half = (static_cast<int>(keys.size()) + 1) / 2;
+    for (int index = 0; index < static_cast<int>(keys.size()); ++index) {
+        const KeyBox& key = keys[static_cast<std::size_t>(index)];
+        auto* const label = new QLabel(typedKeys(key.types));
+        label->setObjectName(names_.label + QString::number(index));
+        auto* const box = new QLineEdit(toQString(key.label));
+        box->setObjectName(names_.box + QString::number(index));
+        box->setToolTip("Le nom de cette touche dans la liste des touches d'un scénario.");
+        box->setCursorPosition(0);
+        label->setBuddy(box);
+        boxes_.push_back(box);
+        const int column = index < half ? 0 : 2;
+        grid->addWidget(label, index % half, column);
+        grid->addWidget(box, index % half, column + 1);
+    }
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    grid->setRowStretch(half, 1);
+    auto* const area = new QScrollArea;
+    area->setWidget(table);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(bar);
+    layout->addWidget(area, 1);
+}
+
+bool KeyPage::unsaved() const {
+    return std::any_of(boxes_.begin(), boxes_.end(),
+                       [](const QLineEdit* box) { return box->isModified(); });
+}
+
+void KeyPage::save() {
+    context_.act([this] {
+        std::vector<std::string> labels;
+        for (QLineEdit* const box : boxes_) labels.push_back(fromQString(box->text()));
+        saveKeyLabels(context_.platform.profiles, context_.state.scenario.applicationFolder,
+                      names_.section, labels);
+        for (QLineEdit* const box : boxes_) box->setModified(false);
+        context_.close();
+    });
+}
+
+}  // namespace kalvo

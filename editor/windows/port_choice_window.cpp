@@ -1,0 +1,50 @@
+#include "editor/windows/port_choice_window.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <string>
+
+#include "editor/port_choice.h"
+#include "platform/qt/qt_text.h"
+
+namespace kalvo {
+
+PortChoiceWindow::PortChoiceWindow(ProfileFiles& profiles, std::string_view applicationFolder,
+                                   const std::vector<std::string>& devices, int current) {
+    setObjectName("FrmChoixCom");
+    setWindowTitle("Problème d'ouverture du port Com");
+    setWindowFlag(Qt::WindowStaysOnTopHint);
+    // The title in full, with the buttons of a title bar beside it.
+    setMinimumWidth(fontMetrics().horizontalAdvance(windowTitle()) * 2);
+    CboChoix = new QComboBox;
+    CboChoix->setObjectName("CboChoix");
+    CboChoix->setToolTip("Le port du terminal ; les ports présents montrent leur appareil.");
+    const auto rows = portRows();
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        QString text = toQString(rows[row]);
+        if (row < devices.size() && !devices[row].empty()) text += " : " + toQString(devices[row]);
+        CboChoix->addItem(text);
+    }
+    CboChoix->setCurrentIndex(current - 1);
+    auto* const label = new QLabel("Choisissez un autre &port :");
+    label->setBuddy(CboChoix);
+    auto* const buttons = new QDialogButtonBox;
+    auto* const CmdOK = buttons->addButton("OK", QDialogButtonBox::AcceptRole);
+    CmdOK->setObjectName("CmdOK");
+    CmdOK->setToolTip("Enregistre ce port et essaie de l'ouvrir (Entrée).");
+    CmdOK->setDefault(true);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(label);
+    layout->addWidget(CboChoix);
+    layout->addWidget(buttons);
+    connect(buttons, &QDialogButtonBox::accepted, this,
+            [this, &profiles, folder = std::string(applicationFolder)] {
+                storePortChoice(profiles, folder, CboChoix->currentIndex());
+                accept();
+            });
+}
+
+}  // namespace kalvo

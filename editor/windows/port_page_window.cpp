@@ -1,0 +1,137 @@
+#include "editor/windows/port_page_window.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "editor/windows/row_list_view.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/tool_bar.h"
+
+namespace kalvo {
+
+namespace {
+
+// A frame around one control.
+QGroupBox* frame(const QString& title, QWidget* control) {
+    auto* const box = new QGroupBox(title);
+    (new QVBoxLayout(box))->addWidget(control);
+    return box;
+}
+
+}  // namespace
+
+PortPage::PortPage(const SettingsContext& context)
+    : context_(context), devices_(context.services.portDevices()) {
+    auto* const bar = makeToolBar(
+        "TlbPrpp",
+        {{"Valider",
+          QStyle::SP_DialogApplyButton,
+          "Enregistre ces réglages, rouvre le port avec eux et ferme la fenêtre (Alt+V).",
+          {Qt::ALT | Qt::Key_V},
+          [this] {
+              context_.act([this] {
+                  context_.serial.saveProperties();
+                  context_.close();
+              });
+          }},
+         {"Fermer",
+          QStyle::SP_DialogCloseButton,
+          "Ferme la fenêtre sans rien enregistrer (Échap).",
+          {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
+          context_.close}});
+    auto* const columns = new QHBoxLayout;
+    columns->addWidget(leftColumn(), 1);
+    columns->addWidget(rightColumn(), 1);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(bar);
+    layout->addLayout(columns);
+    layout->addStretch();
+}
+
+QWidget* PortPage::leftColumn() {
+    CboPort = makeComboBox("CboPort",
+                           "Le port série du terminal ; les ports présents montrent leur appareil.",
+                           [this](int row) { context_.serial.choosePort(row); });
+    CboPort->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    CboPort->setMinimumContentsLength(24);
+    CboVitesse = makeComboBox("CboVitesse", "La vitesse de la ligne, en bits par seconde.",
+                              [this](int row) { context_.serial.chooseSpeed(row); });
+    CboFlux =
+        makeComboBox("CboFlux",
+                     "La façon dont terminal et poste se demandent d'attendre : celle qui est "
+                     "réglée dans le terminal.",
+                     [this](int row) { context_.serial.chooseFlow(row); });
+    auto* const column = new QWidget;
+    auto* const layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(frame("Port", CboPort));
+    layout->addWidget(frame("Vitesse", CboVitesse));
+    layout->addWidget(frame("Contrôle de flux", CboFlux));
+    layout->addStretch();
+    return column;
+}
+
+QWidget* PortPage::rightColumn() {
+    CboDonnées = makeComboBox("CboDonnées", "Le nombre de bits de chaque caractère, 8 en général.",
+                              [this](int row) { context_.serial.chooseDataBits(row); });
+    CboParité = makeComboBox("CboParité", "Le bit de contrôle ajouté à chaque caractère.",
+                             [this](int row) { context_.serial.chooseParity(row); });
+    CboArret = makeComboBox("CboArret", "Le nombre de bits qui terminent chaque caractère.",
+                            [this](int row) { context_.serial.chooseStopBits(row); });
+    CboProtocol =
+        makeComboBox("CboProtocol", "Le type du terminal, qui décide de la façon de recevoir.",
+                     [this](int row) { context_.serial.chooseProtocol(row); });
+    ChDatalogic = new QCheckBox("Pour Datalogic");
+    ChDatalogic->setObjectName("ChDatalogic");
+    ChDatalogic->setToolTip("À cocher quand le nouveau scénario sert un terminal Datalogic.");
+    connect(ChDatalogic, &QCheckBox::toggled, this,
+            [this](bool ticked) { context_.scenarios.form.ChDatalogic = ticked; });
+    auto* const CmdTransfert = new QPushButton("HT630");
+    CmdTransfert->setObjectName("CmdTransfert");
+    CmdTransfert->setToolTip("Ouvre le transfert de fichiers avec un terminal portable.");
+    pressWithEnter(CmdTransfert);
+    connect(CmdTransfert, &QPushButton::clicked, this,
+            [this] { context_.act([this] { context_.services.showPortableTransfer(window()); }); });
+
+    auto* const preferences = new QGroupBox("Préférence de connection");
+    auto* const form = new QFormLayout(preferences);
+    form->addRow("Bits de données :", CboDonnées);
+    form->addRow("Parité :", CboParité);
+    form->addRow("Bits d'arrêts :", CboArret);
+    auto* const protocol = new QGroupBox("Protocol");
+    auto* const rows = new QVBoxLayout(protocol);
+    rows->addWidget(CboProtocol);
+    rows->addWidget(ChDatalogic);
+    rows->addWidget(CmdTransfert, 0, Qt::AlignLeft);
+    auto* const column = new QWidget;
+    auto* const layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(preferences);
+    layout->addWidget(protocol);
+    layout->addStretch();
+    return column;
+}
+
+void PortPage::refresh() {
+    SerialConfig& serial = context_.serial;
+    RowList ports = serial.CboPort;
+    for (std::size_t row = 0; row < ports.rows.size() && row < devices_.size(); ++row)
+        if (!devices_[row].empty()) ports.rows[row] += " : " + devices_[row];
+    showRows(CboPort, ports);
+    showRows(CboVitesse, serial.CboVitesse);
+    CboVitesse->setPlaceholderText(toQString(serial.unlistedSpeed));
+    showRows(CboDonnées, serial.CboDonnées);
+    showRows(CboParité, serial.CboParité);
+    showRows(CboArret, serial.CboArret);
+    showRows(CboFlux, serial.CboFlux);
+    showRows(CboProtocol, serial.CboProtocol);
+    ChDatalogic->setChecked(context_.scenarios.form.ChDatalogic);
+}
+
+}  // namespace kalvo

@@ -1,0 +1,182 @@
+#include "editor/windows/scenario_page_window.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QSignalBlocker>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "editor/windows/row_list_view.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/tool_bar.h"
+
+namespace kalvo {
+
+namespace {
+
+void showText(QLineEdit* box, const std::string& text) {
+    const QSignalBlocker quiet(box);
+    if (fromQString(box->text()) != text) box->setText(toQString(text));
+}
+
+}  // namespace
+
+ScenarioPage::ScenarioPage(const SettingsContext& context) : context_(context) {
+    auto* const bar =
+        makeToolBar("TlbScenarios",
+                    {{"Valider",
+                      QStyle::SP_DialogApplyButton,
+                      "Met en service le scénario sélectionné (Alt+V).",
+                      {Qt::ALT | Qt::Key_V},
+                      [this] { context_.act([this] { context_.scenarios.chooseScenario(); }); }},
+                     {"Fermer",
+                      QStyle::SP_DialogCloseButton,
+                      "Ferme la fenêtre (Échap).",
+                      {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
+                      context_.close}});
+    auto* const page = new QWidget;
+    auto* const columns = new QHBoxLayout(page);
+    columns->addWidget(listSide(), 1);
+    columns->addWidget(propertiesSide(), 1);
+    auto* const TabScenario = new QTabWidget;
+    TabScenario->setObjectName("TabScenario");
+    TabScenario->addTab(page, "&Scénarios");
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(bar);
+    layout->addWidget(TabScenario, 1);
+}
+
+QWidget* ScenarioPage::listSide() {
+    auto* const bar = makeToolBar(
+        "TlbScen",
+        {{"Créer",
+          QStyle::SP_FileIcon,
+          "Commence un nouveau scénario (Ctrl+N).",
+          {QKeySequence::New},
+          [this] {
+              context_.act([this] { context_.scenarios.createNew(); });
+              TxtNomScen->setFocus();
+          }},
+         {"Supprimer",
+          QStyle::SP_TrashIcon,
+          "Supprime définitivement le scénario sélectionné, après confirmation (Ctrl+Suppr).",
+          {Qt::CTRL | Qt::Key_Delete},
+          [this] { context_.act([this] { context_.scenarios.deleteScenario(); }); }}});
+    LstScen = new QListWidget;
+    LstScen->setObjectName("LstScen");
+    LstScen->setToolTip(
+        "Les scénarios ; un double clic (ou Entrée) montre les actions de l'un d'eux.");
+    onSelect(LstScen, [this](int row) {
+        if (row >= 0) context_.act([&] { context_.scenarios.select(row); });
+    });
+    onEnter(LstScen, [this](int row) {
+        context_.act([&] {
+            if (context_.scenarios.form.LstScen.selected != row) context_.scenarios.select(row);
+            context_.scenarios.loadSelected();
+        });
+    });
+    auto* const side = new QWidget;
+    auto* const layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(bar);
+    layout->addWidget(LstScen, 1);
+    return side;
+}
+
+QWidget* ScenarioPage::propertiesSide() {
+    auto* const bar = makeToolBar(
+        "TlbSaveScen",
+        {{"Enregistrer",
+          QStyle::SP_DialogSaveButton,
+          "Enregistre le nouveau scénario, ou le chemin et l'incrémentation d'un scénario existant "
+          "(Ctrl+S).",
+          {QKeySequence::Save},
+          [this] { context_.act([this] { context_.scenarios.save(); }); }}});
+    ScenarioForm& form = context_.scenarios.form;
+    TxtNomScen = new QLineEdit;
+    TxtNomScen->setObjectName("TxtNomScen");
+    TxtNomScen->setToolTip(
+        "Le nom du scénario, sans apostrophe ; c'est aussi celui de son fichier.");
+    connect(TxtNomScen, &QLineEdit::textChanged, this,
+            [&form](const QString& text) { form.TxtNomScen = fromQString(text); });
+    CboType = makeComboBox(
+        "CboType",
+        "Emulation frappe les données au clavier, Fichier les écrit dans un "
+        "fichier.",
+        [this](int row) { context_.act([&] { context_.scenarios.chooseType(row); }); });
+    ChcPartiel = new QCheckBox("Trame partielle");
+    ChcPartiel->setObjectName("ChcPartiel");
+    ChcPartiel->setToolTip("À cocher quand un enregistrement arrive en plusieurs trames.");
+    connect(ChcPartiel, &QCheckBox::clicked, this, [this](bool ticked) {
+        context_.act([&] { context_.scenarios.clickPartialFrame(ticked); });
+    });
+    LblNomScen = new QLabel("&Nom :");
+    LblNomScen->setObjectName("LblNomScen");
+    LblNomScen->setBuddy(TxtNomScen);
+    LblType = new QLabel("T&ype :");
+    LblType->setObjectName("LblType");
+    LblType->setBuddy(CboType);
+
+    auto* const side = new QWidget;
+    auto* const layout = new QVBoxLayout(side);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(bar);
+    auto* const rows = new QFormLayout;
+    rows->addRow(LblNomScen, TxtNomScen);
+    rows->addRow(LblType, CboType);
+    layout->addLayout(rows);
+    layout->addWidget(ChcPartiel);
+    layout->addWidget(pathFrame());
+    layout->addStretch();
+    return side;
+}
+
+QGroupBox* ScenarioPage::pathFrame() {
+    ScenarioForm& form = context_.scenarios.form;
+    TxtChemin = new QLineEdit;
+    TxtChemin->setObjectName("TxtChemin");
+    TxtChemin->setToolTip("Le fichier que le scénario écrit, avec son dossier.");
+    connect(TxtChemin, &QLineEdit::textChanged, this,
+            [&form](const QString& text) { form.TxtChemin = fromQString(text); });
+    connect(TxtChemin, &QLineEdit::editingFinished, this, [this] { finishEditing(); });
+    chkIncrement = new QCheckBox("Incrémentation des fichiers");
+    chkIncrement->setObjectName("chkIncrement");
+    chkIncrement->setToolTip("À cocher pour un nouveau fichier à chaque trame : lot1, lot2, ...");
+    connect(chkIncrement, &QCheckBox::clicked, this,
+            [&form](bool ticked) { form.chkIncrement = ticked; });
+    FraChemin = new QGroupBox("Fichier de récupération");
+    FraChemin->setObjectName("FraChemin");
+    auto* const rows = new QFormLayout(FraChemin);
+    rows->addRow("Che&min :", TxtChemin);
+    rows->addRow(chkIncrement);
+    return FraChemin;
+}
+
+void ScenarioPage::finishEditing() {
+    if (!TxtChemin->isModified() || context_.current.scenarioNumber == 0) return;
+    TxtChemin->setModified(false);
+    context_.act([this] { context_.scenarios.editPath(fromQString(TxtChemin->text())); });
+}
+
+void ScenarioPage::refresh() {
+    const ScenarioForm& form = context_.scenarios.form;
+    showRows(LstScen, form.LstScen);
+    for (QWidget* const input :
+         std::initializer_list<QWidget*>{LblNomScen, TxtNomScen, LblType, CboType, ChcPartiel})
+        input->setVisible(form.inputsShown);
+    FraChemin->setVisible(form.FraCheminShown);
+    showText(TxtNomScen, form.TxtNomScen);
+    showRows(CboType, form.CboType);
+    ChcPartiel->setChecked(form.ChcPartiel);
+    showText(TxtChemin, form.TxtChemin);
+    chkIncrement->setChecked(form.chkIncrement);
+}
+
+}  // namespace kalvo

@@ -1,0 +1,195 @@
+#include "editor/windows/settings_window.h"
+
+#include <QCloseEvent>
+#include <QScreen>
+#include <QShortcut>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "editor/windows/actions_window.h"
+#include "editor/windows/connection_page_window.h"
+#include "editor/windows/key_page_window.h"
+#include "editor/windows/key_picker_window.h"
+#include "editor/windows/port_page_window.h"
+#include "editor/windows/scenario_page_window.h"
+#include "editor/windows/test_window.h"
+#include "keys/key_files.h"
+#include "platform/dialogs.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+
+namespace kalvo {
+
+namespace {
+
+// Tabs that can be used without password: the first two.
+constexpr int kOpenTabs = 2;
+
+// The registry value that keeps where a window stood.
+std::string placeName(const QWidget* window) {
+    return "Place" + window->objectName().toStdString();
+}
+
+}  // namespace
+
+SettingsWindow::SettingsWindow(const Platform& platform, RunTimeState& state, AccessLock& lock,
+                               SettingsServices services)
+    : lock_(lock),
+      serial_(platform, state),
+      actions_(platform, state, current_),
+      scenarios_(platform, state, current_, serial_, actions_),
+      context_{platform,
+               state,
+               current_,
+               serial_,
+               actions_,
+               scenarios_,
+               std::move(services),
+               [this](const std::function<void()>& handler) {
+                   context_.services.deliver(handler);
+                   refresh();
+               },
+               [this] { close(); }} {
+    setObjectName("frmparametrage");
+    setWindowTitle("Paramétres <-> Clavier");
+    setAttribute(Qt::WA_DeleteOnClose);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    serial_.ChargeCommunication();
+    scenarios_.load();
+    makeTabs();
+    makeStepWindows();
+    showAccess();
+    refresh();
+    for (QWidget* const window : placedWindows()) restorePlace(window);
+}
+
+SettingsWindow::~SettingsWindow() = default;
+
+void SettingsWindow::makeTabs() {
+    TabParam = new QTabWidget;
+    TabParam->setObjectName("TabParam");
+    // All tabs in view: the window is as wide as they are.
+    TabParam->setUsesScrollButtons(false);
+    const KeyTables keys =
+        RemplirTouches(context_.platform.profiles, context_.state.scenario.applicationFolder);
+    connection_ = new ConnectionPage(context_);
+    port_ = new PortPage(context_);
+    particularKeys_ =
+        new KeyPage(context_, {"TlbPart", "keys", "LblTouche", kParticularSection}, keys.keys);
+    systemKeys_ = new KeyPage(context_, {"TlbSys", "systemKey", "Labelsysteme", kSystemSection},
+                              keys.systemKey);
+    scenario_ = new ScenarioPage(context_);
+    TabParam->addTab(connection_, "&Connexion");
+    TabParam->addTab(port_, "&Propriétés");
+    TabParam->addTab(particularKeys_, "&Touches particuliéres");
+    TabParam->addTab(systemKeys_, "Touches &systémes");
+    TabParam->addTab(scenario_, "S&cénario");
+    connect(TabParam, &QTabWidget::currentChanged, this,
+            [this] { context_.act([this] { scenarios_.readChoices(); }); });
+    // The tab widget has these keys, too, but a drop-down list with the focus eats them.
+    new QShortcut(Qt::CTRL | Qt::Key_Tab, this, [this] { turnTab(1); });
+    new QShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, this, [this] { turnTab(-1); });
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(TabParam);
+}
+
+void SettingsWindow::turnTab(int step) {
+    const int count = TabParam->count();
+    int tab = TabParam->currentIndex();
+    do {
+        tab = (tab + step + count) % count;
+    } while (!TabParam->isTabEnabled(tab));
+    TabParam->setCurrentIndex(tab);
+}
+
+void SettingsWindow::makeStepWindows() {
+    const auto closeAll = [this] { closeSteps(); };
+    FrmActions = new ActionsWindow(this, context_, closeAll);
+    FrmTouches = new KeyPickerWindow(this, context_, closeAll);
+    FrmTest = new TestWindow(this, context_, closeAll);
+    placeStepWindows();
+}
+
+// Side by side over the lower two thirds of the screen, so that the settings stay in view.
+void SettingsWindow::placeStepWindows() {
+    const QRect area = screen()->availableGeometry();
+    const int width = area.width() / 4;
+    const int height = area.height() / 2;
+    int left = area.left() + width / 4;
+    for (QWidget* const window :
+         {static_cast<QWidget*>(FrmActions), static_cast<QWidget*>(FrmTouches),
+          static_cast<QWidget*>(FrmTest)}) {
+        window->setGeometry(left, area.top() + area.height() / 3, width, height);
+        left += width + width / 16;
+    }
+}
+
+void SettingsWindow::showAccess() {
+    for (int tab = kOpenTabs; tab < TabParam->count(); ++tab)
+        TabParam->setTabEnabled(tab, lock_.accessLevel == 1);
+}
+
+void SettingsWindow::refresh() {
+    connection_->refresh();
+    port_->refresh();
+    scenario_->refresh();
+    showSteps();
+}
+
+void SettingsWindow::showSteps() {
+    const bool shown = scenarios_.stepsShown;
+    if (shown) {
+        FrmActions->refresh();
+        FrmTouches->refresh();
+        FrmTest->refresh();
+    }
+    FrmActions->setVisible(shown);
+    FrmTouches->setVisible(shown);
+    FrmTest->setVisible(shown);
+}
+
+void SettingsWindow::closeSteps() {
+    if (!scenarios_.stepsShown) return;
+    scenarios_.stepsShown = false;
+    context_.act([this] { actions_.cancelInsert(); });
+    if (isMinimized()) showNormal();
+    raise();
+    activateWindow();
+}
+
+bool SettingsWindow::unsaved() const {
+    return serial_.unsaved() || scenarios_.unsaved() || particularKeys_->unsaved() ||
+           systemKeys_->unsaved();
+}
+
+void SettingsWindow::closeEvent(QCloseEvent* event) {
+    scenario_->finishEditing();
+    if (unsaved() &&
+        !context_.platform.dialogs.confirm(
+            "Des modifications ne sont pas enregistrées. Fermer sans les enregistrer ?"_ansi,
+            kApplicationTitle, MessageIcon::kQuestion)) {
+        event->ignore();
+        return;
+    }
+    for (QWidget* const window : placedWindows())
+        writeSetting(context_.platform.registry, placeName(window),
+                     window->saveGeometry().toBase64().toStdString());
+    if (actions_.insertMode) context_.services.deliver([this] { actions_.cancelInsert(); });
+    lock_ = {};
+    scenarios_.stepsShown = false;
+    showSteps();
+    event->accept();
+}
+
+std::array<QWidget*, 4> SettingsWindow::placedWindows() {
+    return {this, FrmActions, FrmTouches, FrmTest};
+}
+
+void SettingsWindow::restorePlace(QWidget* window) {
+    const std::string place = readSetting(context_.platform.registry, placeName(window));
+    if (!place.empty())
+        window->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(place)));
+}
+
+}  // namespace kalvo

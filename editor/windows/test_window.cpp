@@ -1,0 +1,136 @@
+#include "editor/windows/test_window.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QToolBar>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "editor/key_listing.h"
+#include "editor/script_preview.h"
+#include "editor/test_run.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/tool_bar.h"
+#include "text/runtime_error.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kTypingRest = 200;  // milliseconds without a key before the preview follows
+constexpr std::size_t kMostKeys = 500;
+constexpr qsizetype kMostScript = 20'000;  // characters shown
+
+}  // namespace
+
+TestWindow::TestWindow(QWidget* owner, const SettingsContext& context,
+                       std::function<void()> closeSteps)
+    : QWidget(owner, Qt::Window), context_(context), closeSteps_(std::move(closeSteps)) {
+    setObjectName("FrmTest");
+    setWindowTitle("Test du scénario");
+    setAttribute(Qt::WA_QuitOnClose, false);
+    previewTimer_.setSingleShot(true);
+    previewTimer_.setInterval(kTypingRest);
+    connect(&previewTimer_, &QTimer::timeout, this,
+            [this] { context_.services.deliver([this] { showPreview(); }); });
+    makeControls();
+}
+
+void TestWindow::makeControls() {
+    auto* const bar = makeToolBar(
+        "TlbScenarios",
+        {{"Tester",
+          QStyle::SP_MediaPlay,
+          "Demande les champs de quatre trames, laisse deux secondes pour changer de fenêtre, puis "
+          "frappe le résultat (F5).",
+          {Qt::Key_F5},
+          [this] { runTest(); }},
+         {"Fermer",
+          QStyle::SP_DialogCloseButton,
+          "Ferme les fenêtres du scénario et revient au paramétrage (Échap).",
+          {Qt::Key_Escape},
+          [this] { close(); }}});
+    TxtTrame = new QPlainTextEdit("REF001\n12");
+    TxtTrame->setObjectName("TxtTrame");
+    TxtTrame->setTabChangesFocus(true);
+    TxtTrame->setToolTip("Une trame d'exemple, un champ par ligne ; l'aperçu la suit.");
+    connect(TxtTrame, &QPlainTextEdit::textChanged, this, [this] { previewTimer_.start(); });
+    auto* const CmdDerniereTrame = new QPushButton("&Dernière trame reçue");
+    CmdDerniereTrame->setObjectName("CmdDerniereTrame");
+    CmdDerniereTrame->setToolTip("Prend comme exemple la dernière trame reçue d'un terminal.");
+    pressWithEnter(CmdDerniereTrame);
+    connect(CmdDerniereTrame, &QPushButton::clicked, this, [this] { takeLastFrame(); });
+    TxtScript = new QPlainTextEdit;
+    TxtScript->setObjectName("TxtScript");
+    TxtScript->setReadOnly(true);
+    TxtScript->setTabChangesFocus(true);
+    TxtScript->setToolTip("Ce que le scénario fait de la trame d'exemple ; rien n'est frappé.");
+    LstFrappe = new QListWidget;
+    LstFrappe->setObjectName("LstFrappe");
+    LstFrappe->setToolTip("Les touches que le script frappe, dans leur ordre.");
+    auto* const frameLabel = new QLabel("Trame d'&exemple (un champ par ligne) :");
+    frameLabel->setBuddy(TxtTrame);
+    LblScript = new QLabel;
+    LblScript->setObjectName("LblScript");
+    LblScript->setBuddy(TxtScript);
+    auto* const keysLabel = new QLabel("&Touches frappées :");
+    keysLabel->setBuddy(LstFrappe);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(bar);
+    layout->addWidget(frameLabel);
+    layout->addWidget(TxtTrame, 1);
+    layout->addWidget(CmdDerniereTrame, 0, Qt::AlignLeft);
+    layout->addWidget(LblScript);
+    layout->addWidget(TxtScript, 1);
+    layout->addWidget(keysLabel);
+    layout->addWidget(LstFrappe, 2);
+}
+
+void TestWindow::closeEvent(QCloseEvent* event) {
+    event->accept();
+    closeSteps_();
+}
+
+void TestWindow::refresh() { showPreview(); }
+
+std::string TestWindow::sampleFrame() const {
+    return fromQString(TxtTrame->toPlainText().replace("\n", "\r\n") + "\r\n");
+}
+
+void TestWindow::showPreview() {
+    // An open gap would end the scenario early.
+    if (context_.actions.insertMode) return;
+    LstFrappe->clear();
+    try {
+        const ScriptPreview preview = previewScript(context_.platform, context_.state,
+                                                    context_.current.scenarioNumber, sampleFrame());
+        LblScript->setText(preview.toFile ? "Te&xte écrit dans le fichier :"
+                                          : "&Script de touches :");
+        TxtScript->setPlainText(toQString(preview.script).left(kMostScript));
+        if (preview.toFile) return;
+        for (const std::string& row : listKeys(preview.script, preview.timerPause, kMostKeys))
+            LstFrappe->addItem(toQString(row));
+    } catch (const RuntimeError& error) {
+        TxtScript->setPlainText(toQString(error.description()));
+    }
+}
+
+void TestWindow::takeLastFrame() {
+    TxtTrame->setPlainText(
+        toQString(context_.state.ReceivedData).replace("\r\n", "\n").replace('\r', '\n').trimmed());
+}
+
+void TestWindow::runTest() {
+    context_.act([this] {
+        context_.actions.cancelInsert();
+        runScenarioTest(context_.platform, context_.state, context_.current,
+                        [this] { parentWidget()->showMinimized(); });
+    });
+}
+
+}  // namespace kalvo

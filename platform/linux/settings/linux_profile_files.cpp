@@ -1,0 +1,25 @@
+#include "platform/linux/settings/linux_profile_files.h"
+
+#include <optional>
+#include <utility>
+
+#include "platform/linux/native_path.h"
+#include "platform/linux/settings/profile_file_text.h"
+#include "platform/linux/whole_file.h"
+
+namespace kalvo {
+
+std::string LinuxProfileFiles::read(std::string_view file, std::string_view section,
+                                    std::string_view key) {
+    std::optional<std::string> content = readWholeFile(nativePath(file));
+    return content ? findProfileValue(std::move(*content), section, key) : "";
+}
+
+bool LinuxProfileFiles::write(std::string_view file, std::string_view section, std::string_view key,
+                              std::string_view value) {
+    return updateWholeFile(nativePath(file), [&](std::string content) {
+        return std::optional(withProfileValue(std::move(content), section, key, value));
+    });
+}
+
+}  // namespace kalvo
