@@ -27,4 +27,19 @@ namespace kalvo {
     return {number, std::string(text()) + " : " + std::string(path)};
 }
 
+// For the path of an application folder (shown in code page 1252 as far as that goes)
+// that the code page cannot hold: it would silently become the path of something else.
+[[nodiscard]] inline RuntimeError unusablePathError(std::string_view shown) {
+    return {error_number::kPathNotFound,
+            std::string("Ce chemin contient des caractères que le programme ne peut pas "
+                        "utiliser ; indiquez un autre dossier avec --app-dir : "_ansi)
+                .append(shown)};
+}
+
+// For an application folder that cannot be made.
+[[nodiscard]] inline RuntimeError folderNotMadeError(std::string_view path) {
+    return {error_number::kPathAccess,
+            std::string("Impossible de créer le dossier : "_ansi).append(path)};
+}
+
 }  // namespace kalvo

@@ -5,7 +5,7 @@
 
 #include "platform/linux/user_folders.h"
 #include "text/ansi_text.h"
-#include "text/runtime_error.h"
+#include "text/file_error_text.h"
 
 namespace kalvo {
 
@@ -23,16 +23,10 @@ bool holds(const fs::path& folder, const char* file) {
     return fs::exists(folder / file, error);
 }
 
-// The path for the core. One that code page 1252 cannot hold would silently become
-// the path of something else.
+// The path for the core.
 std::string corePath(const std::string& native) {
     std::string path = fromUtf8(native);
-    if (toUtf8(path) != native)
-        throw RuntimeError(
-            error_number::kPathNotFound,
-            std::string("Ce chemin contient des caractères que le programme ne peut pas "
-                        "utiliser ; indiquez un autre dossier avec --app-dir : "_ansi) +
-                path);
+    if (toUtf8(path) != native) throw unusablePathError(path);
     return path;
 }
 
@@ -56,9 +50,7 @@ std::string applicationFolder(std::optional<std::string_view> appDir) {
     std::string path = corePath(folder);
     std::error_code error;
     fs::create_directories(folder, error);
-    if (error)
-        throw RuntimeError(error_number::kPathAccess,
-                           std::string("Impossible de créer le dossier : "_ansi) + path);
+    if (error) throw folderNotMadeError(path);
     return path;
 }
 

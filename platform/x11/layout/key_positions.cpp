@@ -1,63 +1,35 @@
 #include "platform/x11/layout/key_positions.h"
 
 #include <array>
+#include <cstddef>
 #include <string_view>
 
 namespace kalvo {
 
 namespace {
 
-constexpr auto kUs = std::to_array<KeyPosition>({{0x0C, 0xBD},
-                                                 {0x0D, 0xBB},
-                                                 {0x1A, 0xDB},
-                                                 {0x1B, 0xDD},
-                                                 {0x27, 0xBA},
-                                                 {0x28, 0xDE},
-                                                 {0x29, 0xC0},
-                                                 {0x2B, 0xDC},
-                                                 {0x33, 0xBC},
-                                                 {0x34, 0xBE},
-                                                 {0x35, 0xBF},
-                                                 {0x56, 0xE2}});
+// The keys whose virtual key differs from one family of layouts to the other: scan code,
+// then the virtual key of each family, 0 where it has a letter or nothing there.
+struct OemKey {
+    std::uint8_t scanCode;
+    std::array<std::uint8_t, 4> virtualKeys;  // us, french, german, belgian
+};
 
-constexpr auto kFrench = std::to_array<KeyPosition>({{0x0C, 0xDB},
-                                                     {0x0D, 0xBB},
-                                                     {0x1A, 0xDD},
-                                                     {0x1B, 0xBA},
-                                                     {0x28, 0xC0},
-                                                     {0x29, 0xDE},
-                                                     {0x2B, 0xDC},
-                                                     {0x32, 0xBC},
-                                                     {0x33, 0xBE},
-                                                     {0x34, 0xBF},
-                                                     {0x35, 0xDF},
-                                                     {0x56, 0xE2}});
-
-constexpr auto kGerman = std::to_array<KeyPosition>({{0x0C, 0xDB},
-                                                     {0x0D, 0xDD},
-                                                     {0x1A, 0xBA},
-                                                     {0x1B, 0xBB},
-                                                     {0x27, 0xC0},
-                                                     {0x28, 0xDE},
-                                                     {0x29, 0xDC},
-                                                     {0x2B, 0xBF},
-                                                     {0x33, 0xBC},
-                                                     {0x34, 0xBE},
-                                                     {0x35, 0xBD},
-                                                     {0x56, 0xE2}});
-
-constexpr auto kBelgian = std::to_array<KeyPosition>({{0x0C, 0xDB},
-                                                      {0x0D, 0xBD},
-                                                      {0x1A, 0xDD},
-                                                      {0x1B, 0xBA},
-                                                      {0x28, 0xC0},
-                                                      {0x29, 0xDE},
-                                                      {0x2B, 0xDC},
-                                                      {0x32, 0xBC},
-                                                      {0x33, 0xBE},
-                                                      {0x34, 0xBF},
-                                                      {0x35, 0xBB},
-                                                      {0x56, 0xE2}});
+constexpr auto kOemKeys = std::to_array<OemKey>({
+    {0x0C, {0xBD, 0xDB, 0xDB, 0xDB}},
+    {0x0D, {0xBB, 0xBB, 0xDD, 0xBD}},
+    {0x1A, {0xDB, 0xDD, 0xBA, 0xDD}},
+    {0x1B, {0xDD, 0xBA, 0xBB, 0xBA}},
+    {0x27, {0xBA, 0x00, 0xC0, 0x00}},
+    {0x28, {0xDE, 0xC0, 0xDE, 0xC0}},
+    {0x29, {0xC0, 0xDE, 0xDC, 0xDE}},
+    {0x2B, {0xDC, 0xDC, 0xBF, 0xDC}},
+    {0x32, {0x00, 0xBC, 0x00, 0xBC}},
+    {0x33, {0xBC, 0xBE, 0xBC, 0xBE}},
+    {0x34, {0xBE, 0xBF, 0xBE, 0xBF}},
+    {0x35, {0xBF, 0xDF, 0xBD, 0xBB}},
+    {0x56, {0xE2, 0xE2, 0xE2, 0xE2}},
+});
 
 // Pause and the print key are missing on purpose: mapping type 0 knows neither.
 constexpr auto kNamed = std::to_array<KeyPosition>(
@@ -86,14 +58,13 @@ constexpr std::string_view kUsCharacters = "1234567890    QWERTYUIOP    ASDFGHJK
 
 }  // namespace
 
-std::span<const KeyPosition> oemKeys(OemFamily family) {
-    switch (family) {
-        case OemFamily::french: return kFrench;
-        case OemFamily::german: return kGerman;
-        case OemFamily::belgian: return kBelgian;
-        case OemFamily::us: break;
-    }
-    return kUs;
+std::vector<KeyPosition> oemKeys(OemFamily family) {
+    std::vector<KeyPosition> keys;
+    for (const OemKey& key : kOemKeys)
+        if (const std::uint8_t virtualKey = key.virtualKeys[static_cast<std::size_t>(family)];
+            virtualKey != 0)
+            keys.push_back({key.scanCode, virtualKey});
+    return keys;
 }
 
 std::span<const KeyPosition> namedKeys() { return kNamed; }

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 namespace kalvo {
 
@@ -17,7 +18,7 @@ struct KeyPosition {
 enum class OemFamily : std::uint8_t { us, french, german, belgian };
 
 // The OEM keys of one family, in the order of their scan codes.
-[[nodiscard]] std::span<const KeyPosition> oemKeys(OemFamily family);
+[[nodiscard]] std::vector<KeyPosition> oemKeys(OemFamily family);
 
 // Named, modifier, keypad, function and media keys: the same in every layout.
 [[nodiscard]] std::span<const KeyPosition> namedKeys();
