@@ -47,9 +47,11 @@ public:
     void setPortOpen(bool open) override {
         if (open) throw notOpen();
     }
+    void reopen() override { throw notOpen(); }
     [[nodiscard]] bool PortOpen() const override { return false; }
     [[nodiscard]] int CommEvent() const override { return 0; }
     void onComm(std::function<void()>) override {}
+    void onInput(std::function<void(std::string_view)>) override {}
     void onLineChange(std::function<void(bool)>) override {}
 
 private:

@@ -16,7 +16,7 @@ namespace {
 void resetPort(SerialPort& port) {
     if (!port.PortOpen()) return;
     port.setPortOpen(false);
-    port.setPortOpen(true);
+    port.reopen();
 }
 
 }  // namespace

@@ -60,6 +60,10 @@ public:
 
     // Opening and closing both drop what is waiting in either direction.
     virtual void setPortOpen(bool open) = 0;
+    // Opens a port again that was open before. A device that is away or busy by now
+    // counts as lost: the port is open, and the line is tried until it is back.
+    // RuntimeErrors as opening for a port that never was.
+    virtual void reopen() = 0;
     [[nodiscard]] virtual bool PortOpen() const = 0;
 
     // The kind of the latest communication event (comm_event).
@@ -69,6 +73,10 @@ public:
     // pump, never from inside another member. Events that arrive while one is
     // waiting for delivery become one.
     virtual void onComm(std::function<void()> handler) = 0;
+
+    // Called with whatever comes in before it can be read, from a thread of the binding,
+    // in the order of arrival. Set while the port is closed; empty: nobody listens.
+    virtual void onInput(std::function<void(std::string_view bytes)> listener) = 0;
 
     // Called once, from the event pump, each time the line is lost (device
     // unplugged) or is back and open again. `lost` tells which.

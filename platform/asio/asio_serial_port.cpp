@@ -39,6 +39,7 @@ void AsioSerialPort::setCommPort(int number) {
     if (PortOpen()) failAlreadyOpen();
     if (number < 1 || number > kHighestPort)
         fail(error_number::kPortInvalid, "Numéro de port série non valide"_ansi);
+    if (number != number_) device_.clear();
     number_ = number;
 }
 
@@ -90,18 +91,36 @@ void AsioSerialPort::setPortOpen(bool open) {
     }
 }
 
+void AsioSerialPort::reopen() {
+    if (PortOpen()) failAlreadyOpen();
+    try {
+        openLine();
+    } catch (const RuntimeError&) {
+        if (device_.empty()) throw;
+        line_ = std::make_unique<SerialLine>(SerialLine::kAway, parameters(), inbox_);
+    }
+}
+
 void AsioSerialPort::openLine() {
     const std::string device = resolver_(number_);
     if (device.empty())
         fail(error_number::kPortInvalid, std::string("Le port COM"_ansi) + std::to_string(number_) +
                                              std::string(" n'existe pas sur ce poste"_ansi));
     line_ = std::make_unique<SerialLine>(LineParameters{device, settings_, handshaking_}, inbox_);
+    device_ = device;
 }
+
+LineParameters AsioSerialPort::parameters() const { return {device_, settings_, handshaking_}; }
 
 int AsioSerialPort::CommEvent() const { return inbox_->latestEvent(); }
 
 void AsioSerialPort::onComm(std::function<void()> handler) {
     inbox_->setEventHandler(std::move(handler));
+}
+
+void AsioSerialPort::onInput(std::function<void(std::string_view bytes)> listener) {
+    if (PortOpen()) failAlreadyOpen();
+    inbox_->setListener(std::move(listener));
 }
 
 void AsioSerialPort::onLineChange(std::function<void(bool lost)> handler) {

@@ -4,8 +4,9 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
-#include "platform/asio/line_settings.h"
+#include "platform/asio/native_line.h"
 #include "platform/event_pump.h"
 #include "platform/serial_port.h"
 
@@ -50,17 +51,21 @@ public:
     void Output(std::string_view bytes) override;
     [[nodiscard]] std::size_t InBufferCount() const override;
     void setPortOpen(bool open) override;
+    void reopen() override;
     [[nodiscard]] bool PortOpen() const override { return line_ != nullptr; }
     [[nodiscard]] int CommEvent() const override;
     void onComm(std::function<void()> handler) override;
+    void onInput(std::function<void(std::string_view bytes)> listener) override;
     void onLineChange(std::function<void(bool lost)> handler) override;
 
 private:
     void openLine();
+    [[nodiscard]] LineParameters parameters() const;
     void apply(const LineSettings& settings, Handshaking handshaking);
 
     PortNameResolver resolver_;
     int number_ = 1;
+    std::string device_;  // of the line that was open last
     LineSettings settings_;
     Handshaking handshaking_ = Handshaking::kNone;
     std::shared_ptr<LineInbox> inbox_;

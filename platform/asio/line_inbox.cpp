@@ -18,6 +18,7 @@ std::size_t countOf(int characters) {
 }  // namespace
 
 void LineInbox::received(std::string_view bytes) {
+    if (listener_) listener_(bytes);
     const std::lock_guard lock(mutex_);
     queue_.append(bytes);
     if (receiveThreshold_ > 0 && queue_.size() >= receiveThreshold_) raise(comm_event::kReceive);

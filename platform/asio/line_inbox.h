@@ -38,6 +38,10 @@ public:
     void setInputLength(int characters);
     void setEventHandler(std::function<void()> handler) { onEvent_ = std::move(handler); }
     void setLineHandler(std::function<void(bool)> handler) { onLine_ = std::move(handler); }
+    // Told of what comes in before it waits here; set while no line is open.
+    void setListener(std::function<void(std::string_view)> listener) {
+        listener_ = std::move(listener);
+    }
     // Drops the bytes that wait and the events that are on their way.
     void clear();
 
@@ -48,6 +52,8 @@ private:
     [[nodiscard]] int takePendingEvent();
 
     EventPump& pump_;
+
+    std::function<void(std::string_view)> listener_;  // of the line's thread while open
 
     mutable std::mutex mutex_;
     ReceiveQueue queue_;

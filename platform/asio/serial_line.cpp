@@ -29,6 +29,13 @@ SerialLine::SerialLine(LineParameters parameters, std::shared_ptr<LineInbox> inb
     thread_ = std::thread([this] { io_.run(); });
 }
 
+SerialLine::SerialLine(Away, LineParameters parameters, std::shared_ptr<LineInbox> inbox)
+    : inbox_(std::move(inbox)), parameters_(std::move(parameters)), lost_(true) {
+    inbox_->lineChanged(true);
+    retryLater();
+    thread_ = std::thread([this] { io_.run(); });
+}
+
 SerialLine::~SerialLine() {
     const auto deadline = steady_clock::now() + kTimeToLeave;
     const bool written = waitUntilWritten(deadline);

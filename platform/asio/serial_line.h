@@ -25,6 +25,9 @@ class SerialLine {
 public:
     // Opens and starts; RuntimeErrors as openNativeLine.
     SerialLine(LineParameters parameters, std::shared_ptr<LineInbox> inbox);
+    // A line whose device is away: lost from the start, and tried until it is there.
+    enum Away { kAway };
+    SerialLine(Away, LineParameters parameters, std::shared_ptr<LineInbox> inbox);
     // Gives queued output half a second to leave, drops the rest and closes.
     ~SerialLine();
     SerialLine(const SerialLine&) = delete;

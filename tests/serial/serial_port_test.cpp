@@ -244,6 +244,25 @@ TEST_F(SerialPortTest, ALostLineIsReportedOnceAndComesBackByItself) {
     EXPECT_EQ(port->Input(), "again");
     port->Output("yes");
     EXPECT_EQ(second.receive(3), "yes");
+
+    // Gone while it is closed for a moment: opened again it is lost, not refused.
+    port->setPortOpen(false);
+    std::string heard;
+    port->onInput([&](std::string_view bytes) { heard += bytes; });
+    second.unplug();
+    port->reopen();
+    EXPECT_TRUE(port->PortOpen());
+    ASSERT_TRUE(pump.runUntil([&] { return changes.size() > 2; }));
+    Pty third;
+    fs::remove(link);
+    fs::create_symlink(third.path(), link);
+    ASSERT_TRUE(pump.runUntil([&] { return changes.size() > 3; }));
+    EXPECT_THAT(changes, ::testing::ElementsAre(true, false, true, false));
+    third.send("and again");
+    ASSERT_TRUE(arrived(9));
+    EXPECT_EQ(port->Input(), "and again");
+    port->setPortOpen(false);
+    EXPECT_EQ(heard, "and again") << "listened to on the line's own thread";
     fs::remove(link);
 }
 

@@ -26,8 +26,13 @@ public:
 
     // Bytes from the terminal; raises the receive event as the pump would.
     void receive(std::string_view bytes) {
-        waiting += bytes;
+        arrive(bytes);
         if (comm_) comm_();
+    }
+    // The same before the event is delivered.
+    void arrive(std::string_view bytes) {
+        if (input_) input_(bytes);
+        waiting += bytes;
     }
 
     void setCommPort(int number) override {
@@ -67,13 +72,21 @@ public:
         if (wanted && openError != 0) throw RuntimeError(openError, "Port refusé");
         open = wanted;
     }
+    void reopen() override {
+        log.push_back("reopen");
+        open = true;
+    }
     [[nodiscard]] bool PortOpen() const override { return open; }
     [[nodiscard]] int CommEvent() const override { return event; }
     void onComm(std::function<void()> handler) override { comm_ = std::move(handler); }
+    void onInput(std::function<void(std::string_view)> listener) override {
+        input_ = std::move(listener);
+    }
     void onLineChange(std::function<void(bool)>) override {}
 
 private:
     std::function<void()> comm_;
+    std::function<void(std::string_view)> input_;
 };
 
 }  // namespace kalvo::testing
