@@ -103,7 +103,7 @@ void compileScenario(benchmark::State& state) {
                             world.databases, files,         world.events, world.dialogs,
                             world.icon,      world.progress};
     for (auto _ : state)
-        if (!CompileScenario(platform, *site.database, site.folder, 1))
+        if (!CompileScenario(platform, *site.database, site.folder, 1).complete)
             state.SkipWithError("not compiled");
     state.SetComplexityN(state.range(0));
 }

@@ -30,8 +30,12 @@ void readSettings(const Platform& platform, RunTimeState& state) {
 void compileChosenScenario(const Platform& platform, RunTimeState& state) {
     const std::string name = readSetting(platform.registry, kRacScenChx);
     if (name.empty()) return;
-    if (const auto numero = findScenario(*state.database, name))
+    const auto numero = findScenario(*state.database, name);
+    if (!numero) return;
+    const Compilation compilation =
         CompileScenario(platform, *state.database, state.scenario.applicationFolder, *numero);
+    if (!compilation.problem.empty())
+        platform.dialogs.message(compilation.problem, kApplicationTitle, MessageIcon::kExclamation);
 }
 
 // Sets `portRefused` while the port is being opened: it stays set when that fails.

@@ -252,8 +252,11 @@ void ScenarioEditor::writeChoices(std::string_view chosen) {
 void ScenarioEditor::compile(std::string_view name) {
     if (name.empty()) return;
     actions_.cancelInsert();
-    if (const auto numero = findScenario(*state_.database, name))
+    const auto numero = findScenario(*state_.database, name);
+    if (!numero) return;
+    const Compilation compilation =
         CompileScenario(platform_, *state_.database, state_.scenario.applicationFolder, *numero);
+    if (!compilation.problem.empty()) warn(platform_, compilation.problem);
 }
 
 void ScenarioEditor::chooseScenario() {

@@ -1,6 +1,5 @@
 #include "editor/script_preview.h"
 
-#include <map>
 #include <memory>
 #include <utility>
 
@@ -10,37 +9,38 @@
 #include "scenario/frame_processing.h"
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_loader.h"
+#include "scenario/scenario_names.h"
 #include "scenario/scenario_store.h"
-#include "settings/application_paths.h"
-#include "text/ansi_text.h"
+#include "text/number_text.h"
 
 namespace kalvo {
 
 namespace {
 
-// One file held in memory; every other is read from where it is and never written.
-class ScratchFile : public ProfileFiles {
+// A compiled scenario in place of its file; every other file is read from where it is,
+// and none is written.
+class ScenarioInMemory : public ProfileFiles {
 public:
-    ScratchFile(ProfileFiles& others, std::string path) : others_(others), path_(std::move(path)) {}
+    ScenarioInMemory(ProfileFiles& others, std::string path, CompiledScenario scenario)
+        : others_(others), path_(std::move(path)), scenario_(std::move(scenario)) {}
 
     std::string read(std::string_view file, std::string_view section,
                      std::string_view key) override {
         if (file != path_) return others_.read(file, section, key);
-        const auto found = values_.find({std::string(section), std::string(key)});
-        return found == values_.end() ? std::string() : found->second;
+        for (const auto& [entry, text] : scenario_.values)
+            if (entry.section == section && entry.key == key)
+                return std::string(trimBlanks(text).substr(0, kLongestProfileValue));
+        return {};
     }
 
-    bool write(std::string_view file, std::string_view section, std::string_view key,
-               std::string_view value) override {
-        if (file != path_) return false;
-        values_[{std::string(section), std::string(key)}] = value;
-        return true;
+    bool write(std::string_view, std::string_view, std::string_view, std::string_view) override {
+        return false;
     }
 
 private:
     ProfileFiles& others_;
     std::string path_;
-    std::map<std::pair<std::string, std::string>, std::string> values_;
+    CompiledScenario scenario_;
 };
 
 class ReadOnlyDatabase : public Database {
@@ -63,9 +63,10 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
     const auto scenario = readScenario(*state.database, scenarioNumber);
     if (!scenario) return {};
     const std::string& folder = state.scenario.applicationFolder;
-    const std::string file = scenarioFile(folder, scenario->Nom);
-    ScratchFile profiles(platform.profiles, file);
     ReadOnlyDatabase database(*state.database);
+    ScenarioInMemory profiles(platform.profiles,
+                              findScenarioFile(platform.files, folder, scenario->Nom),
+                              compiled(database, *scenario));
     NoProgress progress;
     const Platform dry{platform.keyboard,  platform.port,  profiles,        platform.registry,
                        platform.databases, platform.files, platform.events, platform.dialogs,
@@ -75,7 +76,6 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
     run.counterUse = CounterUse::kReadOnly;
     run.DecimalSeparator = state.scenario.DecimalSeparator;
     run.active.ScenarioName = scenario->Nom;
-    compileInto(profiles, database, file, *scenario);
     LoadTestScenario(dry, run, scenario->Nom);
     run.keys.LoadKeyCorrespondence(profiles, folder);
     std::string text(frame);

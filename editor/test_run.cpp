@@ -67,7 +67,10 @@ void runScenarioTest(const Platform& platform, RunTimeState& state, const Curren
     if (!scenario) return;
     std::string frame = askForFrame(platform, *state.database, scenario->Numero);
     ScenarioRun& run = state.scenario;
-    CompileScenario(platform, *state.database, run.applicationFolder, scenario->Numero);
+    const Compilation compilation =
+        CompileScenario(platform, *state.database, run.applicationFolder, scenario->Numero);
+    if (!compilation.problem.empty())
+        platform.dialogs.message(compilation.problem, kApplicationTitle, MessageIcon::kExclamation);
     const KeptScenario kept(run, scenario->Nom);
     LoadTestScenario(platform, run, scenario->Nom);
     run.keys.LoadKeyCorrespondence(platform.profiles, run.applicationFolder);

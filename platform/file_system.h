@@ -69,6 +69,11 @@ public:
     // The path as users of this system write it.
     [[nodiscard]] virtual std::string shownPath(std::string_view path) const = 0;
 
+    // Puts a content in the place of a file, or makes the file, in one step: whoever looks
+    // finds the old content or the new one, whole, whatever happens in between. On the
+    // disk when it returns.
+    virtual void replace(std::string_view path, std::string_view content) = 0;
+
     // Gives a file another name in the same folder, in place of a file of that name:
     // whoever looks finds the old file or the new one, whole.
     virtual void rename(std::string_view from, std::string_view to) = 0;

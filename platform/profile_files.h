@@ -1,10 +1,14 @@
 // Private-profile (INI) files.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace kalvo {
+
+// What a reader gets of a value at most, in characters.
+inline constexpr std::size_t kLongestProfileValue = 2054;
 
 // Reading and writing with the rules of GetPrivateProfileStringA and
 // WritePrivateProfileStringA. All texts are code page 1252.
@@ -12,7 +16,7 @@ class ProfileFiles {
 public:
     virtual ~ProfileFiles() = default;
 
-    // The value of a key, at most 2054 characters of it; empty when the file, the
+    // The value of a key, at most kLongestProfileValue characters of it; empty when the file, the
     // section or the key is missing. Section and key compare without regard to
     // case and to blanks around them; one pair of enclosing quotes is removed.
     [[nodiscard]] virtual std::string read(std::string_view file, std::string_view section,

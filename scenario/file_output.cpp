@@ -9,7 +9,7 @@
 #include "platform/dialogs.h"
 #include "platform/file_system.h"
 #include "scenario/scenario_file.h"
-#include "settings/application_paths.h"
+#include "scenario/scenario_names.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"
@@ -59,9 +59,10 @@ void writeFile(const Platform& platform, const std::string& path, std::string_vi
 }
 
 std::string targetPath(const Platform& platform, const ScenarioRun& run) {
-    std::string path = ReadIniValue(platform.profiles,
-                                    scenarioFile(run.applicationFolder, run.active.ScenarioName),
-                                    scenario_file::kChemin.section, scenario_file::kChemin.key);
+    std::string path = ReadIniValue(
+        platform.profiles,
+        findScenarioFile(platform.files, run.applicationFolder, run.active.ScenarioName),
+        scenario_file::kChemin.section, scenario_file::kChemin.key);
     const std::string folder = path.substr(0, folderLength(path));
     if (!platform.files.folderExists(folder)) CreateFolderPath(platform, folder);
     if (!run.active.SpecifMode) return path;

@@ -1,6 +1,7 @@
 #include "scenario/frame_processing.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -12,6 +13,7 @@
 #include "scenario/partial_frames.h"
 #include "scenario/progress_pacer.h"
 #include "scenario/scenario_file.h"
+#include "scenario/scenario_names.h"
 #include "scenario/scenario_store.h"
 #include "settings/application_paths.h"
 #include "settings/settings_store.h"
@@ -26,9 +28,10 @@ namespace {
 
 std::string readScenarioFile(const Platform& platform, const ScenarioRun& run,
                              const scenario_file::Entry& entry) {
-    return ReadIniValue(platform.profiles,
-                        scenarioFile(run.applicationFolder, run.active.ScenarioName), entry.section,
-                        entry.key);
+    return ReadIniValue(
+        platform.profiles,
+        findScenarioFile(platform.files, run.applicationFolder, run.active.ScenarioName),
+        entry.section, entry.key);
 }
 
 double share(std::size_t part, std::size_t whole) {
@@ -44,16 +47,27 @@ std::string shortDate(const LocalTime& date) {
     return twoDigits(date.day) + "/" + twoDigits(date.month) + "/" + twoDigits(date.year);
 }
 
-std::string replaceAll(std::string_view text, std::string_view what, std::string_view with) {
+// `places` move along; one inside a replaced part comes to stand behind it.
+std::string replaceAll(std::string_view text, std::string_view what, std::string_view with,
+                       std::span<std::uint32_t> places) {
     std::string result;
     result.reserve(text.size());
     std::size_t start = 0;
+    // The text up to `end` as it stands, then what replaces the part behind it.
+    const auto take = [&](std::size_t end, std::string_view replacement) {
+        for (; !places.empty() && places.front() <= end; places = places.subspan(1))
+            places.front() = static_cast<std::uint32_t>(
+                result.size() + (std::max<std::size_t>(places.front(), start) - start));
+        result.append(text.substr(start, end - start)).append(replacement);
+        start = end;
+    };
     for (std::size_t at = text.find(what); at != std::string_view::npos;
          at = text.find(what, start)) {
-        result.append(text.substr(start, at - start)).append(with);
-        start = at + what.size();
+        take(at, with);
+        start += what.size();
     }
-    return result.append(text.substr(start));
+    take(text.size(), {});
+    return result;
 }
 
 // The passes of a scenario's actions over one frame.
@@ -69,14 +83,17 @@ public:
           steps_(understandActions(run.active.ActionLines, run.keys)),
           fields_(run.FrameFields) {}
 
-    std::string run() {
+    // The output; the places where the passes begin in it are added to `starts`.
+    std::string run(std::vector<std::uint32_t>& starts) {
         ProgressPacer pacer(platform_.events);
         int passesWithoutAction = 0;
         while (position_ < frame_.size()) {
             if (pacer.due()) showProgress();
             const std::size_t before = position_;
             const std::size_t fieldsBefore = fieldCursor_;
+            starts.push_back(static_cast<std::uint32_t>(output_.size()));
             const bool acted = runPass();
+            if (!acted) starts.pop_back();
             // The actions may never come to an end of the frame by themselves.
             passesWithoutAction = acted ? 0 : passesWithoutAction + 1;
             if (passesWithoutAction == 2) break;
@@ -90,8 +107,9 @@ private:
     bool runPass() {
         actionIndex_ = startIndex();
         const bool acted = actionIndex_ <= lastAction();
-        for (; actionIndex_ <= lastAction(); ++actionIndex_)
-            if (actionIndex_ >= 0) perform(steps_[static_cast<std::size_t>(actionIndex_)]);
+        // A loop point before the first action is one at it.
+        for (actionIndex_ = std::max(actionIndex_, 0); actionIndex_ <= lastAction(); ++actionIndex_)
+            perform(steps_[static_cast<std::size_t>(actionIndex_)]);
         return acted;
     }
 
@@ -187,8 +205,10 @@ std::string BuildKeyScript(const Platform& platform, ScenarioRun& run, std::stri
     }
     run.CounterText = NextCounterValue(platform, run);
 
-    std::string script = withDecimalSeparator(
-        FramePasses(platform, run, frame, depart, boucle).run(), run.DecimalSeparator);
+    std::vector<std::uint32_t> starts;
+    std::string output = FramePasses(platform, run, frame, depart, boucle).run(starts);
+    std::string script = withDecimalSeparator(std::move(output), run.DecimalSeparator, starts);
+    run.passStarts = std::move(starts);
     platform.progress.setValue(100);
     return script;
 }
@@ -211,13 +231,16 @@ std::string NextCounterValue(const Platform& platform, const ScenarioRun& run) {
     return value;
 }
 
-std::string withDecimalSeparator(std::string text, std::string_view separator) {
+std::string withDecimalSeparator(std::string text, std::string_view separator,
+                                 std::span<std::uint32_t> places) {
     if (separator.empty()) return text;
     const bool dropDecimals = separator == "x";
     if (text.find('.') != std::string::npos)
-        return dropDecimals ? replaceAll(text, ".00", "") : replaceAll(text, ".", separator);
+        return dropDecimals ? replaceAll(text, ".00", "", places)
+                            : replaceAll(text, ".", separator, places);
     if (text.find(',') != std::string::npos)
-        return dropDecimals ? replaceAll(text, ",00", "") : replaceAll(text, ",", separator);
+        return dropDecimals ? replaceAll(text, ",00", "", places)
+                            : replaceAll(text, ",", separator, places);
     return text;
 }
 

@@ -1,6 +1,8 @@
 // From a frame to the key script, or to the text of a file.
 #pragma once
 
+#include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -14,8 +16,8 @@ void SplitFrameFields(const Platform& platform, ScenarioRun& run, std::string_vi
 
 // Walks the actions of the scenario in force over the fields that SplitFrameFields
 // cut, as often as it takes to use them all, and returns the key script. In partial
-// mode `frame` becomes the reassembled record. Sets run.CounterText and
-// run.TimerPause. Failing statements are passed over.
+// mode `frame` becomes the reassembled record. Sets run.CounterText, run.TimerPause and
+// run.passStarts. Failing statements are passed over.
 [[nodiscard]] std::string BuildKeyScript(const Platform& platform, ScenarioRun& run,
                                          std::string& frame);
 
@@ -26,6 +28,8 @@ void SplitFrameFields(const Platform& platform, ScenarioRun& run, std::string_vi
 // The text with its decimal points (or, if it has none, its commas) replaced by the
 // separator; "x" removes ".00" (",00") instead, and the empty separator changes
 // nothing.
-[[nodiscard]] std::string withDecimalSeparator(std::string text, std::string_view separator);
+// `places` are positions in the text, ascending; they become those in the result.
+[[nodiscard]] std::string withDecimalSeparator(std::string text, std::string_view separator,
+                                               std::span<std::uint32_t> places = {});
 
 }  // namespace kalvo

@@ -1,14 +1,15 @@
 #include "scenario/scenario_compiler.h"
 
+#include <algorithm>
 #include <optional>
-#include <string>
+#include <utility>
 
 #include "platform/file_system.h"
-#include "scenario/scenario_file.h"
-#include "scenario/scenario_store.h"
-#include "settings/application_paths.h"
-#include "settings/settings_store.h"
+#include "platform/profile_files.h"
+#include "scenario/scenario_names.h"
+#include "text/ansi_text.h"
 #include "text/resume_next.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 
@@ -16,92 +17,120 @@ namespace {
 
 using scenario_file::Entry;
 
-class Compilation {
-public:
-    Compilation(ProfileFiles& profiles, Database& database, const std::string& file,
-                const ScenarioRecord& scenario)
-        : profiles_(profiles), database_(database), file_(file), scenario_(scenario) {}
+constexpr std::string_view kLineEnd = "\r\n";
 
-    bool run() {
-        writeProperties();
+// A line end or NUL in a value would begin something else in the file.
+bool fitsOnALine(std::string_view text) {
+    return text.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
+}
+
+class Compiler {
+public:
+    Compiler(Database& database, const ScenarioRecord& scenario)
+        : database_(database), scenario_(scenario) {}
+
+    CompiledScenario run() {
         step([&] { renumberActions(database_, scenario_.Numero); });
-        const std::string line = writeSubFramesAndCollectLine();
-        write(scenario_file::kActionLine, line);
-        return complete_;
+        collectActions();
+        set(scenario_file::kType, scenario_.Type);
+        set(scenario_file::kActionLine, line_);
+        set(scenario_file::kBoucle, std::to_string(scenario_.Boucle));
+        set(scenario_file::kDepart, std::to_string(scenario_.Depart));
+        set(scenario_file::kSubFrames, subFrames_);
+        set(scenario_file::kPartialMode, std::to_string(scenario_.Trame));
+        set(scenario_file::kCompiledCount, std::to_string(scenario_.NbrTrame));
+        set(scenario_file::kSpecif, std::to_string(scenario_.Specif));
+        if (scenario_.Type == kFileType) set(scenario_file::kChemin, scenario_.Chemin);
+        if (result_.refusal.empty()) result_.refusal = refusalOfName(scenario_.Nom);
+        return std::move(result_);
     }
 
 private:
-    // Clearing a key first has no effect on the fresh file, but other readers of
-    // the folder never see an old value beside new ones.
-    void writeProperties() {
-        clear(scenario_file::kType);
-        clear(scenario_file::kActionLine);
-        write(scenario_file::kType, scenario_.Type);
-        write(scenario_file::kBoucle, std::to_string(scenario_.Boucle));
-        clear(scenario_file::kDepart);
-        write(scenario_file::kDepart, std::to_string(scenario_.Depart));
-        write(scenario_file::kSubFrames, "");
-        write(scenario_file::kPartialMode, std::to_string(scenario_.Trame));
-        write(scenario_file::kCompiledCount, std::to_string(scenario_.NbrTrame));
-        clear(scenario_file::kSpecif);
-        write(scenario_file::kSpecif, std::to_string(scenario_.Specif));
-        if (scenario_.Type == kFileType) {
-            clear(scenario_file::kChemin);
-            write(scenario_file::kChemin, scenario_.Chemin);
-        }
-    }
-
-    std::string writeSubFramesAndCollectLine() {
-        std::string line;
+    void collectActions() {
         for (std::int32_t position = 1;; ++position) {
             std::optional<ActionRecord> action;
             step([&] { action = readAction(database_, scenario_.Numero, position); });
-            if (!action) return line;
-            line.append(action->Champs).append(scenario_file::kItemEnd);
+            if (!action) return;
+            if (!fitsOnALine(action->Champs)) refuseStep(position);
+            line_.append(action->Champs).append(scenario_file::kItemEnd);
             if (action->PlaceTrame != 0) appendSubFrame(action->PlaceTrame);
         }
     }
 
+    // A list is read back before it grows, and no more of it than a reader gets.
     void appendSubFrame(std::int16_t place) {
-        std::string list = ReadIniValue(profiles_, file_, scenario_file::kSubFrames.section,
-                                        scenario_file::kSubFrames.key);
-        list.append(std::to_string(place)).append(scenario_file::kItemEnd);
-        write(scenario_file::kSubFrames, list);
+        subFrames_.resize(std::min(subFrames_.size(), kLongestProfileValue));
+        subFrames_.append(std::to_string(place)).append(scenario_file::kItemEnd);
     }
 
-    void clear(const Entry& entry) { ClearIniValue(profiles_, file_, entry.section, entry.key); }
+    void refuseStep(std::int32_t position) {
+        result_.refusal = std::string("L'étape "_ansi) + std::to_string(position) +
+                          std::string(" du scénario contient un saut de ligne"_ansi);
+    }
 
-    void write(const Entry& entry, std::string_view value) {
-        complete_ &= WriteIniValue(profiles_, entry.section, entry.key, value, file_) != 0;
+    void set(const Entry& entry, std::string_view value) {
+        if (!fitsOnALine(value) && result_.refusal.empty())
+            result_.refusal = std::string(entry.section) +
+                              std::string(" : la valeur contient un saut de ligne"_ansi);
+        result_.values.push_back({entry, std::string(value)});
     }
 
     template <typename Statement>
     void step(Statement&& statement) {
-        complete_ &= resumeNext(std::forward<Statement>(statement));
+        result_.complete &= resumeNext(std::forward<Statement>(statement));
     }
 
-    ProfileFiles& profiles_;
     Database& database_;
-    const std::string& file_;
     const ScenarioRecord& scenario_;
-    bool complete_ = true;
+    std::string line_;
+    std::string subFrames_;
+    CompiledScenario result_;
 };
+
+// A file that has the content already is left alone: nothing can go wrong with it.
+void place(FileSystem& files, const std::string& file, std::string_view content) {
+    std::string present;
+    const bool read = resumeNext([&] { present = files.read(file); });
+    if (!read || present != content) files.replace(file, content);
+}
 
 }  // namespace
 
-bool CompileScenario(const Platform& platform, Database& database,
-                     std::string_view applicationFolder, std::int16_t numero) {
-    std::optional<ScenarioRecord> scenario;
-    resumeNext([&] { scenario = readScenario(database, numero); });
-    if (!scenario) return false;
-    const std::string file = scenarioFile(applicationFolder, scenario->Nom);
-    const bool created = resumeNext([&] { platform.files.create(file)->close(); });
-    return compileInto(platform.profiles, database, file, *scenario) && created;
+std::string CompiledScenario::fileText() const {
+    std::string text;
+    std::string_view section;
+    for (const auto& [entry, value] : values) {
+        if (entry.section != section) text.append("[").append(entry.section).append("]\r\n");
+        section = entry.section;
+        text.append(entry.key).append("=").append(value).append(kLineEnd);
+    }
+    return text;
 }
 
-bool compileInto(ProfileFiles& profiles, Database& database, const std::string& file,
-                 const ScenarioRecord& scenario) {
-    return Compilation(profiles, database, file, scenario).run();
+CompiledScenario compiled(Database& database, const ScenarioRecord& scenario) {
+    return Compiler(database, scenario).run();
+}
+
+Compilation CompileScenario(const Platform& platform, Database& database,
+                            std::string_view applicationFolder, std::int16_t numero) {
+    std::optional<ScenarioRecord> scenario;
+    resumeNext([&] { scenario = readScenario(database, numero); });
+    if (!scenario) return {};
+    const CompiledScenario result = compiled(database, *scenario);
+    Compilation compilation{.complete = result.complete, .problem = result.refusal};
+    if (result.refusal.empty()) {
+        try {
+            place(platform.files,
+                  findScenarioFile(platform.files, applicationFolder, scenario->Nom),
+                  result.fileText());
+        } catch (const RuntimeError& error) {
+            compilation.problem =
+                std::string("Le fichier du scénario n'a pas pu être écrit : "_ansi) +
+                error.description();
+        }
+    }
+    compilation.complete &= compilation.problem.empty();
+    return compilation;
 }
 
 }  // namespace kalvo

@@ -9,9 +9,9 @@
 #include "platform/notify_icon.h"
 #include "platform/serial_port.h"
 #include "scenario/scenario_file.h"
+#include "scenario/scenario_names.h"
 #include "scenario/scenario_store.h"
 #include "scenario/tray_tip.h"
-#include "settings/application_paths.h"
 #include "settings/settings_store.h"
 #include "text/field_text.h"
 #include "text/number_text.h"
@@ -88,7 +88,8 @@ void loadSubFrames(const ScenarioFileReader& file, ActiveScenario& active) {
 }
 
 void loadScenario(const Platform& platform, ScenarioRun& run, std::string_view name) {
-    const ScenarioFileReader file(platform, scenarioFile(run.applicationFolder, name));
+    const ScenarioFileReader file(platform,
+                                  findScenarioFile(platform.files, run.applicationFolder, name));
     file.number(scenario_file::kSpecif, run.active.SpecifMode,
                 [](std::int16_t n) { return n == 1; });
     loadType(file, run.active);
@@ -105,7 +106,10 @@ void say(const Platform& platform, std::string_view text) {
 void LoadActiveScenario(const Platform& platform, ScenarioRun& run) {
     std::string& name = run.active.ScenarioName;
     name = readSetting(platform.registry, kRacScenChx);
-    if (!platform.files.fileExists(scenarioFile(run.applicationFolder, name))) {
+    const std::string refusal = refusalOfName(name);
+    if (!refusal.empty()) say(platform, refusal);
+    const std::string file = findScenarioFile(platform.files, run.applicationFolder, name);
+    if (!refusal.empty() || !platform.files.fileExists(file)) {
         writeSetting(platform.registry, kRacScenChx, "");
         name.clear();
     }

@@ -2,6 +2,7 @@
 // may press, and the frame being processed.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -43,6 +44,9 @@ struct ScenarioRun {
     // The fields of the current frame. A frame that comes in while another is being
     // processed replaces the pointer and leaves the other one its own fields.
     std::shared_ptr<const FrameFieldTable> FrameFields = std::make_shared<const FrameFieldTable>();
+    // Where each pass over the current frame begins in its key script (32 bits: there is
+    // one for each record of a batch of any size).
+    std::vector<std::uint32_t> passStarts;
     std::string CounterText;
     CounterUse counterUse = CounterUse::kAdvance;
     // The registry value SepDec; "x" drops decimals, empty changes nothing.

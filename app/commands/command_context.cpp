@@ -56,7 +56,15 @@ std::string readInput(const std::string& argument) {
     std::ifstream file(path, std::ios::binary);
     if (!file || std::filesystem::is_directory(path, error))
         throw fileRuntimeError(error_number::kPathAccess, fromUtf8(argument));
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    // A file says its size; what does not (a pipe, a file that grows) is read to its end.
+    std::string content;
+    if (const auto size = std::filesystem::file_size(path, error); !error)
+        content.resize(static_cast<std::size_t>(size));
+    file.read(content.data(), static_cast<std::streamsize>(content.size()));
+    content.resize(static_cast<std::size_t>(file.gcount()));
+    if (file)
+        content.append(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    return content;
 }
 
 void writeOutput(std::string_view bytes) {

@@ -17,11 +17,12 @@ bool compileByName(CommandContext& context, Database& database, const std::strin
         return false;
     }
     const std::string_view folder = context.state.scenario.applicationFolder;
-    const bool complete = CompileScenario(context.platform(), database, folder, *numero);
-    if (!complete)
-        writeErrorLine(std::string("Le fichier du scénario n'a pas pu être écrit : "_ansi) +
-                       scenarioFile(folder, name));
-    return complete;
+    const Compilation compilation = CompileScenario(context.platform(), database, folder, *numero);
+    if (!compilation.complete)
+        writeErrorLine(std::string("Scénario « "_ansi) + name + std::string(" » : "_ansi) +
+                       (compilation.problem.empty() ? std::string("compilation incomplète"_ansi)
+                                                    : compilation.problem));
+    return compilation.complete;
 }
 
 }  // namespace

@@ -144,6 +144,11 @@ std::string LinuxFileSystem::shownPath(std::string_view path) const {
     return fromUtf8(nativePath(path));
 }
 
+void LinuxFileSystem::replace(std::string_view path, std::string_view content) {
+    if (!replaceWholeFile(nativePath(path), std::string(content)))
+        throw fileError(errno, path, error_number::kPathNotFound);
+}
+
 void LinuxFileSystem::rename(std::string_view from, std::string_view to) {
     const std::string native = nativePath(from);
     if (::rename(native.c_str(), nativePath(to).c_str()) != 0)

@@ -71,7 +71,9 @@ bool replaceFile(const std::filesystem::path& target, const std::string& content
                          (old == nullptr || takeOverAttributes(file, *old)) &&
                          ::fsync(file.number()) == 0 && file.close();
     if (written && std::rename(temporary.c_str(), target.c_str()) == 0) return true;
+    const int error = errno;
     ::unlink(temporary.c_str());
+    errno = error;
     return false;
 }
 
@@ -131,6 +133,22 @@ bool updateWholeFile(const std::string& path,
     std::optional<std::string> content = readWholeFile(target);
     if (content) content = edit(std::move(*content));
     return content && replaceFile(target, *content, exists ? &old : nullptr);
+}
+
+bool replaceWholeFile(const std::string& path, const std::string& content) {
+    if (path.empty()) {
+        errno = ENOENT;
+        return false;
+    }
+    const std::filesystem::path target = targetOf(path);
+    struct stat old {};
+    const bool exists = ::stat(target.c_str(), &old) == 0;
+    if (exists && S_ISDIR(old.st_mode)) {
+        errno = EISDIR;
+        return false;
+    }
+    if (exists && ::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return false;
+    return replaceFile(target, content, exists ? &old : nullptr);
 }
 
 }  // namespace kalvo

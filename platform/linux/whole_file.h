@@ -31,4 +31,8 @@ namespace kalvo {
 bool updateWholeFile(const std::string& path,
                      const std::function<std::optional<std::string>(std::string)>& edit);
 
+// Puts a content in the place of a file in the same way, whatever it held. False, with
+// errno, when it could not be written; the old file is then there, whole.
+bool replaceWholeFile(const std::string& path, const std::string& content);
+
 }  // namespace kalvo

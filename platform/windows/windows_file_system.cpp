@@ -152,6 +152,27 @@ void WindowsFileSystem::remove(std::string_view path) {
 
 std::string WindowsFileSystem::shownPath(std::string_view path) const { return std::string(path); }
 
+void WindowsFileSystem::replace(std::string_view path, std::string_view content) {
+    const std::string temporary = std::string(path) + ".kalvo-" +
+                                  std::to_string(GetCurrentProcessId()) + "-" +
+                                  std::to_string(GetTickCount64()) + ".tmp";
+    try {
+        FileHandle file = openFile(temporary, GENERIC_WRITE, 0, CREATE_NEW);
+        DWORD written = 0;
+        if (!WriteFile(file.get(), content.data(), static_cast<DWORD>(content.size()), &written,
+                       nullptr) ||
+            !FlushFileBuffers(file.get()))
+            throw fileError(GetLastError(), path);
+        file.reset();
+        if (!MoveFileExW(wideFromAnsi(temporary).c_str(), wideFromAnsi(path).c_str(),
+                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+            throw accessError(GetLastError(), path);
+    } catch (const RuntimeError&) {
+        DeleteFileW(wideFromAnsi(temporary).c_str());
+        throw;
+    }
+}
+
 void WindowsFileSystem::rename(std::string_view from, std::string_view to) {
     if (!MoveFileExW(wideFromAnsi(from).c_str(), wideFromAnsi(to).c_str(),
                      MOVEFILE_REPLACE_EXISTING))

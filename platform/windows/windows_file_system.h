@@ -22,6 +22,7 @@ public:
     [[nodiscard]] std::vector<std::string> list(std::string_view folder) override;
     void remove(std::string_view path) override;
     [[nodiscard]] std::string shownPath(std::string_view path) const override;
+    void replace(std::string_view path, std::string_view content) override;
     void rename(std::string_view from, std::string_view to) override;
 };
 

@@ -3,42 +3,41 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
+#include "scenario/scenario_store.h"
 #include "settings/application_paths.h"
 #include "settings/settings_store.h"
-#include "tests/support/fake_platform.h"
+#include "tests/support/site.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-class StartingUp : public ::testing::Test {
-protected:
-    testing::FakePlatform world;
-    RunTimeState state;
-    SerialReception reception{world.platform, state, [] {}};
+struct StartingUp : ::testing::Test, testing::Site {
+    SerialReception reception{platform, state, [] {}};
     int settingsOpened = 0;
 
     StartingUp() {
-        state.scenario.applicationFolder = "/app";
         portSerie("PortActif", "1");
         portSerie("Port", "2");
         choose("Stock");
     }
     void portSerie(const char* key, const char* value) {
-        world.profiles.write(portSerieIni("/app"), "Port_série"_ansi, key, value);
+        profiles.write(portSerieIni(folder.path()), "Port_série"_ansi, key, value);
     }
     void choose(const std::string& name) {
         writeSetting(world.registry, kRacScenChx, name);
-        world.files.files[scenarioFile("/app", name)] = "";
+        files.create(scenarioFile(folder.path(), name))->close();
     }
     void start() {
-        startUp(world.platform, state, reception, [this] { ++settingsOpened; });
+        startUp(platform, state, reception, [this] { ++settingsOpened; });
     }
     [[nodiscard]] std::string tip() const { return world.icon.lastTip; }
     static std::string expectedTip(const char* port, std::string_view name) {
@@ -54,13 +53,9 @@ TEST_F(StartingUp, BringsEverythingUpAndShowsTheIcon) {
     writeSetting(world.registry, kRacInvent, "Inv");
     writeSetting(world.registry, kRacCde, "Cde");
     writeSetting(world.registry, kSepDec, ",");
-    world.databases.answers["SELECT Numero FROM Scenarios WHERE Nom='Stock'"] = {
-        {{"Numero", std::int64_t{3}}}};
-    world.databases.answers["SELECT * FROM Scenarios WHERE Numero=3"] = {
-        {{"Nom", std::string("Stock")}, {"Type", std::string("Emulation")}}};
-    world.databases.answers
-        ["SELECT Champs,PlaceTrame FROM Actions WHERE NumeroScen=3 AND "
-         "Numaction=1"] = {{{"Champs", std::string("&CODE")}, {"PlaceTrame", std::int64_t{0}}}};
+    state.database->Execute(
+        "INSERT INTO Scenarios (Numero,Nom,Type) VALUES (3,'Stock','Emulation')");
+    insertAction(*state.database, 3, 1, {"&CODE", 0});
     start();
     EXPECT_THAT(world.dialogs.shown, IsEmpty());
     EXPECT_EQ(state.RacInvent, "Inv");
@@ -111,21 +106,22 @@ TEST_F(StartingUp, WithoutAScenarioTheIconSaysSo) {
 
 TEST_F(StartingUp, AScenarioNoLongerInTheTableIsNotCompiled) {
     start();
-    EXPECT_THAT(world.files.log, IsEmpty());
+    EXPECT_EQ(content("Scenarios/Stock.ini"), "");
     EXPECT_EQ(tip(), expectedTip("2", "Stock")) << "its file from before still serves";
 }
 
 TEST_F(StartingUp, ErrorsAreShownAndTheProgramGoesOn) {
-    world.databases.missing = true;
+    const std::string database = folder / "Scen.mdb";
+    std::filesystem::rename(database, database + ".away");
     start();
     EXPECT_THAT(world.dialogs.texts(),
-                ElementsAre(std::string("Erreur N° : 3024\r\n\r\nBase introuvable\r\n\r\n"
-                                        "L'application va se fermer."_ansi)));
+                ElementsAre(AllOf(HasSubstr(std::string("Erreur N° : 3024\r\n\r\n"_ansi)),
+                                  HasSubstr("\r\n\r\nL'application va se fermer."))));
     EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kCritical);
     EXPECT_FALSE(world.port.open) << "the rest of the steps is left out";
     EXPECT_EQ(tip(), expectedTip("1", ""));
 
-    world.databases.missing = false;
+    std::filesystem::rename(database + ".away", database);
     world.dialogs.shown.clear();
     world.port.openError = error_number::kPortAlreadyOpen;
     start();

@@ -9,54 +9,23 @@
 #include "editor/action_editor.h"
 #include "editor/scenario_editor.h"
 #include "editor/serial_config.h"
-#include "platform/sqlite/schema.h"
-#include "platform/sqlite/sqlite_engine.h"
 #include "settings/application_paths.h"
 #include "settings/serial_settings.h"
 #include "settings/settings_store.h"
-#include "tests/support/fake_platform.h"
-#include "tests/support/temporary_folder.h"
-
-#ifdef _WIN32
-#include "platform/windows/windows_file_system.h"
-#include "platform/windows/windows_profile_files.h"
-#else
-#include "platform/linux/linux_file_system.h"
-#include "platform/linux/settings/linux_profile_files.h"
-#endif
+#include "tests/support/site.h"
 
 namespace kalvo::testing {
 
-#ifdef _WIN32
-using SystemFiles = WindowsFileSystem;
-using SystemProfiles = WindowsProfileFiles;
-#else
-using SystemFiles = LinuxFileSystem;
-using SystemProfiles = LinuxProfileFiles;
-#endif
-
-struct EditorSite {
-    TemporaryFolder folder;
-    FakePlatform world;
-    SystemProfiles profiles;
-    SystemFiles files;
-    SqliteEngine engine;
-    Platform platform{world.keyboard, world.port,   profiles,      world.registry, engine,
-                      files,          world.events, world.dialogs, world.icon,     world.progress};
-    RunTimeState state;
+struct EditorSite : Site {
     CurrentScenario current;
     SerialConfig serial{platform, state};
     ActionEditor actions{platform, state, current};
     ScenarioEditor scenarios{platform, state, current, serial, actions};
 
     EditorSite() {
-        state.scenario.applicationFolder = folder.path();
         for (const char* name : {"Touche.ini", "Corres.ini", "TouFic.ini"})
             std::filesystem::copy_file(std::filesystem::path(KALVO_SHIPPED_DATA) / name,
                                        folder / name);
-        std::filesystem::create_directory(folder / "Scenarios");
-        createScenarioDatabase(folder / "Scen.mdb");
-        state.database = engine.OpenDatabase(folder / "Scen.mdb");
     }
 
     void setPort(std::string_view key, std::string_view value) {

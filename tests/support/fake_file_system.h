@@ -82,6 +82,11 @@ public:
         files.erase(normal(path));
     }
     std::string shownPath(std::string_view path) const override { return std::string(path); }
+    void replace(std::string_view path, std::string_view content) override {
+        log.push_back("replace " + normal(path));
+        if (diskFull) throw RuntimeError(error_number::kDiskFull, "");
+        files[normal(path)] = content;
+    }
     void rename(std::string_view from, std::string_view to) override {
         log.push_back("rename " + normal(from) + " " + normal(to));
         files[normal(to)] = read(from);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/linux/settings/file_text.h"
+#include "platform/profile_files.h"
 #include "text/ansi_text.h"
 #include "text/number_text.h"
 

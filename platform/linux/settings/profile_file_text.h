@@ -10,14 +10,10 @@
 // code page 1252 unless it starts with a Unicode byte order mark.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace kalvo {
-
-// What a reader gets at most, in characters.
-inline constexpr std::size_t kLongestProfileValue = 2054;
 
 // The value of a key in code page 1252; empty when section or key are missing.
 [[nodiscard]] std::string findProfileValue(std::string content, std::string_view section,
