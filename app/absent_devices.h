@@ -15,6 +15,7 @@ namespace kalvo {
 // A session without a keyboard: nothing is typed and no lock is on.
 class NoKeyboard : public KeyboardInput, public KeyboardLayout {
 public:
+    bool connected() override { return false; }
     std::int16_t VkKeyScanExA(char) override { return -1; }
     std::uint16_t MapVirtualKeyExA(std::uint16_t) override { return 0; }
     KeyboardLayout& foregroundLayout() override { return *this; }

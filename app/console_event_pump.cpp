@@ -49,6 +49,16 @@ void ConsoleEventPump::DoEvents() {
     idleCalls_ = 0;
 }
 
+void ConsoleEventPump::waitForEvents(int milliseconds) {
+    if (const auto handler = take(milliseconds)) deliver(handler);
+    DoEvents();
+}
+
+bool ConsoleEventPump::ending() {
+    const std::lock_guard lock(mutex_);
+    return ending_;
+}
+
 std::function<void()> ConsoleEventPump::take(int waitMilliseconds) {
     std::unique_lock lock(mutex_);
     if (waitMilliseconds > 0)

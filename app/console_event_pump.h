@@ -28,6 +28,8 @@ public:
     void requestEnd();
 
     void DoEvents() override;
+    void waitForEvents(int milliseconds) override;
+    [[nodiscard]] bool ending() override;
     void Sleep(int milliseconds) override;
     std::uint32_t GetTickCount() override;
     LocalTime now() override;

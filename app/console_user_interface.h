@@ -27,6 +27,7 @@ public:
     void add(std::string_view tip) override;
     void modify(std::string_view tip) override;
     void remove() override { shown_.clear(); }
+    void notify(std::string_view text) override { writeErrorLine(text); }
 
 private:
     std::string shown_;

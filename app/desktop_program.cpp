@@ -15,6 +15,8 @@
 #include "app/commands/command_context.h"
 #include "app/desktop_settings.h"
 #include "app/end_signals.h"
+#include "app/reconnecting_keyboard.h"
+#include "app/run_journal.h"
 #include "core/frame_dispatch.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
@@ -24,6 +26,8 @@
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/single_instance.h"
+#include "platform/typing_watch.h"
+#include "settings/options.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/resume_next.h"
@@ -61,9 +65,9 @@ public:
           progress_([this] { events_.draw(); }),
           icon_(QApplication::windowIcon(), [this] { menuWindow_.popUp(); }),
           foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
-          keyboard_(connected<KeyboardInput, NoKeyboard>(connectKeyboard)),
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
-          reception_(platform(), state_, [this] { dispatch(); }),
+          journal_(bindings, events_, [this](std::string_view text) { icon_.notify(text); }),
+          reception_(platform(), state_, journal_.batches(), [this] { dispatch(); }),
           menu_(platform(), state_, reception_,
                 {.showSettings = [this] { settings_.ask(); },
                  .showAbout = [] { AboutWindow(KALVO_VERSION).exec(); },
@@ -100,6 +104,7 @@ private:
         foreground_->giveBack();
         if (!startUp(platform(), state_, reception_, [this] { settings_.show(); }))
             settings_.offerOtherPort();
+        journal_.begin();
         if (!QtNotifyIcon::available())
             menuWindow_.stay(
                 "Ce bureau n'a pas de zone de notification : cette fenêtre "
@@ -125,8 +130,15 @@ private:
         transferWindow_.hide();
         settings_.makeWay();
         menuWindow_.makeWay();
-        TraiteEmul(platform(), state_);
-        if (pushesBatches(state_.TerminalType)) settings_.askForErase();
+        const BatchReport report = TraiteEmul(platform(), state_, journal_.batches());
+        if (isSet(Option::kNotifications) || !report.whole()) icon_.notify(shortText(report));
+        // What went nowhere must stay where it is.
+        const bool mayForget = report.whole() || !isSet(Option::kEraseAfterSuccess);
+        if (pushesBatches(state_.TerminalType) && mayForget) settings_.askForErase();
+    }
+
+    [[nodiscard]] bool isSet(Option option) {
+        return optionSet(*bindings_.profiles, bindings_.applicationFolder, option);
     }
 
     void showReplay() {
@@ -144,9 +156,10 @@ private:
 
     // Said in the icon's own bubble: nobody has to answer for work to go on.
     void lineChanged(bool lost) {
-        const QString name = QString("Port COM %1").arg(port_->CommPort());
-        icon_.notify(name, lost ? "Liaison perdue ; le port sera rouvert dès son retour."
-                                : "Liaison rétablie.");
+        icon_.notify(
+            "Port COM " + std::to_string(port_->CommPort()) +
+            std::string(lost ? " : liaison perdue ; le port sera rouvert dès son retour."_ansi
+                             : " : liaison rétablie."_ansi));
     }
 
     // A binding to the display; a stand-in where there is none, which is said.
@@ -161,7 +174,7 @@ private:
     }
 
     Platform platform() {
-        return {*keyboard_,
+        return {keyboard_,
                 *port_,
                 *bindings_.profiles,
                 *bindings_.registry,
@@ -170,7 +183,8 @@ private:
                 events_,
                 dialogs_,
                 icon_,
-                progress_};
+                progress_,
+                watch_};
     }
 
     SystemBindings& bindings_;
@@ -180,8 +194,10 @@ private:
     QtProgress progress_;
     QtNotifyIcon icon_;
     std::unique_ptr<ForegroundWindow> foreground_;
-    std::unique_ptr<KeyboardInput> keyboard_;
+    ReconnectingKeyboard keyboard_{connectKeyboard};
+    TypingWatch watch_;
     std::unique_ptr<SerialPort> port_;
+    RunJournal journal_;
     SerialReception reception_;
     TrayMenu menu_;
     MenuWindow menuWindow_;

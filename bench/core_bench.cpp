@@ -99,9 +99,9 @@ void compileScenario(benchmark::State& state) {
     testing::FakePlatform world;
     LinuxProfileFiles profiles;
     LinuxFileSystem files;
-    const Platform platform{world.keyboard,  world.port,    profiles,     world.registry,
-                            world.databases, files,         world.events, world.dialogs,
-                            world.icon,      world.progress};
+    const Platform platform{world.keyboard,  world.port,     profiles,     world.registry,
+                            world.databases, files,          world.events, world.dialogs,
+                            world.icon,      world.progress, world.watch};
     for (auto _ : state)
         if (!CompileScenario(platform, *site.database, site.folder, 1).complete)
             state.SkipWithError("not compiled");

@@ -41,77 +41,98 @@ void BatchReception::collectHt630() {
         platform_.events.DoEvents();
         platform_.events.Sleep(kHt630PollInterval);
         batch += platform_.port.Input();
-        if (batch.size() < kShortestBatch) return;
+        if (batch.size() < kShortestBatch) {
+            journal_.discard(originOf(platform_, state_), batch, "trop court pour un lot"_ansi,
+                             batch.size());
+            return;
+        }
         // Only the new part can hold the end, but for what may have begun before.
         const std::size_t end = batch.find(kEndOfBatch, searched);
         if (end != std::string::npos) {
+            const std::size_t taken = batch.size();
+            const std::string behindEnd = batch.substr(end + kEndOfBatch.size());
             batch.resize(end);
             state_.ReceivedData = std::move(batch);
-            dispatch_();
+            dispatchNew(behindEnd, taken);
             return;
         }
         searched = batch.size() - std::min(batch.size(), kEndOfBatch.size() - 1);
     }
 }
 
+void BatchReception::dispatchNew(std::string_view behindEnd, std::size_t taken) {
+    state_.batch =
+        journal_.receive(originOf(platform_, state_), state_.ReceivedData, behindEnd, taken);
+    dispatch_();
+}
+
 void BatchReception::collectPt630() {
-    state_.ReceivedData = storePt630();
-    if (state_.ReceivedData.empty() || state_.ReceivedData == kEmptyBatch) {
-        removeFile(temporaryFile_);
+    const std::string file =
+        inFolder(state_.scenario.applicationFolder, temporaryName(platform_.events.now()));
+    std::unique_ptr<TextStream> copy;
+    resumeNext([&] { copy = platform_.files.createNew(file); });
+    state_.ReceivedData = receivePt630(copy.get());
+    if (copy) resumeNext([&] { copy->close(); });
+
+    const std::string& data = state_.ReceivedData;
+    const bool announced = !data.empty() && data.back() == kConnected;
+    if (data.empty() || data == kEmptyBatch || announced) {
+        // Nothing that anybody could want again.
+        journal_.forgetFlow(data.size());
         platform_.progress.unload();
-        return;
     }
-    if (state_.ReceivedData.back() == kConnected) {
+    if (announced) {
         platform_.dialogs.message("Terminal connecté"_ansi, kApplicationTitle,
                                   MessageIcon::kInformation);
-        platform_.progress.unload();
         // The file stays: it is what one looks at when a terminal will not connect.
         return;
     }
-    const std::string file = temporaryFile_;
-    actOnPt630Event();
-    removeFile(file);
+    if (!data.empty() && data != kEmptyBatch) actOnPt630Event();
+    if (copy) resumeNext([&] { platform_.files.remove(file); });
 }
 
-std::string BatchReception::storePt630() {
+std::string BatchReception::receivePt630(TextStream* copy) {
     SerialPort& port = platform_.port;
     port.setInputLen(0);
-    temporaryFile_ =
-        inFolder(state_.scenario.applicationFolder, temporaryName(platform_.events.now()));
-    const auto file = platform_.files.create(temporaryFile_);
     platform_.events.Sleep(1);
     platform_.progress.setLabel("");
     platform_.progress.setLabel("Préparation de la mémoire"_ansi);
     platform_.progress.show();
+    std::string batch;
     for (;;) {
-        file->write(port.Input());
+        const std::string piece = port.Input();
+        batch += piece;
+        // A disk that is full costs the copy, not the batch.
+        if (copy != nullptr && !resumeNext([&] { copy->write(piece); })) copy = nullptr;
         if (port.InBufferCount() == 0) platform_.events.Sleep(kPt630Silence);
         if (port.InBufferCount() == 0) break;
         platform_.progress.refresh();
+        // A line that never falls silent must not keep the program from ending.
+        platform_.events.DoEvents();
     }
     platform_.events.Sleep(kPt630SettleTime);
-    file->close();
-    return platform_.files.read(temporaryFile_);
-}
-
-void BatchReception::removeFile(const std::string& file) {
-    resumeNext([&] { platform_.files.remove(file); });
+    return batch;
 }
 
 void BatchReception::actOnPt630Event() {
-    const auto say = [this](std::string_view text) {
+    const std::size_t taken = state_.ReceivedData.size();
+    const auto drop = [&](std::string_view text) {
+        journal_.discard(originOf(platform_, state_), state_.ReceivedData, text, taken);
         platform_.dialogs.message(text, kApplicationTitle, MessageIcon::kInformation);
     };
     switch (platform_.port.CommEvent()) {
         case comm_event::kReceive:
-        case comm_event::kCts: dispatch_(); break;
-        case comm_event::kBreak: say("Réception d'un signal d'arrêt"_ansi); break;
+        case comm_event::kCts: dispatchNew({}, taken); break;
+        case comm_event::kBreak: drop("Réception d'un signal d'arrêt"_ansi); break;
         case comm_event::kReceiveOverflow:
-            say("Dépassement de la capacité du tampon de réception"_ansi);
+            drop("Dépassement de la capacité du tampon de réception"_ansi);
             break;
-        case comm_event::kSendFull: say("Tampon de transmission plein"); break;
-        case comm_event::kSend: break;
-        default: say("Erreur ou evenement inconnu");
+        case comm_event::kSendFull: drop("Tampon de transmission plein"); break;
+        case comm_event::kSend:
+            journal_.discard(originOf(platform_, state_), state_.ReceivedData,
+                             "la ligne n'a signalé qu'un envoi"_ansi, taken);
+            break;
+        default: drop("Erreur ou evenement inconnu");
     }
 }
 

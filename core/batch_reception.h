@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "core/run_time_state.h"
+#include "journal/batch_journal.h"
+#include "platform/file_system.h"
 #include "platform/platform.h"
 
 namespace kalvo {
@@ -18,31 +20,33 @@ inline constexpr char kConnected = '\xFF';
 // An empty PT630 batch.
 inline constexpr std::string_view kEmptyBatch = "<DEL>\r\n";
 
-// Collects a batch with the waits of its terminal and hands it to `dispatch` in
-// state.ReceivedData.
+// Collects a batch with the waits of its terminal, puts it into the journal and hands it
+// to `dispatch` in state.ReceivedData. What a rule drops goes into the journal, too.
 class BatchReception {
 public:
-    BatchReception(const Platform& platform, RunTimeState& state, std::function<void()> dispatch)
-        : platform_(platform), state_(state), dispatch_(std::move(dispatch)) {}
+    BatchReception(const Platform& platform, RunTimeState& state, BatchJournal& journal,
+                   std::function<void()> dispatch)
+        : platform_(platform), state_(state), journal_(journal), dispatch_(std::move(dispatch)) {}
 
     // Polls every 300 ms until the end of the batch has come. Fewer than four
     // characters at the first poll are strays on the line, not a batch: they are
     // dropped.
     void collectHt630();
 
-    // Writes what arrives to a temporary file in the application folder until the
-    // line has been silent for 500 ms, then takes the file's content as the batch.
+    // Collects until the line has been silent for 500 ms. What arrives is also written to
+    // a temporary file in the application folder, which is there as long as the batch is
+    // being worked on; the batch does not depend on it.
     void collectPt630();
 
 private:
-    std::string storePt630();
-    void removeFile(const std::string& file);
+    [[nodiscard]] std::string receivePt630(TextStream* copy);
     void actOnPt630Event();
+    void dispatchNew(std::string_view behindEnd, std::size_t taken);
 
     Platform platform_;
     RunTimeState& state_;
+    BatchJournal& journal_;
     std::function<void()> dispatch_;
-    std::string temporaryFile_;
 };
 
 }  // namespace kalvo

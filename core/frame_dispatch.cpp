@@ -1,38 +1,166 @@
 #include "core/frame_dispatch.h"
 
+#include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "core/script_typing.h"
 #include "platform/event_pump.h"
+#include "platform/keyboard_input.h"
 #include "platform/progress.h"
 #include "platform/serial_port.h"
 #include "scenario/file_output.h"
 #include "scenario/frame_processing.h"
+#include "settings/options.h"
+#include "text/ansi_text.h"
+#include "text/resume_next.h"
 
 namespace kalvo {
 
 namespace {
 
-void resetPort(SerialPort& port) {
+std::string_view reasonOf(TypingStop stop) {
+    switch (stop) {
+        case TypingStop::kNone: break;
+        case TypingStop::kStopKey: return "arrêtée au clavier"_ansi;
+        case TypingStop::kOtherApplication:
+            return "une autre application est passée au premier plan"_ansi;
+        case TypingStop::kTargetGone: return "la fenêtre cible a été fermée"_ansi;
+        case TypingStop::kKeyboardLost: return "pas d'affichage"_ansi;
+        case TypingStop::kProgramEnds: return "le programme a été arrêté"_ansi;
+    }
+    return {};
+}
+
+// One batch on its way through the scenario in force.
+class Dispatch {
+public:
+    Dispatch(const Platform& platform, RunTimeState& state, BatchJournal& journal,
+             std::int64_t batch, std::string data)
+        : platform_(platform),
+          scenario_(state.scenario),
+          journal_(journal),
+          start_(platform.events.GetTickCount()),
+          data_(std::move(data)) {
+        report_.batch = batch;
+        report_.characters = data_.size();
+    }
+
+    BatchReport run(std::int32_t fromPass) {
+        SplitFrameFields(platform_, scenario_, data_);
+        std::string script = BuildKeyScript(platform_, scenario_, data_);
+        passStarts_ = scenario_.passStarts;
+        report_.passes = static_cast<std::int32_t>(passStarts_.size());
+        platform_.progress.unload();
+        platform_.events.DoEvents();
+        platform_.events.Sleep(kPauseBeforeTyping);
+        if (scenario_.active.FileMode)
+            write(script);
+        else
+            type(script, fromPass);
+        report_.milliseconds = platform_.events.GetTickCount() - start_;
+        return report_;
+    }
+
+private:
+    void write(const std::string& script) {
+        const bool built =
+            optionSet(platform_.profiles, scenario_.applicationFolder, Option::kBuiltText);
+        const FileOutput output = WriteFileLine(platform_, scenario_, built ? script : data_);
+        report_.target = output.path;
+        report_.reason = output.problem;
+        if (!output.problem.empty()) {
+            report_.outcome = BatchReport::Outcome::kFailed;
+            journal_.failed(report_.batch, report_.reason);
+            return;
+        }
+        report_.outcome = BatchReport::Outcome::kWritten;
+        report_.passesDone = report_.passes;
+        journal_.written(report_.batch, report_.passes);
+    }
+
+    void type(std::string_view script, std::int32_t fromPass) {
+        const std::size_t skipped =
+            fromPass > 1 ? beginOf(static_cast<std::size_t>(fromPass) - 1, script) : 0;
+        report_.passesDone = passesBefore(skipped);
+        journal_.typing(report_.batch, report_.passes, report_.passesDone);
+        const Typing typing = typeScript(platform_, script.substr(skipped), scenario_.TimerPause,
+                                         ScriptSource::kReceived, [&](std::size_t typed) {
+                                             journal_.typing(report_.batch, report_.passes,
+                                                             passesBefore(skipped + typed));
+                                         });
+        if (typing.stop == TypingStop::kNone) {
+            report_.passesDone = report_.passes;
+            journal_.typed(report_.batch, report_.passes);
+            return;
+        }
+        report_.outcome = BatchReport::Outcome::kInterrupted;
+        report_.passesDone = passesBefore(skipped + typing.typed);
+        report_.reason = reasonOf(typing.stop);
+        journal_.interrupted(report_.batch, report_.passes, report_.passesDone, report_.reason);
+        if (typing.stop == TypingStop::kProgramEnds) throw ProgramEnd{};
+    }
+
+    [[nodiscard]] std::size_t beginOf(std::size_t pass, std::string_view script) const {
+        return pass < passStarts_.size() ? passStarts_[pass] : script.size();
+    }
+
+    // The passes that end at or before a place of the script.
+    [[nodiscard]] std::int32_t passesBefore(std::size_t place) const {
+        const auto begun =
+            std::upper_bound(passStarts_.begin(), passStarts_.end(), place) - passStarts_.begin();
+        return static_cast<std::int32_t>(std::max<std::ptrdiff_t>(begun - 1, 0));
+    }
+
+    const Platform& platform_;
+    ScenarioRun& scenario_;
+    BatchJournal& journal_;
+    std::uint32_t start_;
+    std::string data_;
+    std::vector<std::uint32_t> passStarts_;
+    BatchReport report_;
+};
+
+BatchReport keepForLater(BatchJournal& journal, std::int64_t batch, std::size_t characters) {
+    BatchReport report;
+    report.outcome = BatchReport::Outcome::kFailed;
+    report.batch = batch;
+    report.characters = characters;
+    report.reason = reasonOf(TypingStop::kKeyboardLost);
+    journal.failed(batch, report.reason);
+    return report;
+}
+
+void resetPort(const Platform& platform, const RunTimeState& state, BatchJournal& journal) {
+    SerialPort& port = platform.port;
     if (!port.PortOpen()) return;
     port.setPortOpen(false);
+    journal.discardFlow(originOf(platform, state), "reçu pendant la saisie"_ansi);
     port.reopen();
 }
 
 }  // namespace
 
-void TraiteEmul(const Platform& platform, RunTimeState& state) {
-    std::string data = state.ReceivedData;
-    SplitFrameFields(platform, state.scenario, data);
-    const std::string script = BuildKeyScript(platform, state.scenario, data);
-    platform.progress.unload();
-    platform.events.DoEvents();
-    platform.events.Sleep(kPauseBeforeTyping);
-    if (state.scenario.active.FileMode)
-        WriteFileLine(platform, state.scenario, data);
-    else
-        typeScript(platform, script, state.scenario.TimerPause);
-    resetPort(platform.port);
+bool canDispatch(const Platform& platform, const RunTimeState& state) {
+    return state.scenario.active.FileMode || platform.keyboard.connected();
+}
+
+BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJournal& journal) {
+    const std::int64_t batch = std::exchange(state.batch, BatchJournal::kNone);
+    if (!canDispatch(platform, state)) {
+        platform.progress.unload();
+        return keepForLater(journal, batch, state.ReceivedData.size());
+    }
+    const BatchReport report = Dispatch(platform, state, journal, batch, state.ReceivedData).run(1);
+    resetPort(platform, state, journal);
+    return report;
+}
+
+BatchReport dispatchAgain(const Platform& platform, RunTimeState& state, BatchJournal& journal,
+                          const JournalEntry& entry, std::string bytes, std::int32_t fromPass) {
+    if (!canDispatch(platform, state)) return keepForLater(journal, entry.id, bytes.size());
+    return Dispatch(platform, state, journal, entry.id, std::move(bytes)).run(fromPass);
 }
 
 }  // namespace kalvo

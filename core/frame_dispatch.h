@@ -1,15 +1,27 @@
 // From received data to the focused application, or to a file.
 #pragma once
 
+#include "core/batch_report.h"
 #include "core/run_time_state.h"
+#include "journal/batch_journal.h"
 #include "platform/platform.h"
 
 namespace kalvo {
 
+// Whether a batch can go anywhere now: a scenario that types needs a keyboard.
+[[nodiscard]] bool canDispatch(const Platform& platform, const RunTimeState& state);
+
 // Hands state.ReceivedData to the scenario in force: its key script is typed piece
 // by piece, with the timer and lock-key tokens handled on the way, or the text goes
 // to the scenario's file. Afterwards an open port is closed and opened again, which
-// drops what came in meanwhile. Errors of the port reach the caller.
-void TraiteEmul(const Platform& platform, RunTimeState& state);
+// drops what came in meanwhile; the journal keeps it. What becomes of the batch goes
+// into the journal, too, and comes back. Without a keyboard nothing is typed and the
+// batch waits in the journal. ProgramEnd when the program was asked to end while typing.
+BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJournal& journal);
+
+// Takes a batch of the journal through the scenario in force once more, from a pass on (the
+// first is 1). The port is left alone. RuntimeError 5 for a number the journal has not.
+BatchReport dispatchAgain(const Platform& platform, RunTimeState& state, BatchJournal& journal,
+                          const JournalEntry& entry, std::string bytes, std::int32_t fromPass);
 
 }  // namespace kalvo

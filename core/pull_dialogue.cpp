@@ -5,6 +5,8 @@
 #include "core/during.h"
 #include "platform/event_pump.h"
 #include "platform/serial_port.h"
+#include "settings/options.h"
+#include "text/ansi_text.h"
 #include "text/number_text.h"
 
 namespace kalvo {
@@ -16,6 +18,8 @@ constexpr std::string_view kAcknowledge = "ACK\r";
 constexpr std::size_t kRecordLength = 28;
 constexpr std::size_t kCodeLength = 20;
 constexpr std::size_t kQuantityLength = 6;
+// Bytes end the wait at once; this is for what announces itself in no other way.
+constexpr int kLongestWait = 1000;  // milliseconds
 
 std::string_view column(std::string_view line, std::size_t position, std::size_t length) {
     return position > line.size() ? std::string_view{}
@@ -28,18 +32,23 @@ bool PullDialogue::run(PullScanner scanner) {
     const During running([this](bool on) { running_ = on; });
     cancelled_ = false;
     state_.ReceivedData.clear();
+    state_.batch = BatchJournal::kNone;
+    dropped_.clear();
+    if (optionSet(platform_.profiles, state_.scenario.applicationFolder, Option::kEmptyBuffer)) {
+        LineBuffer.clear();
+        PreviousLine.clear();
+    }
     platform_.port.Output(kRead);
     state_.TransferEnded = false;
-    while (!state_.TransferEnded) {
-        if (!waitscan()) return false;
-        showInput(scanner);
-    }
-    return true;
+    while (!state_.TransferEnded && waitscan()) showInput(scanner);
+    journal_.discard(originOf(platform_, state_), dropped_,
+                     "ligne trop courte, non acquittée"_ansi);
+    return state_.TransferEnded;
 }
 
 bool PullDialogue::waitscan() {
     while (platform_.port.InBufferCount() == 0) {
-        platform_.events.DoEvents();
+        platform_.events.waitForEvents(kLongestWait);
         if (cancelled_) return false;
     }
     return true;
@@ -56,8 +65,10 @@ void PullDialogue::showInput(PullScanner scanner) {
     const std::string line = LineBuffer;
     if (endsTransfer(scanner, line)) return;
     LineBuffer.clear();
-    if (line == "ACK" || line.size() < kRecordLength) return;
-    takeRecord(line);
+    if (line == "ACK" || line.size() < kRecordLength) return drop(line);
+    const std::string record = recordOf(line);
+    state_.ReceivedData += record;
+    state_.batch = journal_.receiveRecord(state_.batch, originOf(platform_, state_), record);
     platform_.port.Output(kAcknowledge);
 }
 
@@ -73,22 +84,22 @@ bool PullDialogue::endsTransfer(PullScanner scanner, const std::string& line) {
     return second || line == "OVER";
 }
 
+void PullDialogue::drop(std::string_view line) {
+    if (!line.empty() && line != "ACK") dropped_.append(line).append("\r\n");
+}
+
 // A record that begins with a control character below 10 (TAB among them) holds its
 // columns one place further right.
-void PullDialogue::takeRecord(std::string_view line) {
-    std::string& data = state_.ReceivedData;
-    const auto append = [&](std::string_view code, std::string_view quantity) {
-        data.append(code).append("\r").append(quantity).append("\r\n");
+std::string PullDialogue::recordOf(std::string_view line) {
+    const auto record = [](std::string_view code, std::string_view quantity) {
+        return std::string(code).append("\r").append(quantity).append("\r\n");
     };
-    if (static_cast<unsigned char>(line.front()) < 10) {
-        append(column(line, 2, kCodeLength), column(line, 23, kQuantityLength));
-        return;
-    }
+    if (static_cast<unsigned char>(line.front()) < 10)
+        return record(column(line, 2, kCodeLength), column(line, 23, kQuantityLength));
     const std::string_view trimmed = trimBlanks(line);
     if (trimmed.starts_with(';'))
-        append(std::string(kCodeLength, ' '), std::string(kQuantityLength, ' '));
-    else
-        append(column(trimmed, 1, kCodeLength), column(trimmed, 22, kQuantityLength));
+        return record(std::string(kCodeLength, ' '), std::string(kQuantityLength, ' '));
+    return record(column(trimmed, 1, kCodeLength), column(trimmed, 22, kQuantityLength));
 }
 
 }  // namespace kalvo

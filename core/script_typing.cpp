@@ -1,10 +1,8 @@
 #include "core/script_typing.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <string>
 
-#include "keys/key_injection.h"
 #include "keys/script_tokens.h"
 #include "platform/event_pump.h"
 
@@ -17,42 +15,84 @@ bool holdsLockToken(std::string_view text) {
            text.find(kCapsLockToken) != std::string_view::npos;
 }
 
-void typeUntimed(const Platform& platform, Keysend& keysend, std::string text,
-                 ScriptSource source) {
-    const bool replayed = source == ScriptSource::kReplayed;
-    // Cutting a token out may join the text around it to another one.
-    for (bool due = !replayed || holdsLockToken(text); due;
-         due = replayed && holdsLockToken(text)) {
-        text = pressNumLockTokens(platform.keyboard, text);
-        switchCapsLockOffForTokens(platform.keyboard, text);
-        text = withoutCapsLockTokens(text);
-        keysend.SendKeyScript(text, 0);
-    }
-}
+class ScriptTyping {
+public:
+    ScriptTyping(const Platform& platform, std::string_view script, ScriptSource source,
+                 const std::function<void(std::size_t)>& progress)
+        : platform_(platform), script_(script), source_(source), progress_(progress) {}
 
-// Here the CapsLock tokens stay in the pieces, so that the sender types them too.
-void typeTimed(const Platform& platform, Keysend& keysend, std::string_view script, int timerPause,
-               ScriptSource source) {
-    const std::size_t untyped = source == ScriptSource::kReplayed ? 1 : 0;
-    for (TimerPieces pieces(script); pieces.remaining() > untyped;) {
-        platform.events.DoEvents();
-        const std::string piece = pressNumLockTokens(platform.keyboard, pieces.next());
-        switchCapsLockOffForTokens(platform.keyboard, piece);
-        keysend.SendKeyScript(piece, 0);
-        platform.events.DoEvents();
-        platform.events.Sleep(std::max(timerPause, 0));
+    Typing run(int timerPause) {
+        platform_.watch.begin();
+        try {
+            if (script_.find(kTimerToken) == std::string_view::npos)
+                typeUntimed();
+            else
+                typeTimed(timerPause);
+        } catch (const ProgramEnd&) {
+            typing_.stop = TypingStop::kProgramEnds;
+        }
+        if (typing_.stop == TypingStop::kNone) typing_.typed = script_.size();
+        return typing_;
     }
-}
+
+private:
+    void typeUntimed() {
+        const bool replayed = source_ == ScriptSource::kReplayed;
+        std::string text(script_);
+        // Cutting a token out may join the text around it to another one.
+        for (bool due = !replayed || holdsLockToken(text); due && going();
+             due = replayed && holdsLockToken(text)) {
+            const TokenFreeText first = pressNumLockTokens(platform_.keyboard, text);
+            switchCapsLockOffForTokens(platform_.keyboard, first.text());
+            const TokenFreeText second(first.text(), kCapsLockToken);
+            send(second.text(),
+                 [&](std::size_t typed) { return first.before(second.before(typed)); });
+            text = second.text();
+        }
+    }
+
+    // Here the CapsLock tokens stay in the pieces, so that the sender types them too.
+    void typeTimed(int timerPause) {
+        const std::size_t untyped = source_ == ScriptSource::kReplayed ? 1 : 0;
+        for (TimerPieces pieces(script_); pieces.remaining() > untyped && going();) {
+            platform_.events.DoEvents();
+            const std::string_view piece = pieces.next();
+            const auto begin = static_cast<std::size_t>(piece.data() - script_.data());
+            const TokenFreeText text = pressNumLockTokens(platform_.keyboard, piece);
+            switchCapsLockOffForTokens(platform_.keyboard, text.text());
+            send(text.text(), [&](std::size_t typed) { return begin + text.before(typed); });
+            if (!going()) return;
+            platform_.events.DoEvents();
+            platform_.events.Sleep(std::max(timerPause, 0));
+        }
+    }
+
+    // `place` turns a position in the text into one in the script.
+    template <typename Place>
+    void send(const std::string& text, const Place& place) {
+        Keysend keysend(platform_.keyboard, platform_.events, platform_.watch,
+                        [&](std::size_t typed) {
+                            typing_.typed = place(typed);
+                            if (progress_) progress_(typing_.typed);
+                        });
+        const Typing piece = keysend.SendKeyScript(text, 0);
+        typing_ = {place(piece.typed), piece.stop};
+    }
+
+    [[nodiscard]] bool going() const { return typing_.stop == TypingStop::kNone; }
+
+    const Platform& platform_;
+    std::string_view script_;
+    ScriptSource source_;
+    const std::function<void(std::size_t)>& progress_;
+    Typing typing_;
+};
 
 }  // namespace
 
-void typeScript(const Platform& platform, std::string_view script, int timerPause,
-                ScriptSource source) {
-    Keysend keysend(platform.keyboard, platform.events);
-    if (script.find(kTimerToken) == std::string_view::npos)
-        typeUntimed(platform, keysend, std::string(script), source);
-    else
-        typeTimed(platform, keysend, script, timerPause, source);
+Typing typeScript(const Platform& platform, std::string_view script, int timerPause,
+                  ScriptSource source, const std::function<void(std::size_t)>& progress) {
+    return ScriptTyping(platform, script, source, progress).run(timerPause);
 }
 
 }  // namespace kalvo

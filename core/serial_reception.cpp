@@ -3,11 +3,14 @@
 #include <string>
 
 #include "core/during.h"
+#include "core/frame_dispatch.h"
 #include "platform/dialogs.h"
+#include "platform/notify_icon.h"
 #include "platform/serial_port.h"
 #include "settings/serial_settings.h"
 #include "text/ansi_text.h"
 #include "text/number_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 
@@ -16,12 +19,13 @@ bool pushesBatches(std::string_view terminalType) {
 }
 
 SerialReception::SerialReception(const Platform& platform, RunTimeState& state,
-                                 std::function<void()> dispatch)
+                                 BatchJournal& journal, std::function<void()> dispatch)
     : platform_(platform),
       state_(state),
+      journal_(journal),
       dispatch_(std::move(dispatch)),
-      batches_(platform, state, dispatch_),
-      pull_(platform, state) {
+      batches_(platform, state, journal, dispatch_),
+      pull_(platform, state, journal) {
     platform_.port.onComm([this] { OnComm(); });
 }
 
@@ -33,6 +37,11 @@ void SerialReception::configurePort() {
     SerialPort& port = platform_.port;
     port.setCommPort(integerPart(stored(port_serie::kPort)));
     state_.TerminalType = stored(port_serie::kProtocol);
+    // A polled scanner keeps what it was not told is accepted; a portable forgets.
+    if (journal_.keeps() && pushesBatches(state_.TerminalType))
+        port.onInput([this](std::string_view bytes) { journal_.keepFlow(bytes); });
+    else
+        port.onInput(nullptr);
     configureLine(port, lineSettings(platform_.profiles, folder),
                   storedHandshaking(platform_.profiles, folder));
 }
@@ -44,24 +53,43 @@ void SerialReception::openPort() {
 }
 
 void SerialReception::OnComm() {
-    if (ReceivingBatch) return;
-    if (equalIgnoringCase(state_.TerminalType, "HT630")) {
-        const During receiving([this](bool on) { ReceivingBatch = on; });
-        batches_.collectHt630();
-    } else if (equalIgnoringCase(state_.TerminalType, "PT630")) {
-        batches_.collectPt630();
+    if (ReceivingBatch || receivingFile_) return;
+    try {
+        if (equalIgnoringCase(state_.TerminalType, "HT630")) {
+            const During receiving([this](bool on) { ReceivingBatch = on; });
+            batches_.collectHt630();
+        } else if (equalIgnoringCase(state_.TerminalType, "PT630")) {
+            const During receiving([this](bool on) { receivingFile_ = on; });
+            batches_.collectPt630();
+        }
+    } catch (const RuntimeError&) {
+        journal_.discardFlow(originOf(platform_, state_), "réception interrompue"_ansi);
+        throw;
     }
 }
 
 void SerialReception::transfer() {
     const bool scanPal = equalIgnoringCase(state_.TerminalType, "ScanPal");
     const bool optimus = equalIgnoringCase(state_.TerminalType, "Optimus");
-    if (pull_.running() || (!scanPal && !optimus)) return;
-    {
-        const During transferring(transferChanged_);
-        pull_.run(scanPal ? PullScanner::kScanPal : PullScanner::kOptimus);
+    if (!scanPal && !optimus) return;
+    if (pull_.running()) {
+        transferAgain_ = true;
+        pull_.cancel();
+        return;
     }
-    if (!state_.ReceivedData.empty() || state_.TransferEnded) dispatch_();
+    do {
+        transferAgain_ = false;
+        if (!canDispatch(platform_, state_)) {
+            platform_.icon.notify(
+                "Le lecteur n'est pas interrogé : rien ne peut être saisi (pas d'affichage)."_ansi);
+            return;
+        }
+        {
+            const During transferring(transferChanged_);
+            pull_.run(scanPal ? PullScanner::kScanPal : PullScanner::kOptimus);
+        }
+        if (!state_.ReceivedData.empty() || state_.TransferEnded) dispatch_();
+    } while (transferAgain_);
 }
 
 }  // namespace kalvo

@@ -8,6 +8,7 @@
 #include "core/batch_reception.h"
 #include "core/pull_dialogue.h"
 #include "core/run_time_state.h"
+#include "journal/batch_journal.h"
 #include "platform/platform.h"
 
 namespace kalvo {
@@ -18,7 +19,8 @@ namespace kalvo {
 class SerialReception {
 public:
     // `dispatch` takes state.ReceivedData further (TraiteEmul).
-    SerialReception(const Platform& platform, RunTimeState& state, std::function<void()> dispatch);
+    SerialReception(const Platform& platform, RunTimeState& state, BatchJournal& journal,
+                    std::function<void()> dispatch);
     SerialReception(const SerialReception&) = delete;
     SerialReception& operator=(const SerialReception&) = delete;
 
@@ -35,7 +37,9 @@ public:
     void OnComm();
 
     // Pulls the records of a polled scanner and dispatches them; nothing for any
-    // other terminal. RuntimeError 8018 when the port is closed.
+    // other terminal. One that is waiting for its scanner is broken off, keeps what was
+    // acknowledged, and starts anew. Nothing is asked for while it could go nowhere: then
+    // the user is told. RuntimeError 8018 when the port is closed.
     void transfer();
     // Ends a transfer that waits for its scanner; what was acknowledged is still
     // dispatched.
@@ -50,11 +54,14 @@ public:
 private:
     Platform platform_;
     RunTimeState& state_;
+    BatchJournal& journal_;
     std::function<void()> dispatch_;
     std::function<void(bool)> transferChanged_ = [](bool) {};
     BatchReception batches_;
     PullDialogue pull_;
     bool ReceivingBatch = false;
+    bool receivingFile_ = false;  // a PT630 batch is being collected
+    bool transferAgain_ = false;
 };
 
 }  // namespace kalvo

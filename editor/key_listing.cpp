@@ -193,10 +193,10 @@ std::vector<std::string> listKeys(std::string_view script, int timerPause, std::
         const std::string_view piece = pieces.next();
         for (std::size_t i = CountSeparators(piece, kNumLockToken); i > 0 && !listing.full(); --i)
             listing.row("Verr. Num");
-        std::string keys = withoutNumLockTokens(piece);
+        std::string keys = TokenFreeText(piece, kNumLockToken).text();
         if (CountSeparators(keys, kCapsLockToken) > 0)
             listing.row(std::string("Verr. Maj : éteint"_ansi));
-        if (!timed) keys = withoutCapsLockTokens(keys);
+        if (!timed) keys = TokenFreeText(keys, kCapsLockToken).text();
         KeyScriptReader reader(keys, [](char c) { return static_cast<unsigned char>(c); });
         for (auto event = reader.next(); event && !listing.full(); event = reader.next())
             listing.take(*event);

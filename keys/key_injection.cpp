@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::uint8_t kPlatform9x = 1;
 constexpr std::int16_t kSettleTime = 20;  // milliseconds
+constexpr int kKeysBetweenLooks = 64;
+constexpr std::uint32_t kTimeBetweenLooks = 10;  // milliseconds
 
 constexpr Key kCapsLockKey{Key::Kind::kNamed, kVkCapital};
 constexpr Key kNumLockKey{Key::Kind::kNamed, kVkNumLock};
@@ -41,19 +43,25 @@ std::uint16_t virtualKeyOf(Key key, KeyboardLayout& layout) {
 
 }  // namespace
 
-void Keysend::SendKeyScript(std::string_view script, std::int16_t wait) {
+Typing Keysend::SendKeyScript(std::string_view script, std::int16_t wait) {
     const OsFamily family = GetOsFamily();
     chooseFlags(family);
     if (family == OsFamily::k9x) {
         sendByPlatform(keyboard_, script, wait);
-        return;
+        return {script.size(), TypingStop::kNone};
     }
     const LockStates initial = switchLocksOff();
     KeyScriptReader reader(script, [this](char c) { return keyboard_.CharToOemA(c); });
-    typeEvents(reader);
+    Typing typing = typeEvents(reader);
     restoreLocks(initial, reader.locks(), wait);
     keyboard_.finishInput();
     if (wait != 0) WaitWithEvents(kSettleTime);
+    if (typing.stop == TypingStop::kNone) {
+        // A script may end early by itself: then the rest of it types nothing.
+        typing.typed = script.size();
+        if (!keyboard_.connected()) typing.stop = TypingStop::kKeyboardLost;
+    }
+    return typing;
 }
 
 void Keysend::chooseFlags(OsFamily family) {
@@ -72,14 +80,40 @@ Keysend::LockStates Keysend::switchLocksOff() {
     return initial;
 }
 
-void Keysend::typeEvents(KeyScriptReader& reader) {
-    while (const auto event = reader.next()) {
+Typing Keysend::typeEvents(KeyScriptReader& reader) {
+    Typing typing;
+    keysSinceLook_ = 0;
+    lastLook_ = events_.GetTickCount();
+    for (;;) {
+        if (typing.stop == TypingStop::kNone && reader.betweenKeys() && timeToLook()) {
+            typing = {reader.typed(), look()};
+            if (typing.stop != TypingStop::kNone)
+                reader.stop();
+            else if (progress_)
+                progress_(typing.typed);
+        }
+        const auto event = reader.next();
+        if (!event) return typing;
         switch (event->action) {
             case KeyEvent::Action::kDown: SendKeyDown(event->key); break;
             case KeyEvent::Action::kUp: SendKeyUp(event->key); break;
             case KeyEvent::Action::kFlipNumLock: FlipNumLock(); break;
         }
     }
+}
+
+bool Keysend::timeToLook() {
+    const std::uint32_t now = events_.GetTickCount();
+    if (++keysSinceLook_ < kKeysBetweenLooks && now - lastLook_ < kTimeBetweenLooks) return false;
+    keysSinceLook_ = 0;
+    lastLook_ = now;
+    return true;
+}
+
+TypingStop Keysend::look() {
+    if (events_.ending()) return TypingStop::kProgramEnds;
+    if (!keyboard_.connected()) return TypingStop::kKeyboardLost;
+    return watch_.look();
 }
 
 // Every lock was switched off before the script: a tracker that differs from the

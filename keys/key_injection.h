@@ -2,31 +2,45 @@
 // has the focus.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "keys/key_script.h"
 #include "platform/event_pump.h"
 #include "platform/keyboard_input.h"
+#include "platform/typing_watch.h"
 
 namespace kalvo {
 
 // The family of the operating system, which decides how a script is typed.
 enum class OsFamily { k9x, kNt };
 
+// How far a script was typed.
+struct Typing {
+    std::size_t typed = 0;  // characters from its beginning, whole
+    TypingStop stop = TypingStop::kNone;
+};
+
 // Types key scripts. Lock keys are off while a script is typed and are put back
-// afterwards, but for what the script itself does to them. Nothing is reported: a
-// blocked injection types nothing.
+// afterwards, but for what the script itself does to them. Between keys, at least every
+// 64 of them and every 10 ms, it looks whether to stop: then every modifier comes up, the
+// locks are put back, and the rest of the script is left.
 class Keysend {
 public:
-    Keysend(KeyboardInput& keyboard, EventPump& events) : keyboard_(keyboard), events_(events) {}
+    // `progress` is told now and then how many characters of a script have been typed.
+    Keysend(KeyboardInput& keyboard, EventPump& events, TypingWatch& watch = unwatched(),
+            std::function<void(std::size_t typed)> progress = {})
+        : keyboard_(keyboard), events_(events), watch_(watch), progress_(std::move(progress)) {}
 
     // Types a script. `wait` is 0 for every caller of today: on the 9x family it is
     // the platform sender's wait flag; on NT a value other than 0 adds a pause of
     // 20 ms, and the digits 2, 3, 4 in it leave CapsLock, NumLock, ScrollLock as the
     // script left them.
-    void SendKeyScript(std::string_view script, std::int16_t wait);
+    Typing SendKeyScript(std::string_view script, std::int16_t wait);
 
     // The events of one key, in one injection each. The layout is asked for afresh
     // each time, so that typing follows the focus. A key of code 0 sends nothing.
@@ -50,13 +64,19 @@ private:
 
     void chooseFlags(OsFamily family);
     LockStates switchLocksOff();
-    void typeEvents(KeyScriptReader& reader);
+    Typing typeEvents(KeyScriptReader& reader);
+    [[nodiscard]] bool timeToLook();
+    [[nodiscard]] TypingStop look();
     void restoreLocks(const LockStates& initial, const LockTrackers& trackers, std::int16_t wait);
     void typeKey(Key key);
     void sendKey(Key key, std::uint32_t flags);
 
     KeyboardInput& keyboard_;
     EventPump& events_;
+    TypingWatch& watch_;
+    std::function<void(std::size_t)> progress_;
+    int keysSinceLook_ = 0;
+    std::uint32_t lastLook_ = 0;
     std::uint32_t DownFlags = kKeyEventScanCode;
     std::uint32_t UpFlags = kKeyEventScanCode | kKeyEventKeyUp;
 };

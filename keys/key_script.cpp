@@ -78,7 +78,13 @@ std::optional<KeyEvent> KeyScriptReader::next() {
     return pending_[pendingPosition_++];
 }
 
+void KeyScriptReader::stop() {
+    script_.dropRest();
+    repetition_.remaining = 0;
+}
+
 void KeyScriptReader::readOne() {
+    readFrom_ = script_.taken();
     const char c = script_.take();
     switch (c) {
         case '+': prefix(Key::Kind::kShift); break;

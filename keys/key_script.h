@@ -63,14 +63,19 @@ struct LockTrackers {
 class ExpandedScript {
 public:
     ExpandedScript(std::string_view script, const std::function<unsigned char(char)>& oemCode)
-        : rest_(script), oemCode_(&oemCode) {}
+        : size_(script.size()), rest_(script), oemCode_(&oemCode) {}
 
     [[nodiscard]] bool atEnd() const { return rest_.empty() && offset_ == expansion_.size(); }
     // The next character; call only before the end.
     char take();
     void dropRest();
+    // The characters of the script that have been taken whole.
+    [[nodiscard]] std::size_t taken() const {
+        return size_ - rest_.size() - (offset_ < expansion_.size() ? 1 : 0);
+    }
 
 private:
+    std::size_t size_;
     std::string_view rest_;
     const std::function<unsigned char(char)>* oemCode_;
     // What the character before `rest_` became, and how much of it has been taken.
@@ -96,6 +101,16 @@ public:
     // The trackers after the events taken so far.
     [[nodiscard]] LockTrackers locks() const { return locks_; }
 
+    // Whether the events taken so far leave no key down but held modifiers.
+    [[nodiscard]] bool betweenKeys() const { return pendingPosition_ == pending_.size(); }
+    // The characters of the script, from its beginning, all of whose events were taken.
+    [[nodiscard]] std::size_t typed() const {
+        return betweenKeys() && repetition_.remaining <= 0 ? script_.taken() : readFrom_;
+    }
+    // Ends the script here, between keys: what is still to come is the release of the held
+    // modifiers.
+    void stop();
+
 private:
     // Keys being typed over and over: one named key or the letters of a text.
     struct Repetition {
@@ -120,6 +135,7 @@ private:
     std::vector<Key> heldModifiers_;
     bool groupOpen_ = false;
     bool ended_ = false;
+    std::size_t readFrom_ = 0;  // where in the script the pending events come from
     LockTrackers locks_;
     Repetition repetition_;
     std::vector<KeyEvent> pending_;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/keyboard_input.h"
 
@@ -31,16 +32,26 @@ private:
     std::size_t remaining_;
 };
 
-// Cuts the {NUMLOCK} tokens out of a piece and presses NumLock once for each.
-[[nodiscard]] std::string pressNumLockTokens(KeyboardInput& keyboard, std::string_view piece);
+// A piece of a script without tokens, which still knows where its characters stood.
+class TokenFreeText {
+public:
+    // Cuts every occurrence of a token out of a piece.
+    TokenFreeText(std::string_view piece, std::string_view token);
 
-// The piece without its {NUMLOCK} tokens.
-[[nodiscard]] std::string withoutNumLockTokens(std::string_view piece);
+    [[nodiscard]] const std::string& text() const { return text_; }
+    // Where in the piece the characters before `position` of the text end.
+    [[nodiscard]] std::size_t before(std::size_t position) const;
+
+private:
+    std::string text_;
+    std::vector<std::size_t> cuts_;  // positions in the text, ascending
+    std::size_t tokenSize_;
+};
+
+// Cuts the {NUMLOCK} tokens out of a piece and presses NumLock once for each.
+[[nodiscard]] TokenFreeText pressNumLockTokens(KeyboardInput& keyboard, std::string_view piece);
 
 // Switches CapsLock off, if it is on, once for each {CAPSLOCK} token.
 void switchCapsLockOffForTokens(KeyboardInput& keyboard, std::string_view piece);
-
-// The piece without its {CAPSLOCK} tokens.
-[[nodiscard]] std::string withoutCapsLockTokens(std::string_view piece);
 
 }  // namespace kalvo

@@ -23,6 +23,12 @@ public:
     // end.
     virtual void DoEvents() = 0;
 
+    // The same, but rests until something has to be delivered, at most that long.
+    virtual void waitForEvents(int milliseconds) = 0;
+
+    // Whether the program has been asked to end.
+    [[nodiscard]] virtual bool ending() = 0;
+
     // Stops the program's thread; no event is delivered meanwhile.
     virtual void Sleep(int milliseconds) = 0;
 

@@ -47,6 +47,8 @@ public:
 
     // An empty file in place of whatever file was there, open for writing.
     [[nodiscard]] virtual std::unique_ptr<TextStream> create(std::string_view path) = 0;
+    // The same, but a file of our own: whatever has the name, a link included, goes first.
+    [[nodiscard]] virtual std::unique_ptr<TextStream> createNew(std::string_view path) = 0;
     // A file open for writing at its end; created when missing.
     [[nodiscard]] virtual std::unique_ptr<TextStream> append(std::string_view path) = 0;
 

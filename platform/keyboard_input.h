@@ -73,8 +73,11 @@ public:
     // batches for a moment; nothing is reordered.
     virtual void SendInput(std::span<const KeyRecord> records) = 0;
 
-    // Everything injected so far is on its way when this returns. Called at the end of
-    // whatever is typed.
+    // Whether keys reach anybody: false without a session, and once it has gone.
+    [[nodiscard]] virtual bool connected() { return true; }
+
+    // Everything injected so far has been taken by the session when this returns. Called
+    // at the end of whatever is typed.
     virtual void finishInput() {}
 
     // Injects one event of a virtual key.

@@ -19,6 +19,10 @@ public:
     virtual void add(std::string_view tip) = 0;
     virtual void modify(std::string_view tip) = 0;
     virtual void remove() = 0;
+
+    // A notice beside the icon (code page 1252); nobody has to answer it for work to go
+    // on.
+    virtual void notify(std::string_view text) = 0;
 };
 
 }  // namespace kalvo

@@ -13,6 +13,7 @@ class ProfileFiles;
 class Progress;
 class Registry;
 class SerialPort;
+class TypingWatch;
 
 // References to the bindings of a run; whoever composes the program owns them.
 struct Platform {
@@ -26,6 +27,7 @@ struct Platform {
     Dialogs& dialogs;
     NotifyIcon& icon;
     Progress& progress;
+    TypingWatch& watch;
 };
 
 }  // namespace kalvo

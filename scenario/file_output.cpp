@@ -71,17 +71,20 @@ std::string targetPath(const Platform& platform, const ScenarioRun& run) {
 
 }  // namespace
 
-void WriteFileLine(const Platform& platform, const ScenarioRun& run, std::string_view text) {
+FileOutput WriteFileLine(const Platform& platform, const ScenarioRun& run, std::string_view text) {
+    FileOutput output;
     try {
-        const std::string path = targetPath(platform, run);
-        writeFile(platform, path, text);
-        platform.dialogs.message("Fichier " + path + std::string(" : généré"_ansi),
+        output.path = targetPath(platform, run);
+        writeFile(platform, output.path, text);
+        platform.dialogs.message("Fichier " + output.path + std::string(" : généré"_ansi),
                                  kApplicationTitle, MessageIcon::kInformation);
-    } catch (const RuntimeError&) {
+    } catch (const RuntimeError& error) {
+        output.problem = error.description();
         platform.dialogs.message(
             "Une erreur d'écriture de fichier vient de se produire. Votre fichier n'a pas pu être créé"_ansi,
             kApplicationTitle, MessageIcon::kCritical);
     }
+    return output;
 }
 
 void CreateFolderPath(const Platform& platform, std::string_view path) {

@@ -1,6 +1,7 @@
 // The output files of "Fichier" scenarios.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "platform/platform.h"
@@ -8,11 +9,16 @@
 
 namespace kalvo {
 
+// Where a text went.
+struct FileOutput {
+    std::string path;
+    std::string problem;  // why it went nowhere, in French; empty when it is there
+};
+
 // Writes a text to the file of the chosen scenario, creating its folder, and tells
 // the user. The file is replaced, or with SpecifMode a new one is made beside it
-// (lot.txt, lot1.txt, lot2.txt, ...). On any failure the user is told and the text
-// is lost.
-void WriteFileLine(const Platform& platform, const ScenarioRun& run, std::string_view text);
+// (lot.txt, lot1.txt, lot2.txt, ...). On any failure the user is told.
+FileOutput WriteFileLine(const Platform& platform, const ScenarioRun& run, std::string_view text);
 
 // Creates every missing folder of a path that ends with a separator. A part that
 // holds a "." is left out, with what that means for the folders behind it.

@@ -32,6 +32,11 @@ namespace kalvo {
     return inFolder(applicationFolder, "TouFic.ini");
 }
 
+// Options.ini: how the program differs from what sites are used to.
+[[nodiscard]] inline std::string optionsIni(std::string_view applicationFolder) {
+    return inFolder(applicationFolder, "Options.ini");
+}
+
 // Scen.mdb: the scenario database.
 [[nodiscard]] inline std::string scenarioDatabase(std::string_view applicationFolder) {
     return inFolder(applicationFolder, "Scen.mdb");

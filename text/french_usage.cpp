@@ -45,6 +45,9 @@ void speakFrench(CLI::App& app) {
 std::string frenchText(const CLI::ParseError& error, const CLI::App& app) {
     const std::string message = error.what();
     if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) return unexpected(app);
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr &&
+        message.starts_with("A subcommand"))
+        return "il manque ce qu'il faut faire";
     if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
         return "il manque " + before(message, " is required");
     if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)

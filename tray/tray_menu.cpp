@@ -57,13 +57,8 @@ void TrayMenu::activateOrderScenario() {
     say("Scénario de commande actif !"_ansi);
 }
 
-// A transfer that waits for its scanner is ended first: the user wants to get out of
-// it, not to lose what was collected.
+// At once, in a transfer too: what the scanner was told is accepted is in the journal.
 void TrayMenu::quit() {
-    if (reception_.transferring()) {
-        reception_.cancelTransfer();
-        return;
-    }
     resumeNext([&] {
         if (platform_.port.PortOpen()) platform_.port.setPortOpen(false);
     });

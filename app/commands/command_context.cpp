@@ -38,7 +38,8 @@ Platform CommandContext::platform() {
             events,
             dialogs,
             icon_,
-            progress_};
+            progress_,
+            watch_};
 }
 
 std::filesystem::path nativeFile(const std::string& argument) {

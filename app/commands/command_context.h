@@ -13,6 +13,7 @@
 #include "core/no_progress.h"
 #include "core/run_time_state.h"
 #include "platform/platform.h"
+#include "platform/typing_watch.h"
 
 namespace kalvo {
 
@@ -36,6 +37,7 @@ private:
     SystemBindings& bindings_;
     ConsoleNotifyIcon icon_;
     NoProgress progress_;
+    TypingWatch watch_;
     std::unique_ptr<KeyboardInput> keyboard_;
     std::unique_ptr<SerialPort> port_;
 };

@@ -1,6 +1,7 @@
 // The command line of kalvo-horizon.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,6 +11,9 @@
 namespace kalvo {
 
 struct Command;
+
+// What `journal` is asked to do.
+enum class JournalAction { kList, kShow, kResend, kPurge };
 
 // What the program is asked to do. Arguments are as the system gave them (UTF-8 as a
 // rule); what becomes text of the core is converted where it is used.
@@ -26,6 +30,10 @@ struct CommandLine {
     std::optional<LocalTime> date;                 // --date
     std::optional<std::string> applicationFolder;  // --app-dir
     std::optional<bool> autostart;                 // --autostart
+    JournalAction journal = JournalAction::kList;
+    bool json = false;       // journal list --json
+    std::int64_t batch = 0;  // journal show, journal resend
+    std::int32_t from = 1;   // journal resend --from: the first pass that is typed
     // Everything was asked for with --help or --version: this is it, UTF-8.
     std::optional<std::string> answer;
 };

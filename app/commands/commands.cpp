@@ -81,6 +81,28 @@ void declareImport(CLI::App& app, CommandLine& line) {
     app.add_option("FICHIER.mdb", line.file)->required();
 }
 
+void declareJournal(CLI::App& app, CommandLine& line) {
+    app.require_subcommand(1);
+    const auto action = [&](const char* name, const char* help, JournalAction asked) {
+        CLI::App* const sub = app.add_subcommand(name, help);
+        sub->group("Commandes")->fallthrough();
+        sub->parse_complete_callback([&line, asked] { line.journal = asked; });
+        return sub;
+    };
+    const auto addBatch = [&](CLI::App* sub) {
+        sub->add_option("LOT", line.batch, "son numéro")->type_name("")->required();
+    };
+    action("list", "liste les lots, le plus ancien d'abord", JournalAction::kList)
+        ->add_flag("--json", line.json, "un objet JSON par ligne");
+    addBatch(action("show", "affiche les octets reçus, exactement", JournalAction::kShow));
+    CLI::App* const resend =
+        action("resend", "fait repasser un lot par le scénario actif", JournalAction::kResend);
+    addBatch(resend);
+    resend->add_option("--from", line.from, "premier passage à saisir (1)")->type_name("N");
+    action("purge", "oublie les lots trop anciens et ce qui dépasse la taille voulue",
+           JournalAction::kPurge);
+}
+
 constexpr auto kCommands = std::to_array<Command>({
     {"listen", "reçoit et saisit, sans fenêtres, jusqu'à SIGINT ou SIGTERM (SIGUSR1 : Transfert)",
      declareNothing, runListen},
@@ -91,6 +113,7 @@ constexpr auto kCommands = std::to_array<Command>({
     {"type", "saisit un script dans l'application active", declareType, runType},
     {"replay", "rejoue un fichier texte", declareReplay, runReplay},
     {"import", "reprend une base Jet", declareImport, runImport},
+    {"journal", "les lots reçus et ce qu'ils sont devenus", declareJournal, runJournal},
     {"ports", "liste les ports série", declareNothing, runPorts},
 });
 

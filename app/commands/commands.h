@@ -33,6 +33,7 @@ int runEvents(const CommandLine& line, SystemBindings& bindings);
 int runType(const CommandLine& line, SystemBindings& bindings);
 int runReplay(const CommandLine& line, SystemBindings& bindings);
 int runImport(const CommandLine& line, SystemBindings& bindings);
+int runJournal(const CommandLine& line, SystemBindings& bindings);
 int runPorts(const CommandLine& line, SystemBindings& bindings);
 
 // --autostart, which goes with no command.

@@ -1,10 +1,13 @@
 // listen: the run-time side without windows.
-#include <cstddef>
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
 #include "app/end_signals.h"
+#include "app/reconnecting_keyboard.h"
+#include "app/run_journal.h"
 #include "core/frame_dispatch.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
@@ -15,17 +18,6 @@
 namespace kalvo {
 
 namespace {
-
-// File scenarios need no keyboard; without one the others are told that they cannot work.
-void connectKeyboardIfPossible(CommandContext& context) {
-    try {
-        context.useKeyboard(connectKeyboard());
-    } catch (const RuntimeError& error) {
-        writeErrorLine(std::string("Clavier indisponible, seuls les scénarios de type "
-                                   "« Fichier » fonctionnent : "_ansi) +
-                       error.description());
-    }
-}
 
 void sayLineChange(int port, bool lost) {
     const std::string name = "Port COM " + std::to_string(port);
@@ -45,14 +37,14 @@ int runListen(const CommandLine&, SystemBindings& bindings) {
     // Before any thread starts, so that the signals go where they are waited for.
     EndSignals signals;
     CommandContext context(bindings);
-    connectKeyboardIfPossible(context);
+    auto keyboard = std::make_unique<ReconnectingKeyboard>(connectKeyboard);
+    const bool canType = keyboard->connected();
+    context.useKeyboard(std::move(keyboard));
     context.openSerialPort();
+    RunJournal journal(bindings, context.events, writeErrorLine);
     const Platform platform = context.platform();
-    SerialReception reception(platform, context.state, [&] {
-        const std::size_t received = context.state.ReceivedData.size();
-        TraiteEmul(platform, context.state);
-        writeErrorLine(std::string("Trame traitée : "_ansi) + std::to_string(received) +
-                       std::string(" caractères"_ansi));
+    SerialReception reception(platform, context.state, journal.batches(), [&] {
+        writeErrorLine(longText(TraiteEmul(platform, context.state, journal.batches())));
     });
     platform.port.onLineChange([&](bool lost) { sayLineChange(platform.port.CommPort(), lost); });
     startUp(platform, context.state, reception, [] {});
@@ -60,6 +52,10 @@ int runListen(const CommandLine&, SystemBindings& bindings) {
         writeErrorLine("Aucun port n'est ouvert (section Port_série de PortSerie.ini)"_ansi);
         return kExitFailure;
     }
+    if (!canType && !context.state.scenario.active.FileMode)
+        writeErrorLine(
+            "Clavier indisponible (pas d'affichage) : les lots attendront dans le journal"_ansi);
+    journal.begin();
     signals.start([&] { context.events.requestEnd(); },
                   [&] { context.events.post([&] { reception.transfer(); }); });
     context.events.run();

@@ -86,6 +86,11 @@ std::unique_ptr<TextStream> LinuxFileSystem::create(std::string_view path) {
     return openForWriting(path, O_TRUNC);
 }
 
+std::unique_ptr<TextStream> LinuxFileSystem::createNew(std::string_view path) {
+    static_cast<void>(::unlink(nativePath(path).c_str()) == 0);
+    return openForWriting(path, O_EXCL | O_NOFOLLOW);
+}
+
 std::unique_ptr<TextStream> LinuxFileSystem::append(std::string_view path) {
     return openForWriting(path, O_APPEND);
 }

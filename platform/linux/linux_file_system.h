@@ -13,6 +13,7 @@ public:
     [[nodiscard]] bool folderExists(std::string_view path) override;
     void createFolder(std::string_view path) override;
     [[nodiscard]] std::unique_ptr<TextStream> create(std::string_view path) override;
+    [[nodiscard]] std::unique_ptr<TextStream> createNew(std::string_view path) override;
     [[nodiscard]] std::unique_ptr<TextStream> append(std::string_view path) override;
     [[nodiscard]] std::string read(std::string_view path) override;
     std::unique_ptr<ByteSource> open(std::string_view path) override;

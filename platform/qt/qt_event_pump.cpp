@@ -3,6 +3,7 @@
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QThread>
+#include <QTimer>
 #include <utility>
 
 namespace kalvo {
@@ -34,6 +35,15 @@ void QtEventPump::DoEvents() {
     if (ending_) throw ProgramEnd{};
     idleCalls_ = delivered ? 0 : idleCalls_ + 1;
     if (idleCalls_ > kIdleCallsBeforeRest) QThread::msleep(1);
+}
+
+void QtEventPump::waitForEvents(int milliseconds) {
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.start(milliseconds);
+    QThread::currentThread()->eventDispatcher()->processEvents(QEventLoop::AllEvents |
+                                                               QEventLoop::WaitForMoreEvents);
+    if (ending_) throw ProgramEnd{};
 }
 
 void QtEventPump::Sleep(int milliseconds) {

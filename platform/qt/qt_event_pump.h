@@ -34,6 +34,8 @@ public:
     void draw();
 
     void DoEvents() override;
+    void waitForEvents(int milliseconds) override;
+    [[nodiscard]] bool ending() override { return ending_; }
     void Sleep(int milliseconds) override;
     std::uint32_t GetTickCount() override;
     LocalTime now() override;

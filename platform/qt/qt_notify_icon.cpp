@@ -26,8 +26,8 @@ void QtNotifyIcon::modify(std::string_view tip) {
 
 void QtNotifyIcon::remove() { icon_.hide(); }
 
-void QtNotifyIcon::notify(const QString& title, const QString& text) {
-    icon_.showMessage(title, text);
+void QtNotifyIcon::notify(std::string_view text) {
+    icon_.showMessage("KALVO Horizon", toQString(text));
 }
 
 }  // namespace kalvo

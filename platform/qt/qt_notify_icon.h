@@ -22,8 +22,7 @@ public:
     void modify(std::string_view tip) override;
     void remove() override;
 
-    // A notice beside the icon; nobody has to answer it.
-    void notify(const QString& title, const QString& text);
+    void notify(std::string_view text) override;
 
 private:
     QSystemTrayIcon icon_;

@@ -4,6 +4,7 @@
 
 #include <sqlite3.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -20,6 +21,11 @@ public:
     // A database in a file that did not exist.
     [[nodiscard]] static SqliteConnection create(const std::filesystem::path& file);
 
+    // A database of the program's own with a write-ahead log, made where it is missing,
+    // readable by its owner only; `schema` is run on it.
+    [[nodiscard]] static SqliteConnection openWithLog(const std::filesystem::path& file,
+                                                      const char* schema);
+
     // Runs a statement without result, or several.
     void run(const std::string& statements);
 
@@ -30,8 +36,8 @@ public:
     [[nodiscard]] sqlite3* handle() const { return handle_.get(); }
 
 private:
-    SqliteConnection(const std::filesystem::path& file, int flags);
-    void configure();
+    SqliteConnection(const std::filesystem::path& file, int flags, const char* settings);
+    void configure(const char* settings);
 
     struct Closer {
         void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
@@ -49,6 +55,21 @@ public:
     // Gives parameter `index` (from 1) a text, or Null.
     void bindText(int index, const std::string& utf8);
     void bindNull(int index);
+    // A number, a text of code page 1252, or bytes as they are.
+    void bind(int index, std::int64_t number);
+    void bind(int index, std::string_view ansi);
+    void bindBytes(int index, std::string_view bytes);
+
+    // Runs the statement to its end with the parameters that are bound, and readies it for
+    // the next time, also after an error.
+    void runBound();
+    // The same with these parameters.
+    template <typename... Values>
+    void run(const Values&... values) {
+        int index = 0;
+        (bind(++index, values), ...);
+        runBound();
+    }
 
     // To the next row; false when the statement has run to its end. Without rows
     // this is what executes it, durably once false comes back.

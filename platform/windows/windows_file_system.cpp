@@ -86,6 +86,12 @@ std::unique_ptr<TextStream> WindowsFileSystem::create(std::string_view path) {
         openFile(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS), path);
 }
 
+std::unique_ptr<TextStream> WindowsFileSystem::createNew(std::string_view path) {
+    DeleteFileW(wideFromAnsi(path).c_str());
+    return std::make_unique<FileStream>(openFile(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW),
+                                        path);
+}
+
 std::unique_ptr<TextStream> WindowsFileSystem::append(std::string_view path) {
     return std::make_unique<FileStream>(
         openFile(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_ALWAYS), path);

@@ -42,7 +42,7 @@ void X11Keyboard::SendInput(std::span<const KeyRecord> records) {
 void X11Keyboard::keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) {
     const KeyRecord record{.virtualKey = virtualKey, .scanCode = scanCode, .flags = flags};
     SendInput({&record, 1});
-    finishInput();
+    connection_.flush();
 }
 
 std::int16_t X11Keyboard::GetKeyState(int virtualKey) {

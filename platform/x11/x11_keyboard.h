@@ -38,7 +38,8 @@ public:
 
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
     void SendInput(std::span<const KeyRecord> records) override;
-    void finishInput() override { connection_.flush(); }
+    [[nodiscard]] bool connected() override { return connection_.alive(); }
+    void finishInput() override { connection_.sync(); }
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override;
 

@@ -6,7 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "core/frame_dispatch.h"
 #include "settings/application_paths.h"
+#include "settings/options.h"
+#include "tests/support/fake_journal_file.h"
 #include "tests/support/fake_platform.h"
 #include "text/ansi_text.h"
 
@@ -22,8 +25,18 @@ protected:
     RunTimeState state;
     // What each dispatch found in ReceivedData.
     std::vector<std::string> dispatched;
-    SerialReception reception{world.platform, state,
+    testing::FakeJournalFile file;
+    BatchJournal journal{&file, world.events, [](std::string_view) {}};
+    SerialReception reception{world.platform, state, journal,
                               [this] { dispatched.push_back(state.ReceivedData); }};
+
+    // The states and bytes of all batches, in the order of their arrival.
+    [[nodiscard]] std::vector<std::string> kept() const {
+        std::vector<std::string> all;
+        for (const auto& batch : file.batches)
+            all.push_back(std::string(nameOf(batch.entry.state)) + " " + batch.bytes);
+        return all;
+    }
 
     Reception() {
         state.scenario.applicationFolder = "/app";
@@ -69,12 +82,15 @@ TEST_F(Reception, AnHt630BatchEndsAtItsMark) {
     world.port.receive("");
     EXPECT_THAT(dispatched, ElementsAre("A;1\r\nB;2\r\n"));
     EXPECT_THAT(world.events.sleeps, ElementsAre(300, 300));
+    EXPECT_THAT(kept(), ElementsAre("recu A;1\r\nB;2\r\n", "ecarte trailing"));
+    EXPECT_EQ(state.batch, 1) << "in the journal before anything acts on it";
 }
 
 TEST_F(Reception, StraysDoNotStartABatchAndAreLost) {
     terminal("ht630");
     world.port.receive("xy");
     EXPECT_THAT(dispatched, IsEmpty());
+    EXPECT_THAT(kept(), ElementsAre("ecarte xy"));
     world.port.receive("abcdFINTRANSKALVO");
     EXPECT_THAT(dispatched, ElementsAre("abcd"));
 }
@@ -92,7 +108,7 @@ TEST_F(Reception, ABatchIsCollectedOnceHoweverManyEventsCome) {
 TEST_F(Reception, AFailingDispatchDoesNotBlockLaterBatches) {
     terminal("HT630");
     bool fail = true;
-    SerialReception failing(world.platform, state, [&] {
+    SerialReception failing(world.platform, state, journal, [&] {
         if (fail) throw RuntimeError(error_number::kPortInvalid, "");
         dispatched.push_back(state.ReceivedData);
     });
@@ -126,6 +142,21 @@ TEST_F(Pt630, ABatchGoesThroughATemporaryFile) {
     EXPECT_FALSE(world.files.files.contains(file));
     EXPECT_THAT(world.progress.labels, ElementsAre("", "Pr\xE9paration de la m\xE9moire"));
     EXPECT_TRUE(world.progress.visible) << "the dispatch takes the window away";
+}
+
+TEST_F(Pt630, NeitherAFullDiskNorAnEndlessLineHarmsABatch) {
+    world.files.diskFull = true;
+    arriveWhileSleeping({"B\r2\r\n", ""});
+    world.port.receive("A\r1\r\n");
+    EXPECT_THAT(dispatched, ElementsAre("A\r1\r\nB\r2\r\n"));
+    EXPECT_THAT(kept(), ElementsAre("recu A\r1\r\nB\r2\r\n"));
+
+    int rounds = 0;
+    world.events.whileSleeping = [&] { world.port.waiting += "x"; };
+    world.events.whilePumping = [&] {
+        if (++rounds == 100) throw ProgramEnd{};
+    };
+    EXPECT_THROW(world.port.receive("x"), ProgramEnd);
 }
 
 TEST_F(Pt630, AnEmptyBatchLeavesNothingBehind) {
@@ -238,24 +269,65 @@ TEST_F(Pulling, ShortLinesAreDroppedWithoutAnAnswer) {
     EXPECT_THAT(dispatched, ElementsAre("")) << "an empty transfer is dispatched all the same";
 }
 
-TEST_F(Pulling, CanBeEndedByTheUserWithoutLosingAcknowledgedRecords) {
+TEST_F(Pulling, CanBeEndedOrBegunAnewWithoutLosingAcknowledgedRecords) {
     terminal("Optimus");
-    scanner({std::string(kRecord) + "\r"});
+    scanner({std::string(kRecord) + "\r", "", std::string(kRecord) + "\r", "OVER\r"});
     int pumped = 0;
     world.events.whilePumping = [&] {
         EXPECT_TRUE(reception.transferring());
-        reception.transfer();  // a second one does not start
-        if (++pumped == 5) reception.cancelTransfer();
+        if (++pumped == 5) reception.transfer();  // the scanner did not hear its READ
     };
     reception.transfer();
-    EXPECT_THAT(dispatched, ElementsAre("CODE-1\r000012\r\n"));
+    EXPECT_THAT(dispatched, ElementsAre("CODE-1\r000012\r\n", "CODE-1\r000012\r\n"));
+    EXPECT_EQ(world.port.sent, "READ\rACK\rREAD\rACK\r");
+    EXPECT_THAT(kept(), ElementsAre("recu CODE-1\r000012\r\n", "recu CODE-1\r000012\r\n"));
     EXPECT_FALSE(reception.transferring());
 
     dispatched.clear();
-    pumped = 0;
     scanner({});
+    world.events.whilePumping = [&] { reception.cancelTransfer(); };
     reception.transfer();
     EXPECT_THAT(dispatched, IsEmpty());
+}
+
+TEST_F(Pulling, ARecordIsKeptBeforeItIsAcknowledged) {
+    terminal("Optimus");
+    world.port.whenSent = [&](std::string_view sent) {
+        if (sent == "READ\r") world.port.waiting = std::string(kRecord) + "\rshort\rOVER\r";
+        if (sent != "ACK\r") return;
+        EXPECT_THAT(kept(), ElementsAre("recu CODE-1\r000012\r\n"));
+    };
+    reception.transfer();
+    EXPECT_THAT(kept(), ElementsAre("recu CODE-1\r000012\r\n", "ecarte short\r\n"));
+    // The rest of one transfer is still there for the next, unless the site wants otherwise.
+    for (const bool empty : {false, true}) {
+        setOption(world.profiles, "/app", Option::kEmptyBuffer, empty ? 1 : 0);
+        file.batches.clear();
+        scanner({std::string(kRecord) + "\r", "OVER\r"});
+        reception.transfer();
+        EXPECT_EQ(file.batches.front().bytes == "CODE-1\r000012\r\n", empty);
+    }
+}
+
+TEST_F(Pulling, AScannerIsNotAskedForWhatNobodyCanType) {
+    struct Unplugged : testing::FakeKeyboard {
+        bool connected() override { return false; }
+    } keyboard;
+    const Platform platform{keyboard,        world.port,     world.profiles, world.registry,
+                            world.databases, world.files,    world.events,   world.dialogs,
+                            world.icon,      world.progress, world.watch};
+    SerialReception blocked(platform, state, journal, [] { ADD_FAILURE(); });
+    terminal("Optimus");
+    blocked.transfer();
+    EXPECT_EQ(world.port.sent, "");
+    EXPECT_EQ(world.icon.notices.size(), 1U);
+    // A portable sends all the same: its batch waits.
+    state.ReceivedData = "A\r\n";
+    state.batch = journal.receive({}, "A\r\n", {}, 0);
+    const BatchReport report = TraiteEmul(platform, state, journal);
+    EXPECT_EQ(report.outcome, BatchReport::Outcome::kFailed);
+    EXPECT_THAT(kept(), ElementsAre("echec A\r\n"));
+    EXPECT_THAT(world.port.log, IsEmpty()) << "nothing was typed, nothing is dropped";
 }
 
 TEST_F(Pulling, ATransferNeedsAPolledScannerAndAnOpenPort) {

@@ -21,7 +21,8 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 struct StartingUp : ::testing::Test, testing::Site {
-    SerialReception reception{platform, state, [] {}};
+    BatchJournal journal{nullptr, world.events, {}};
+    SerialReception reception{platform, state, journal, [] {}};
     int settingsOpened = 0;
 
     StartingUp() {

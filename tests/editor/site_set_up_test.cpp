@@ -97,7 +97,9 @@ TEST_F(NewSite, IsSetUpTestedAndTypesItsFirstFrame) {
               std::string("Kalvo COM 2 : Ouvert, Scénario : Stock    "_ansi).substr(0, 42));
 
     // A frame comes in.
-    SerialReception reception(platform, state, [&] { TraiteEmul(platform, state); });
+    BatchJournal journal(nullptr, world.events, {});
+    SerialReception reception(platform, state, journal,
+                              [&] { TraiteEmul(platform, state, journal); });
     world.port.receive("REF1\r5\rREF2\r7\rFINTRANSKALVO");
     EXPECT_EQ(typed(), "REF1>5!REF2>7!");
 
@@ -105,7 +107,7 @@ TEST_F(NewSite, IsSetUpTestedAndTypesItsFirstFrame) {
     RunTimeState later;
     later.scenario.applicationFolder = folder.path();
     world.port.open = false;
-    SerialReception again(platform, later, [&] { TraiteEmul(platform, later); });
+    SerialReception again(platform, later, journal, [&] { TraiteEmul(platform, later, journal); });
     startUp(platform, later, again, [] { FAIL() << "the settings were asked for"; });
     world.port.receive("Z\r9\rFINTRANSKALVO");
     EXPECT_EQ(typed(), "Z>9!");

@@ -49,7 +49,7 @@ TEST(LockTokens, NumLockIsPressedForEachAndCutOut) {
           Case{"{NUM{NUMLOCK}LOCK}x", "{NUMLOCK}x", 1},
           Case{"{NUM{NUMLOCK}LOCK}x{NUMLOCK}", "x{NUMLOCK}", 2}}) {
         testing::FakeKeyboard keyboard;
-        EXPECT_EQ(pressNumLockTokens(keyboard, piece), text);
+        EXPECT_EQ(pressNumLockTokens(keyboard, piece).text(), text);
         EXPECT_EQ(keyboard.keybdEvents.size(), 2 * presses) << piece;
     }
 }
@@ -61,7 +61,10 @@ TEST(LockTokens, CapsLockIsOnlyEverSwitchedOff) {
     keyboard.setLock(kVkCapital, true);
     switchCapsLockOffForTokens(keyboard, "{CAPSLOCK}a{CAPSLOCK}");
     EXPECT_EQ(keyboard.keybdEvents.size(), 2U) << "one press, however many tokens";
-    EXPECT_EQ(withoutCapsLockTokens("{CAPSLOCK}a{CAPSLOCK}"), "a");
+    const TokenFreeText cut("{CAPSLOCK}ab{CAPSLOCK}c", kCapsLockToken);
+    EXPECT_EQ(cut.text(), "abc");
+    EXPECT_EQ(cut.before(1), 11U);
+    EXPECT_EQ(cut.before(3), 23U) << "every character knows where it stood";
 }
 
 }  // namespace

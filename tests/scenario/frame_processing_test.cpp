@@ -222,8 +222,9 @@ TEST_F(Processing, AFrameThatComesInMeanwhileLeavesTheFirstItsFields) {
         std::uint32_t GetTickCount() override { return tick += 50; }
     } clock;
     clock.whilePumping = world.events.whilePumping;
-    Platform platform{world.keyboard, world.port, world.profiles, world.registry, world.databases,
-                      world.files,    clock,      world.dialogs,  world.icon,     world.progress};
+    Platform platform{world.keyboard,  world.port,     world.profiles, world.registry,
+                      world.databases, world.files,    clock,          world.dialogs,
+                      world.icon,      world.progress, world.watch};
     EXPECT_EQ(BuildKeyScript(platform, run, frame), expected);
     EXPECT_GT(clock.pumped, 0);
 }

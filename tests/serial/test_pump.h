@@ -28,6 +28,11 @@ public:
             handler();
         }
     }
+    void waitForEvents(int milliseconds) override {
+        DoEvents();
+        Sleep(milliseconds);
+    }
+    [[nodiscard]] bool ending() override { return false; }
     void Sleep(int milliseconds) override {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
     }

@@ -17,6 +17,7 @@ public:
     LocalTime time{2024, 3, 5, 14, 7, 9};
     std::vector<int> sleeps;
     int pumped = 0;
+    bool end = false;
     // Called by every Sleep and every DoEvents, after time has moved on.
     std::function<void()> whileSleeping;
     std::function<void()> whilePumping;
@@ -28,6 +29,12 @@ public:
         for (auto waiting = std::exchange(queue_, {}); !waiting.empty(); waiting.pop_front())
             waiting.front()();
     }
+    void waitForEvents(int milliseconds) override {
+        tick += static_cast<std::uint32_t>(milliseconds);
+        DoEvents();
+        if (end) throw ProgramEnd{};
+    }
+    [[nodiscard]] bool ending() override { return end; }
     void Sleep(int milliseconds) override {
         sleeps.push_back(milliseconds);
         tick += static_cast<std::uint32_t>(milliseconds);

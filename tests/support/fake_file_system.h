@@ -45,6 +45,7 @@ public:
         if (path.empty()) throw RuntimeError(error_number::kPathAccess, "");
         return std::make_unique<Stream>(*this, files[normal(path)] = "", normal(path));
     }
+    std::unique_ptr<TextStream> createNew(std::string_view path) override { return create(path); }
     std::unique_ptr<TextStream> append(std::string_view path) override {
         log.push_back("append " + normal(path));
         return std::make_unique<Stream>(*this, "", normal(path));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "platform/typing_watch.h"
 #include "tests/support/fake_event_pump.h"
 #include "tests/support/fake_file_system.h"
 #include "tests/support/fake_keyboard.h"
@@ -24,9 +25,10 @@ struct FakePlatform {
     FakeDialogs dialogs;
     FakeNotifyIcon icon;
     FakeProgress progress;
+    TypingWatch watch;
 
-    Platform platform{keyboard, port,   profiles, registry, databases,
-                      files,    events, dialogs,  icon,     progress};
+    Platform platform{keyboard, port,    profiles, registry, databases, files,
+                      events,   dialogs, icon,     progress, watch};
 };
 
 }  // namespace kalvo::testing

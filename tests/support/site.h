@@ -37,8 +37,8 @@ struct Site {
     SystemProfiles profiles;
     SystemFiles files;
     SqliteEngine engine;
-    Platform platform{world.keyboard, world.port,   profiles,      world.registry, engine,
-                      files,          world.events, world.dialogs, world.icon,     world.progress};
+    Platform platform{world.keyboard, world.port,    profiles,   world.registry, engine,     files,
+                      world.events,   world.dialogs, world.icon, world.progress, world.watch};
     RunTimeState state;
 
     Site() {

@@ -23,7 +23,8 @@ protected:
     RunTimeState state;
     // What was opened, dispatched or ended, in order.
     std::vector<std::string> log;
-    SerialReception reception{world.platform, state,
+    BatchJournal journal{nullptr, world.events, {}};
+    SerialReception reception{world.platform, state, journal,
                               [this] { log.push_back("dispatch " + state.ReceivedData); }};
     TrayMenu menu{world.platform,
                   state,
@@ -81,28 +82,20 @@ TEST_F(Menu, TransferPullsFromAScannerOnly) {
     EXPECT_THAT(log, ElementsAre("dispatch "));
 }
 
-TEST_F(Menu, QuitEndsAWaitingTransferFirstAndKeepsWhatWasAcknowledged) {
-    std::vector<bool> announced;
-    reception.onTransfer([&](bool running) { announced.push_back(running); });
-    state.TerminalType = "ScanPal";
-    world.port.whenSent = [&](std::string_view sent) {
-        if (sent == "READ\r") world.port.waiting = "ABCDEFGHIJKLMNOPQRST;    12;\r";
-    };
-    world.events.whilePumping = [&] {
-        if (world.port.waiting.empty()) menu.choose(MenuEntry::kQuit);
-    };
-    menu.choose(MenuEntry::kTransfer);
-    EXPECT_THAT(log, ElementsAre("dispatch ABCDEFGHIJKLMNOPQRST\r12\r\n"));
-    EXPECT_EQ(announced, (std::vector<bool>{true, false}));
-    EXPECT_TRUE(world.port.open);
-}
-
-TEST_F(Menu, QuitClosesThePortRemovesTheIconAndEnds) {
+TEST_F(Menu, QuitClosesThePortRemovesTheIconAndEndsInATransferToo) {
     menu.choose(MenuEntry::kQuit);
     EXPECT_FALSE(world.port.open);
-    menu.choose(MenuEntry::kQuit);
-    EXPECT_THAT(world.icon.log, ElementsAre("delete", "delete"));
-    EXPECT_THAT(log, ElementsAre("end", "end"));
+    EXPECT_THAT(world.icon.log, ElementsAre("delete"));
+    EXPECT_THAT(log, ElementsAre("end"));
+
+    state.TerminalType = "ScanPal";
+    world.port.open = true;
+    world.events.whilePumping = [&] {
+        menu.choose(MenuEntry::kQuit);
+        world.events.end = true;
+    };
+    EXPECT_THROW(menu.choose(MenuEntry::kTransfer), ProgramEnd);
+    EXPECT_THAT(log, ElementsAre("end", "end")) << "nothing is dispatched any more";
 }
 
 TEST_F(Menu, ReplayTakesTheConfiguredFileOrAsks) {

@@ -1,0 +1,31 @@
+#include "app/reconnecting_keyboard.h"
+
+#include "app/absent_devices.h"
+#include "platform/clock.h"
+#include "text/resume_next.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr std::uint32_t kTimeBetweenTries = 2000;  // milliseconds
+
+}  // namespace
+
+ReconnectingKeyboard::ReconnectingKeyboard(Connect connect)
+    : connect_(connect), keyboard_(std::make_unique<NoKeyboard>()) {
+    tryToConnect();
+}
+
+bool ReconnectingKeyboard::connected() {
+    if (keyboard_->connected()) return true;
+    if (steadyTicks() - lastTry_ >= kTimeBetweenTries) tryToConnect();
+    return keyboard_->connected();
+}
+
+void ReconnectingKeyboard::tryToConnect() {
+    lastTry_ = steadyTicks();
+    resumeNext([this] { keyboard_ = connect_(); });
+}
+
+}  // namespace kalvo

@@ -1,0 +1,59 @@
+// The keyboard of a session that may come and go.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "platform/keyboard_input.h"
+
+namespace kalvo {
+
+// Types through a keyboard as long as there is one; without one it is asked for anew,
+// every two seconds at most, whenever somebody asks whether it is connected.
+class ReconnectingKeyboard : public KeyboardInput {
+public:
+    using Connect = std::unique_ptr<KeyboardInput> (*)();
+
+    // Tries at once. RuntimeErrors of `connect` mean that there is none now.
+    explicit ReconnectingKeyboard(Connect connect);
+
+    [[nodiscard]] bool connected() override;
+    [[nodiscard]] KeyboardLayout& foregroundLayout() override {
+        return keyboard_->foregroundLayout();
+    }
+    void SendInput(std::span<const KeyRecord> records) override { keyboard_->SendInput(records); }
+    void finishInput() override { keyboard_->finishInput(); }
+    void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override {
+        keyboard_->keybd_event(virtualKey, scanCode, flags);
+    }
+    [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override {
+        return keyboard_->GetKeyState(virtualKey);
+    }
+    [[nodiscard]] std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) override {
+        return keyboard_->MapVirtualKeyA(virtualKey);
+    }
+    [[nodiscard]] std::uint8_t platformIdentifier() override {
+        return keyboard_->platformIdentifier();
+    }
+    [[nodiscard]] unsigned char CharToOemA(char character) override {
+        return keyboard_->CharToOemA(character);
+    }
+    void SendKeys(std::string_view script, bool wait) override {
+        keyboard_->SendKeys(script, wait);
+    }
+    void GetKeyboardState(std::span<std::uint8_t, 256> state) override {
+        keyboard_->GetKeyboardState(state);
+    }
+    void SetKeyboardState(std::span<const std::uint8_t, 256> state) override {
+        keyboard_->SetKeyboardState(state);
+    }
+
+private:
+    void tryToConnect();
+
+    Connect connect_;
+    std::unique_ptr<KeyboardInput> keyboard_;  // never null
+    std::uint32_t lastTry_ = 0;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,35 @@
+// The journal of a run.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "app/system_bindings.h"
+#include "journal/batch_journal.h"
+#include "platform/event_pump.h"
+
+namespace kalvo {
+
+// Opens the journal of the application folder, as its options want it. Without one the
+// program works all the same.
+class RunJournal {
+public:
+    // `warn` is told, in French, what the user should know.
+    RunJournal(SystemBindings& bindings, EventPump& events,
+               const std::function<void(std::string_view)>& warn);
+
+    // Begins a run: forgets what is old, and says how many batches of runs before wait for
+    // the user.
+    void begin();
+
+    [[nodiscard]] BatchJournal& batches() { return batches_; }
+
+private:
+    SystemBindings& bindings_;
+    std::function<void(std::string_view)> warn_;
+    std::unique_ptr<JournalFile> file_;
+    BatchJournal batches_;
+};
+
+}  // namespace kalvo

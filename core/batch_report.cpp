@@ -1,0 +1,47 @@
+#include "core/batch_report.h"
+
+#include "text/ansi_text.h"
+
+namespace kalvo {
+
+namespace {
+
+std::string counted(std::int64_t count, std::string_view one, std::string_view more) {
+    return std::to_string(count) + " " + std::string(count > 1 ? more : one);
+}
+
+// How to get at a batch that is not done.
+std::string inTheJournal(const BatchReport& report) {
+    if (report.batch == 0) return {};
+    return std::string(" (lot "_ansi) + std::to_string(report.batch) +
+           std::string(" du journal)"_ansi);
+}
+
+}  // namespace
+
+std::string shortText(const BatchReport& report) {
+    switch (report.outcome) {
+        case BatchReport::Outcome::kTyped:
+            return counted(report.passes, "enregistrement saisi", "enregistrements saisis");
+        case BatchReport::Outcome::kWritten:
+            return counted(report.passes, "enregistrement", "enregistrements") +
+                   std::string(" dans "_ansi) + report.target;
+        case BatchReport::Outcome::kInterrupted:
+            return std::string("Saisie arrêtée après "_ansi) +
+                   counted(report.passesDone, "enregistrement", "enregistrements") + " sur " +
+                   std::to_string(report.passes) + " : " + report.reason + inTheJournal(report);
+        case BatchReport::Outcome::kFailed: break;
+    }
+    return std::string(report.batch == 0 ? "Lot perdu : "_ansi : "Lot gardé : "_ansi) +
+           report.reason + inTheJournal(report);
+}
+
+std::string longText(const BatchReport& report) {
+    if (!report.whole()) return shortText(report);
+    return std::string("Trame traitée : "_ansi) + shortText(report) + ", " +
+           counted(static_cast<std::int64_t>(report.characters), "caractère"_ansi,
+                   "caractères"_ansi) +
+           ", " + std::to_string(report.milliseconds) + " ms";
+}
+
+}  // namespace kalvo

@@ -1,0 +1,190 @@
+#include "journal/batch_journal.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <utility>
+
+#include "text/ansi_text.h"
+#include "text/field_text.h"
+#include "text/runtime_error.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr std::uint32_t kProgressInterval = 250;  // milliseconds
+constexpr std::uint64_t kMegabyte = 1024U * 1024U;
+
+constexpr std::array<std::pair<BatchState, std::string_view>, 7> kStates = {
+    {{BatchState::kReceived, "recu"},
+     {BatchState::kTyping, "saisie"},
+     {BatchState::kTyped, "saisi"},
+     {BatchState::kWritten, "ecrit"},
+     {BatchState::kInterrupted, "interrompu"},
+     {BatchState::kFailed, "echec"},
+     {BatchState::kDiscarded, "ecarte"}}};
+
+}  // namespace
+
+BatchJournal::BatchJournal(JournalFile* file, EventPump& events,
+                           std::function<void(std::string_view)> warn)
+    : file_(file), events_(events), warn_(std::move(warn)) {}
+
+// Once in a row of failures: a full disk is one piece of news.
+template <typename Step>
+void BatchJournal::attempt(Step&& step) {
+    if (file_ == nullptr) return;
+    try {
+        step();
+        warned_ = false;
+    } catch (const RuntimeError& error) {
+        if (!std::exchange(warned_, true))
+            warn_(std::string("Le journal des lots ne peut pas être écrit ; "
+                              "la saisie continue sans lui. "_ansi) +
+                  error.description());
+    }
+}
+
+std::int64_t BatchJournal::receive(const BatchOrigin& origin, std::string_view bytes,
+                                   std::string_view behindEnd, std::size_t taken) {
+    std::int64_t id = kNone;
+    attempt([&] {
+        id = file_->append(newBatch(origin, BatchState::kReceived, bytes, {}), bytes, taken);
+    });
+    if (!behindEnd.empty()) discard(origin, behindEnd, "reçu derrière la marque de fin"_ansi);
+    return id;
+}
+
+std::int64_t BatchJournal::receiveRecord(std::int64_t batch, const BatchOrigin& origin,
+                                         std::string_view record) {
+    attempt([&] {
+        if (batch == kNone)
+            batch = file_->append(newBatch(origin, BatchState::kReceived, record, {}), record, 0);
+        else
+            file_->extend(batch, record);
+    });
+    return batch;
+}
+
+void BatchJournal::discard(const BatchOrigin& origin, std::string_view bytes, std::string_view rule,
+                           std::size_t taken) {
+    if (bytes.empty()) return;
+    attempt([&] {
+        file_->append(newBatch(origin, BatchState::kDiscarded, bytes, rule), bytes, taken);
+    });
+}
+
+void BatchJournal::discardFlow(const BatchOrigin& origin, std::string_view rule) {
+    attempt([&] {
+        const std::string bytes = file_->flow();
+        if (bytes.empty()) return;
+        file_->append(newBatch(origin, BatchState::kDiscarded, bytes, rule), bytes, bytes.size());
+    });
+}
+
+void BatchJournal::forgetFlow(std::size_t taken) {
+    attempt([&] { file_->forgetFlow(taken); });
+}
+
+void BatchJournal::keepFlow(std::string_view bytes) noexcept {
+    if (file_ != nullptr) file_->keepFlow(bytes);
+}
+
+void BatchJournal::typing(std::int64_t batch, std::int32_t passes, std::int32_t passesDone) {
+    const std::uint32_t now = events_.GetTickCount();
+    if (batch == progressOf_ && now - progressAt_ < kProgressInterval) return;
+    progressOf_ = batch;
+    progressAt_ = now;
+    update(batch, BatchState::kTyping, passes, passesDone, {});
+}
+
+void BatchJournal::typed(std::int64_t batch, std::int32_t passes) {
+    update(batch, BatchState::kTyped, passes, passes, {});
+}
+
+void BatchJournal::written(std::int64_t batch, std::int32_t passes) {
+    update(batch, BatchState::kWritten, passes, passes, {});
+}
+
+void BatchJournal::interrupted(std::int64_t batch, std::int32_t passes, std::int32_t passesDone,
+                               std::string_view reason) {
+    update(batch, BatchState::kInterrupted, passes, passesDone, reason);
+}
+
+void BatchJournal::failed(std::int64_t batch, std::string_view reason) {
+    update(batch, BatchState::kFailed, 0, 0, reason);
+}
+
+void BatchJournal::update(std::int64_t batch, BatchState state, std::int32_t passes,
+                          std::int32_t passesDone, std::string_view reason) {
+    if (batch != kNone) attempt([&] { file_->update(batch, state, passes, passesDone, reason); });
+}
+
+std::size_t BatchJournal::recover() {
+    std::size_t waiting = 0;
+    attempt([&] {
+        const std::string bytes = file_->flow();
+        if (!bytes.empty())
+            file_->append(newBatch({}, BatchState::kReceived, bytes, "réception inachevée"_ansi),
+                          bytes, bytes.size());
+        for (const JournalEntry& entry : file_->list(0)) {
+            if (entry.state == BatchState::kTyping)
+                file_->update(entry.id, BatchState::kInterrupted, entry.passes, entry.passesDone,
+                              "le programme a été arrêté"_ansi);
+            if (unfinished(entry.state)) ++waiting;
+        }
+    });
+    return waiting;
+}
+
+std::size_t BatchJournal::purge(std::int32_t days, std::int32_t megabytes) {
+    std::size_t forgotten = 0;
+    attempt([&] {
+        forgotten = file_->purge(timeText(events_.now(), -std::max(days, 0)),
+                                 static_cast<std::uint64_t>(std::max(megabytes, 0)) * kMegabyte);
+    });
+    return forgotten;
+}
+
+NewBatch BatchJournal::newBatch(const BatchOrigin& origin, BatchState state, std::string_view bytes,
+                                std::string_view reason) {
+    return {timeText(events_.now()), origin, state, countRecords(bytes), std::string(reason)};
+}
+
+std::string_view nameOf(BatchState state) {
+    return std::find_if(kStates.begin(), kStates.end(),
+                        [&](const auto& known) { return known.first == state; })
+        ->second;
+}
+
+BatchState stateNamed(std::string_view name) {
+    const auto* const found = std::find_if(kStates.begin(), kStates.end(),
+                                           [&](const auto& known) { return known.second == name; });
+    return found == kStates.end() ? BatchState::kDiscarded : found->first;
+}
+
+bool unfinished(BatchState state) {
+    return state == BatchState::kReceived || state == BatchState::kTyping ||
+           state == BatchState::kInterrupted || state == BatchState::kFailed;
+}
+
+std::int32_t countRecords(std::string_view bytes) {
+    const std::size_t lines = CountSeparators(bytes, "\r\n");
+    return static_cast<std::int32_t>(lines > 0 ? lines : CountSeparators(bytes, "\r"));
+}
+
+std::string timeText(const LocalTime& time, int daysLater) {
+    using namespace std::chrono;
+    const sys_days day = year_month_day{year(time.year), month(static_cast<unsigned>(time.month)),
+                                        std::chrono::day(static_cast<unsigned>(time.day))};
+    const year_month_day date = day + days(daysLater);
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02u-%02u %02d:%02d:%02d", int{date.year()},
+                  unsigned{date.month()}, unsigned{date.day()}, time.hour, time.minute,
+                  time.second);
+    return text.data();
+}
+
+}  // namespace kalvo

@@ -1,0 +1,91 @@
+// The journal of batches: every batch is on disk before anything acts on it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/event_pump.h"
+#include "platform/journal_file.h"
+
+namespace kalvo {
+
+// Keeps batches and what becomes of them. A journal that cannot be written never keeps a
+// batch from being typed: the user is told once, until it works again, and the batch has
+// no number, for which every other call does nothing.
+class BatchJournal {
+public:
+    // The number of a batch that is not in the journal.
+    static constexpr std::int64_t kNone = 0;
+
+    // Without a file nothing is kept and nothing is said. `warn` is told, in French, what
+    // the user should know of the journal itself.
+    BatchJournal(JournalFile* file, EventPump& events, std::function<void(std::string_view)> warn);
+
+    // Whether batches are kept.
+    [[nodiscard]] bool keeps() const { return file_ != nullptr; }
+
+    // A pushed batch, before it is processed. `behindEnd` is what arrived behind its end
+    // mark, kept as a discarded batch of its own; `taken` is how many bytes of the line
+    // all of it is.
+    std::int64_t receive(const BatchOrigin& origin, std::string_view bytes,
+                         std::string_view behindEnd, std::size_t taken);
+    // A batch that grows record by record: the first record opens it.
+    std::int64_t receiveRecord(std::int64_t batch, const BatchOrigin& origin,
+                               std::string_view record);
+    // Bytes that a rule drops, and which one; `taken` as above.
+    void discard(const BatchOrigin& origin, std::string_view bytes, std::string_view rule,
+                 std::size_t taken = 0);
+    // Whatever the line has brought and no batch holds, dropped by `rule`.
+    void discardFlow(const BatchOrigin& origin, std::string_view rule);
+    // The next bytes of the flow are nothing that anybody could want again.
+    void forgetFlow(std::size_t taken);
+    // Adds to the flow what the line brings; from the line's thread.
+    void keepFlow(std::string_view bytes) noexcept;
+
+    // How far typing has come; written a few times a second at most.
+    void typing(std::int64_t batch, std::int32_t passes, std::int32_t passesDone);
+    void typed(std::int64_t batch, std::int32_t passes);
+    void written(std::int64_t batch, std::int32_t passes);
+    void interrupted(std::int64_t batch, std::int32_t passes, std::int32_t passesDone,
+                     std::string_view reason);
+    void failed(std::int64_t batch, std::string_view reason);
+
+    // At the start of the program: what a run before left in the flow becomes a batch, what
+    // it left being typed is interrupted. How many batches are waiting for the user.
+    std::size_t recover();
+    // Forgets what is older than `days` or goes beyond `megabytes`.
+    std::size_t purge(std::int32_t days, std::int32_t megabytes);
+
+private:
+    template <typename Step>
+    void attempt(Step&& step);
+    void update(std::int64_t batch, BatchState state, std::int32_t passes, std::int32_t passesDone,
+                std::string_view reason);
+    [[nodiscard]] NewBatch newBatch(const BatchOrigin& origin, BatchState state,
+                                    std::string_view bytes, std::string_view reason);
+
+    JournalFile* file_;
+    EventPump& events_;
+    std::function<void(std::string_view)> warn_;
+    bool warned_ = false;
+    std::int64_t progressOf_ = kNone;
+    std::uint32_t progressAt_ = 0;
+};
+
+// What listings and the file call a state.
+[[nodiscard]] std::string_view nameOf(BatchState state);
+// The state of a name; discarded for a name that is none.
+[[nodiscard]] BatchState stateNamed(std::string_view name);
+// Whether the user may still want something done with it.
+[[nodiscard]] bool unfinished(BatchState state);
+
+// The records of a batch: lines that CR LF ends or, where there are none, CR.
+[[nodiscard]] std::int32_t countRecords(std::string_view bytes);
+
+// "2024-03-05 14:07:09", some days before or after a time.
+[[nodiscard]] std::string timeText(const LocalTime& time, int daysLater = 0);
+
+}  // namespace kalvo
