@@ -18,8 +18,6 @@
 
 namespace kalvo {
 
-namespace {
-
 std::string_view reasonOf(TypingStop stop) {
     switch (stop) {
         case TypingStop::kNone: break;
@@ -32,6 +30,8 @@ std::string_view reasonOf(TypingStop stop) {
     }
     return {};
 }
+
+namespace {
 
 // One batch on its way through the scenario in force.
 class Dispatch {
@@ -70,7 +70,7 @@ private:
         const FileOutput output = WriteFileLine(platform_, scenario_, built ? script : data_);
         report_.target = output.path;
         report_.reason = output.problem;
-        if (!output.problem.empty()) {
+        if (!output.written) {
             report_.outcome = BatchReport::Outcome::kFailed;
             journal_.failed(report_.batch, report_.reason);
             return;

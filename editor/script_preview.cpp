@@ -51,6 +51,7 @@ public:
         return database_.OpenRecordset(sql);
     }
     void Execute(std::string_view) override {}
+    void Transaction(const std::function<void()>&) override {}
 
 private:
     Database& database_;

@@ -1,9 +1,9 @@
 #include "journal/batch_journal.h"
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <limits>
 #include <utility>
 
 #include "text/ansi_text.h"
@@ -16,15 +16,6 @@ namespace {
 
 constexpr std::uint32_t kProgressInterval = 250;  // milliseconds
 constexpr std::uint64_t kMegabyte = 1024U * 1024U;
-
-constexpr std::array<std::pair<BatchState, std::string_view>, 7> kStates = {
-    {{BatchState::kReceived, "recu"},
-     {BatchState::kTyping, "saisie"},
-     {BatchState::kTyped, "saisi"},
-     {BatchState::kWritten, "ecrit"},
-     {BatchState::kInterrupted, "interrompu"},
-     {BatchState::kFailed, "echec"},
-     {BatchState::kDiscarded, "ecarte"}}};
 
 }  // namespace
 
@@ -141,10 +132,10 @@ std::size_t BatchJournal::recover() {
 
 std::size_t BatchJournal::purge(std::int32_t days, std::int32_t megabytes) {
     std::size_t forgotten = 0;
-    attempt([&] {
-        forgotten = file_->purge(timeText(events_.now(), -std::max(days, 0)),
-                                 static_cast<std::uint64_t>(std::max(megabytes, 0)) * kMegabyte);
-    });
+    const std::string before = days < 1 ? std::string() : timeText(events_.now(), -days);
+    const std::uint64_t most = megabytes < 1 ? std::numeric_limits<std::int64_t>::max()
+                                             : static_cast<std::uint64_t>(megabytes) * kMegabyte;
+    attempt([&] { forgotten = file_->purge(before, most); });
     return forgotten;
 }
 
@@ -154,15 +145,7 @@ NewBatch BatchJournal::newBatch(const BatchOrigin& origin, BatchState state, std
 }
 
 std::string_view nameOf(BatchState state) {
-    return std::find_if(kStates.begin(), kStates.end(),
-                        [&](const auto& known) { return known.first == state; })
-        ->second;
-}
-
-BatchState stateNamed(std::string_view name) {
-    const auto* const found = std::find_if(kStates.begin(), kStates.end(),
-                                           [&](const auto& known) { return known.second == name; });
-    return found == kStates.end() ? BatchState::kDiscarded : found->first;
+    return kBatchStates.at(static_cast<std::size_t>(state));
 }
 
 bool unfinished(BatchState state) {

@@ -56,7 +56,7 @@ public:
     // At the start of the program: what a run before left in the flow becomes a batch, what
     // it left being typed is interrupted. How many batches are waiting for the user.
     std::size_t recover();
-    // Forgets what is older than `days` or goes beyond `megabytes`.
+    // Forgets what is older than `days` or goes beyond `megabytes`; below 1 neither counts.
     std::size_t purge(std::int32_t days, std::int32_t megabytes);
 
 private:
@@ -77,8 +77,6 @@ private:
 
 // What listings and the file call a state.
 [[nodiscard]] std::string_view nameOf(BatchState state);
-// The state of a name; discarded for a name that is none.
-[[nodiscard]] BatchState stateNamed(std::string_view name);
 // Whether the user may still want something done with it.
 [[nodiscard]] bool unfinished(BatchState state);
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -39,6 +40,9 @@ public:
     // The rows a SELECT yields at this moment: later changes do not alter them.
     [[nodiscard]] virtual std::unique_ptr<Recordset> OpenRecordset(std::string_view sql) = 0;
     virtual void Execute(std::string_view sql) = 0;
+    // Runs several statements as one: other programs are kept out from the first on, and
+    // an error takes back what was done.
+    virtual void Transaction(const std::function<void()>& statements) = 0;
 };
 
 class DatabaseEngine {

@@ -63,6 +63,9 @@ public:
     // Size in bytes; RuntimeError 53 when missing.
     [[nodiscard]] virtual std::uint64_t size(std::string_view path) = 0;
 
+    // How long ago a file was changed, in seconds; RuntimeError 53 when missing.
+    [[nodiscard]] virtual std::int64_t ageInSeconds(std::string_view path) = 0;
+
     // The names of a folder's files and folders, in the system's order.
     [[nodiscard]] virtual std::vector<std::string> list(std::string_view folder) = 0;
 

@@ -1,6 +1,7 @@
 // The durable store behind the journal of batches.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -20,6 +21,10 @@ enum class BatchState {
     kFailed,       // echec: nothing came of it; `reason` says why
     kDiscarded,    // ecarte: bytes that a rule of a dialogue drops
 };
+
+// The states by their names, in the order of BatchState.
+inline constexpr std::array<std::string_view, 7> kBatchStates = {
+    "recu", "saisie", "saisi", "ecrit", "interrompu", "echec", "ecarte"};
 
 // Where a batch came from. Texts are code page 1252.
 struct BatchOrigin {

@@ -66,7 +66,8 @@ std::string targetPath(const Platform& platform, const ScenarioRun& run) {
     const std::string folder = path.substr(0, folderLength(path));
     if (!platform.files.folderExists(folder)) CreateFolderPath(platform, folder);
     if (!run.active.SpecifMode) return path;
-    return folder + freeName(platform, folder, path.substr(folder.size()));
+    // A name without a folder is one of the current folder.
+    return folder + freeName(platform, folder.empty() ? "." : folder, path.substr(folder.size()));
 }
 
 }  // namespace
@@ -76,6 +77,7 @@ FileOutput WriteFileLine(const Platform& platform, const ScenarioRun& run, std::
     try {
         output.path = targetPath(platform, run);
         writeFile(platform, output.path, text);
+        output.written = true;
         platform.dialogs.message("Fichier " + output.path + std::string(" : généré"_ansi),
                                  kApplicationTitle, MessageIcon::kInformation);
     } catch (const RuntimeError& error) {

@@ -12,7 +12,8 @@ namespace kalvo {
 // Where a text went.
 struct FileOutput {
     std::string path;
-    std::string problem;  // why it went nowhere, in French; empty when it is there
+    bool written = false;
+    std::string problem;  // why not, in French
 };
 
 // Writes a text to the file of the chosen scenario, creating its folder, and tells

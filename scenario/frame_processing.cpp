@@ -8,6 +8,7 @@
 
 #include "platform/database.h"
 #include "platform/event_pump.h"
+#include "platform/notify_icon.h"
 #include "platform/progress.h"
 #include "scenario/action_steps.h"
 #include "scenario/partial_frames.h"
@@ -16,6 +17,7 @@
 #include "scenario/scenario_names.h"
 #include "scenario/scenario_store.h"
 #include "settings/application_paths.h"
+#include "settings/options.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/number_text.h"
@@ -81,7 +83,10 @@ public:
           depart_(std::move(depart)),
           boucle_(std::move(boucle)),
           steps_(understandActions(run.active.ActionLines, run.keys)),
-          fields_(run.FrameFields) {}
+          fields_(run.FrameFields),
+          startPointActs_(optionSet(platform.profiles, run.applicationFolder, Option::kStartPoint)),
+          literalFields_(!run.active.FileMode && optionSet(platform.profiles, run.applicationFolder,
+                                                           Option::kLiteralFields)) {}
 
     // The output; the places where the passes begin in it are added to `starts`.
     std::string run(std::vector<std::uint32_t>& starts) {
@@ -120,6 +125,7 @@ private:
         std::int32_t start = 1;
         if (!depart_.empty()) resumeNext([&] { start = toInteger16(depart_); });
         const bool wholePass = actionIndex_ - 1 == lastAction();
+        if (startPointActs_ && !wholePass) return std::max(start, 1);
         if (!boucle_.empty()) resumeNext([&] { start = wholePass ? toInteger16(boucle_) : 1; });
         return start;
     }
@@ -138,10 +144,21 @@ private:
                 break;
             case ActionStep::Kind::kDate: output_ += shortDate(platform_.events.now()); break;
             case ActionStep::Kind::kCounter: output_ += run_.CounterText; break;
-            case ActionStep::Kind::kField: output_ += fields_->at(fieldCursor_++); break;
+            case ActionStep::Kind::kField: appendField(fields_->at(fieldCursor_++)); break;
         }
         if (step.stepsBack) --position_;
         if (fieldCursor_ == fields_->FieldCount()) position_ = frame_.size();
+    }
+
+    void appendField(std::string_view field) {
+        if (!literalFields_) {
+            output_ += field;
+            return;
+        }
+        for (const char c : field) {
+            const bool sign = std::string_view("+^%~(){}").find(c) != std::string_view::npos;
+            sign ? output_.append({'{', c, '}'}) : output_.append(1, c);
+        }
     }
 
     // Over one character and the blanks and CRs that follow it. Position p names
@@ -165,6 +182,8 @@ private:
     std::string boucle_;
     std::vector<ActionStep> steps_;
     std::shared_ptr<const FrameFieldTable> fields_;
+    bool startPointActs_;
+    bool literalFields_;
     std::string output_;
     std::size_t position_ = 0;
     std::size_t fieldCursor_ = 0;
@@ -198,9 +217,13 @@ std::string BuildKeyScript(const Platform& platform, ScenarioRun& run, std::stri
 
     if (run.active.PartialMode == 1) {
         std::int16_t count = 0;
-        resumeNext([&] {
+        const bool counted = resumeNext([&] {
             count = toInteger16(readScenarioFile(platform, run, scenario_file::kSubFrameCount));
         });
+        if (!counted && optionSet(platform.profiles, run.applicationFolder, Option::kPartialFrame))
+            resumeNext([&] {
+                count = toInteger16(readScenarioFile(platform, run, scenario_file::kCompiledCount));
+            });
         frame = reassembleSubFrames(frame, run.active.SubFrameMap, count);
     }
     run.CounterText = NextCounterValue(platform, run);
@@ -215,19 +238,32 @@ std::string BuildKeyScript(const Platform& platform, ScenarioRun& run, std::stri
 
 std::string NextCounterValue(const Platform& platform, const ScenarioRun& run) {
     std::string value;
-    resumeNext([&] {
-        const auto database =
-            platform.databases.OpenDatabase(scenarioDatabase(run.applicationFolder));
+    const auto say = [&](std::string_view what) {
+        if (run.counterUse == CounterUse::kAdvance) platform.icon.notify(what);
+    };
+    const auto readAndAdvance = [&](Database& database) {
         value = "0";
         std::optional<std::int16_t> counter = 0;
-        resumeNext([&] { counter = readCounter(*database); });
+        resumeNext([&] { counter = readCounter(database); });
         if (!counter) return;
         value = std::to_string(*counter);
+        if (run.counterUse == CounterUse::kReadOnly) return;
         // A counter that has reached the end of its 16 bits stays there.
-        const bool canAdvance = *counter < std::numeric_limits<std::int16_t>::max();
-        if (run.counterUse == CounterUse::kAdvance && canAdvance)
-            resumeNext([&] { writeCounter(*database, *counter + 1); });
-    });
+        if (*counter < std::numeric_limits<std::int16_t>::max())
+            writeCounter(database, *counter + 1);
+        else
+            say("Le compteur est arrivé à 32767 : il n'avance plus."_ansi);
+    };
+    try {
+        const auto database =
+            platform.databases.OpenDatabase(scenarioDatabase(run.applicationFolder));
+        if (run.counterUse == CounterUse::kReadOnly)
+            readAndAdvance(*database);
+        else
+            database->Transaction([&] { readAndAdvance(*database); });
+    } catch (const RuntimeError& error) {
+        say(std::string("Le compteur n'a pas pu avancer : "_ansi) + error.description());
+    }
     return value;
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <utility>
 
+#include "core/frame_dispatch.h"
 #include "core/script_typing.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
@@ -14,6 +15,7 @@
 #include "scenario/frame_processing.h"
 #include "scenario/progress_pacer.h"
 #include "settings/application_paths.h"
+#include "settings/options.h"
 #include "settings/serial_settings.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
@@ -52,42 +54,80 @@ std::string readFrame(const Platform& platform, std::string_view file, std::stri
     return frame;
 }
 
-void replayFrame(const Platform& platform, ScenarioRun& run, std::string frame) {
-    SplitFrameFields(platform, run, frame);
-    const std::string script = BuildKeyScript(platform, run, frame);
-    platform.progress.unload();
+// Takes the progress window away, whatever happens.
+class ProgressShown {
+public:
+    explicit ProgressShown(Progress& progress) : progress_(progress) {
+        progress_.setLabel("");
+        progress_.show();
+    }
+    ProgressShown(const ProgressShown&) = delete;
+    ProgressShown& operator=(const ProgressShown&) = delete;
+    ~ProgressShown() { progress_.unload(); }
+
+private:
+    Progress& progress_;
+};
+
+BatchReport replayFrame(const Platform& platform, ScenarioRun& run, std::string frame) {
+    BatchReport report;
+    const std::uint32_t start = platform.events.GetTickCount();
+    std::string script;
+    {
+        const ProgressShown shown(platform.progress);
+        report.characters = frame.size();
+        SplitFrameFields(platform, run, frame);
+        script = BuildKeyScript(platform, run, frame);
+    }
+    report.passes = static_cast<std::int32_t>(run.passStarts.size());
     platform.events.DoEvents();
     platform.events.Sleep(kPauseBeforeTyping);
-
     if (run.active.FileMode) {
-        WriteFileLine(platform, run, script);
-        return;
+        const FileOutput output = WriteFileLine(platform, run, script);
+        report.outcome =
+            output.written ? BatchReport::Outcome::kWritten : BatchReport::Outcome::kFailed;
+        report.target = output.path;
+        report.reason = output.problem;
+    } else {
+        const bool whole =
+            optionSet(platform.profiles, run.applicationFolder, Option::kWholeReplay);
+        const Typing typing = typeScript(platform, script, run.TimerPause,
+                                         whole ? ScriptSource::kReceived : ScriptSource::kReplayed);
+        if (typing.stop == TypingStop::kProgramEnds) throw ProgramEnd{};
+        if (typing.stop != TypingStop::kNone) {
+            report.outcome = BatchReport::Outcome::kInterrupted;
+            report.reason = reasonOf(typing.stop);
+        }
     }
-    typeScript(platform, script, run.TimerPause, ScriptSource::kReplayed);
+    report.passesDone = report.whole() ? report.passes : 0;
+    report.milliseconds = platform.events.GetTickCount() - start;
+    return report;
 }
 
 }  // namespace
 
-bool ReplayFile(const Platform& platform, ScenarioRun& run, std::string_view file,
-                std::string_view separator) {
+std::optional<BatchReport> ReplayFile(const Platform& platform, ScenarioRun& run,
+                                      std::string_view file, std::string_view separator) {
     if (!platform.files.fileExists(file)) {
         platform.dialogs.message("Le fichier n'existe pas", kApplicationTitle, MessageIcon::kNone);
-        return false;
+        return std::nullopt;
     }
-    platform.progress.setLabel("");
-    platform.progress.show();
-    replayFrame(platform, run, readFrame(platform, file, separator));
-    return true;
+    std::string frame;
+    {
+        const ProgressShown shown(platform.progress);
+        frame = readFrame(platform, file, separator);
+    }
+    return replayFrame(platform, run, std::move(frame));
 }
 
-void ReplayText(const Platform& platform, ScenarioRun& run, std::string_view text,
-                std::string_view separator) {
+BatchReport ReplayText(const Platform& platform, ScenarioRun& run, std::string_view text,
+                       std::string_view separator) {
     std::string frame;
     const auto append = [&](std::string_view line) { appendRecord(frame, line, separator); };
     LineSplitter lines;
     lines.feed(text, append);
     lines.finish(append);
-    replayFrame(platform, run, std::move(frame));
+    return replayFrame(platform, run, std::move(frame));
 }
 
 std::string ReplayForm::getFile() const {

@@ -2,23 +2,25 @@
 // on the serial port.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "core/batch_report.h"
 #include "platform/platform.h"
 #include "scenario/scenario_run.h"
 
 namespace kalvo {
 
 // Reads a file of records, one to a line, their fields parted by `separator` (not
-// empty), and types or writes what the scenario makes of them. False, with a message,
+// empty), and types or writes what the scenario makes of them. Nothing, with a message,
 // when there is no such file. The script is typed as one that is replayed.
-bool ReplayFile(const Platform& platform, ScenarioRun& run, std::string_view file,
-                std::string_view separator);
+std::optional<BatchReport> ReplayFile(const Platform& platform, ScenarioRun& run,
+                                      std::string_view file, std::string_view separator);
 
 // The same for a text that is no file of its own.
-void ReplayText(const Platform& platform, ScenarioRun& run, std::string_view text,
-                std::string_view separator);
+BatchReport ReplayText(const Platform& platform, ScenarioRun& run, std::string_view text,
+                       std::string_view separator);
 
 // The replay window frmFichiers without its controls.
 class ReplayForm {

@@ -9,6 +9,9 @@ namespace kalvo {
 
 namespace {
 
+// A packet shorter than this has no room for its own parts.
+constexpr int kLeastUseful = 20;
+
 constexpr unsigned kEighthBit = 0x80;
 constexpr unsigned kControlBit = 0x40;
 constexpr std::size_t kLongestRun = 94;
@@ -130,7 +133,7 @@ KermitParameters parseParameters(std::string_view data) {
     const auto characterAt = [&](std::size_t at, char absent) {
         return at < data.size() ? data[at] : absent;
     };
-    parameters.packetLength = std::max(numberAt(0, parameters.packetLength), 20);
+    parameters.packetLength = std::max(numberAt(0, parameters.packetLength), kLeastUseful);
     parameters.timeOut = numberAt(1, parameters.timeOut);
     parameters.padding = numberAt(2, 0);
     parameters.paddingCharacter = static_cast<char>(code(characterAt(3, '@')) ^ kControlBit);
@@ -146,7 +149,10 @@ KermitParameters parseParameters(std::string_view data) {
     while ((numberAt(at, 0) & kMoreCapabilities) != 0) ++at;
     if ((capabilities & kLongPackets) != 0) {
         const int length = numberAt(at + 2, 0) * kKermitBase + numberAt(at + 3, 0);
-        parameters.packetLength = length > 0 ? std::min(length, kLongestPacket) : 500;
+        if (length == 0)
+            parameters.packetLength = 500;
+        else if (length >= kLeastUseful)
+            parameters.packetLength = std::min(length, kLongestPacket);
     }
     return parameters;
 }
@@ -154,10 +160,16 @@ KermitParameters parseParameters(std::string_view data) {
 KermitAgreement agree(const KermitParameters& ours, const KermitParameters& theirs) {
     KermitAgreement agreement;
     agreement.blockCheck = ours.blockCheck == theirs.blockCheck ? ours.blockCheck : 1;
+    // A prefix that means two things could not be undone.
+    const auto usable = [&](char prefix, char other) {
+        return isPrefix(prefix) && prefix != ours.control && prefix != theirs.control &&
+               prefix != other;
+    };
     char eighthBit = 0;
-    if (isPrefix(theirs.eighthBit) && ours.eighthBit != 'N') eighthBit = theirs.eighthBit;
-    if (isPrefix(ours.eighthBit) && theirs.eighthBit != 'N') eighthBit = ours.eighthBit;
-    const char repeat = isPrefix(ours.repeat) && ours.repeat == theirs.repeat ? ours.repeat : '\0';
+    if (usable(theirs.eighthBit, 0) && ours.eighthBit != 'N') eighthBit = theirs.eighthBit;
+    if (usable(ours.eighthBit, 0) && theirs.eighthBit != 'N') eighthBit = ours.eighthBit;
+    const char repeat =
+        usable(ours.repeat, eighthBit) && ours.repeat == theirs.repeat ? ours.repeat : '\0';
     agreement.sending = {ours.control, eighthBit, repeat};
     agreement.receiving = {theirs.control, eighthBit, repeat};
     return agreement;

@@ -19,8 +19,9 @@ int runReplay(const CommandLine& line, SystemBindings& bindings) {
     run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
     if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
-    ReplayText(context.platform(), run, content, separator);
-    return kExitSuccess;
+    const BatchReport report = ReplayText(context.platform(), run, content, separator);
+    if (!report.whole()) writeErrorLine(report.reason);
+    return report.whole() ? kExitSuccess : kExitFailure;
 }
 
 }  // namespace kalvo

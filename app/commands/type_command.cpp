@@ -1,6 +1,7 @@
 // type: a key script into the focused application.
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
+#include "core/frame_dispatch.h"
 #include "core/script_typing.h"
 
 namespace kalvo {
@@ -9,8 +10,9 @@ int runType(const CommandLine& line, SystemBindings& bindings) {
     CommandContext context(bindings);
     const std::string script = readInput(line.file);
     context.useKeyboard(connectKeyboard());
-    typeScript(context.platform(), script, line.pause);
-    return kExitSuccess;
+    const Typing typing = typeScript(context.platform(), script, line.pause);
+    if (typing.stop != TypingStop::kNone) writeErrorLine(reasonOf(typing.stop));
+    return typing.stop == TypingStop::kNone ? kExitSuccess : kExitFailure;
 }
 
 }  // namespace kalvo

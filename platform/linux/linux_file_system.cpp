@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <ctime>
 #include <utility>
 
 #include "platform/linux/file_stream.h"
@@ -44,9 +45,10 @@ FileDescriptor openForReading(std::string_view path) {
     return file;
 }
 
+// Without waiting: a pipe that nobody reads, or a device, fails instead.
 std::unique_ptr<TextStream> openForWriting(std::string_view path, int how) {
-    FileDescriptor file(
-        ::open(nativePath(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | how, kNewFileMode));
+    FileDescriptor file(::open(nativePath(path).c_str(),
+                               O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | how, kNewFileMode));
     if (!file.isOpen()) throw fileError(errno, path, error_number::kPathNotFound);
     return std::make_unique<FileStream>(std::move(file), path);
 }
@@ -124,6 +126,10 @@ std::uint64_t LinuxFileSystem::size(std::string_view path) {
     const struct stat status = statusOf(path);
     if (S_ISDIR(status.st_mode)) throw fileError(EISDIR, path);
     return static_cast<std::uint64_t>(status.st_size);
+}
+
+std::int64_t LinuxFileSystem::ageInSeconds(std::string_view path) {
+    return std::int64_t{::time(nullptr)} - std::int64_t{statusOf(path).st_mtime};
 }
 
 std::vector<std::string> LinuxFileSystem::list(std::string_view folder) {

@@ -21,6 +21,7 @@ public:
     void readLines(std::string_view path,
                    const std::function<void(std::string_view line)>& visit) override;
     [[nodiscard]] std::uint64_t size(std::string_view path) override;
+    [[nodiscard]] std::int64_t ageInSeconds(std::string_view path) override;
     [[nodiscard]] std::vector<std::string> list(std::string_view folder) override;
     void remove(std::string_view path) override;
     [[nodiscard]] std::string shownPath(std::string_view path) const override;

@@ -11,4 +11,8 @@ namespace kalvo {
 // $XDG_DATA_HOME/kalvo-horizon, by default in ~/.local/share.
 [[nodiscard]] std::string userDataFolder();
 
+// For locks of the running session: in $XDG_RUNTIME_DIR, by default in /tmp, made where it
+// is missing and nobody else's.
+[[nodiscard]] std::string userRuntimeFolder();
+
 }  // namespace kalvo

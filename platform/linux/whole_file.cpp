@@ -6,9 +6,15 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
+#include <string>
 #include <system_error>
+#include <thread>
+
+#include "platform/linux/user_folders.h"
 
 namespace kalvo {
 
@@ -30,13 +36,21 @@ std::filesystem::path targetOf(const std::string& path) {
     return target;
 }
 
+// Updates of files in one folder wait for each other through a lock of the user's own:
+// whoever may read the folder itself could lock that one for ever. A process that keeps
+// the lock for ten seconds is no longer waited for.
 FileDescriptor lockFolder(const std::filesystem::path& folder) {
-    FileDescriptor lock(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!lock.isOpen()) return lock;
-    int result = 0;
-    do {
-        result = ::flock(lock.number(), LOCK_EX);
-    } while (result != 0 && errno == EINTR);
+    std::error_code error;
+    const auto whole = std::filesystem::weakly_canonical(folder, error);
+    const std::size_t name = std::hash<std::string>{}(whole.string());
+    FileDescriptor lock(::open((userRuntimeFolder() + "/" + std::to_string(name)).c_str(),
+                               O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (lock.isOpen() && ::flock(lock.number(), LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EINTR && errno != EWOULDBLOCK) break;
+        if (std::chrono::steady_clock::now() > deadline) break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
     return lock;
 }
 

@@ -1,6 +1,6 @@
 #include "platform/sqlite/journal_database.h"
 
-#include <array>
+#include <algorithm>
 #include <system_error>
 
 #include "platform/sqlite/database_path.h"
@@ -16,7 +16,7 @@ constexpr const char* kName = "Journal.db";
 constexpr const char* kSchema = R"sql(
 CREATE TABLE IF NOT EXISTS Lots (
     Id INTEGER PRIMARY KEY AUTOINCREMENT,
-    Recu TEXT, Port INTEGER, Terminal TEXT, Scenario TEXT, Etat INTEGER,
+    Recu TEXT, Port INTEGER, Terminal TEXT, Scenario TEXT, Etat TEXT,
     Enregistrements INTEGER, Passes INTEGER DEFAULT 0, Faites INTEGER DEFAULT 0,
     Motif TEXT, Taille INTEGER
 );
@@ -31,7 +31,11 @@ constexpr const char* kColumns =
     "FROM Lots ";
 
 // Batches that are done; the others are forgotten for their age alone.
-constexpr const char* kDone = "Etat IN (2,3,6)";
+constexpr const char* kDone = "Etat IN ('saisi','ecrit','ecarte')";
+
+std::string_view nameOf(BatchState state) {
+    return kBatchStates.at(static_cast<std::size_t>(state));
+}
 
 std::string text(sqlite3_stmt* row, int column) {
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
@@ -43,7 +47,10 @@ JournalEntry entryOf(sqlite3_stmt* row) {
     entry.id = sqlite3_column_int64(row, 0);
     entry.received = text(row, 1);
     entry.origin = {sqlite3_column_int(row, 2), text(row, 3), text(row, 4)};
-    entry.state = static_cast<BatchState>(sqlite3_column_int(row, 5));
+    const auto* const state = std::find(kBatchStates.begin(), kBatchStates.end(), text(row, 5));
+    entry.state = state == kBatchStates.end()
+                      ? BatchState::kDiscarded
+                      : static_cast<BatchState>(state - kBatchStates.begin());
     entry.records = sqlite3_column_int(row, 6);
     entry.passes = sqlite3_column_int(row, 7);
     entry.passesDone = sqlite3_column_int(row, 8);
@@ -150,9 +157,8 @@ std::int64_t SqliteJournal::append(const NewBatch& batch, std::string_view bytes
     std::int64_t id = 0;
     durably([&] {
         statements_->addBatch.run(batch.received, batch.origin.port, batch.origin.terminal,
-                                  batch.origin.scenario, static_cast<int>(batch.state),
-                                  batch.records, batch.reason,
-                                  static_cast<std::int64_t>(bytes.size()));
+                                  batch.origin.scenario, nameOf(batch.state), batch.records,
+                                  batch.reason, static_cast<std::int64_t>(bytes.size()));
         id = sqlite3_last_insert_rowid(connection_->handle());
         addPiece(id, bytes);
         if (flow_ != nullptr && flowTaken > 0)
@@ -189,7 +195,7 @@ void SqliteJournal::extend(std::int64_t id, std::string_view record) {
 void SqliteJournal::update(std::int64_t id, BatchState state, std::int32_t passes,
                            std::int32_t passesDone, std::string_view reason) {
     connection_->run("PRAGMA synchronous=NORMAL");
-    statements_->update.run(id, static_cast<int>(state), passes, passesDone, reason);
+    statements_->update.run(id, nameOf(state), passes, passesDone, reason);
 }
 
 void SqliteJournal::keepFlow(std::string_view bytes) noexcept {

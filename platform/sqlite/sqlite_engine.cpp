@@ -107,6 +107,24 @@ public:
         }
     }
 
+    void Transaction(const std::function<void()>& statements) override {
+        // What the system itself may do, its statements may not.
+        sqlite3_set_authorizer(connection_.handle(), nullptr, nullptr);
+        connection_.run("BEGIN IMMEDIATE");
+        try {
+            connection_.restrictStatements();
+            statements();
+            sqlite3_set_authorizer(connection_.handle(), nullptr, nullptr);
+            connection_.run("COMMIT");
+        } catch (const RuntimeError&) {
+            sqlite3_set_authorizer(connection_.handle(), nullptr, nullptr);
+            connection_.run("ROLLBACK");
+            connection_.restrictStatements();
+            throw;
+        }
+        connection_.restrictStatements();
+    }
+
 private:
     SqliteStatement prepare(std::string_view sql) {
         SqliteStatement statement(connection_, engineStatement(sql), sql);

@@ -133,6 +133,20 @@ std::uint64_t WindowsFileSystem::size(std::string_view path) {
     return (std::uint64_t{data.nFileSizeHigh} << 32U) | data.nFileSizeLow;
 }
 
+std::int64_t WindowsFileSystem::ageInSeconds(std::string_view path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(wideFromAnsi(path).c_str(), GetFileExInfoStandard, &data))
+        throw fileError(GetLastError(), path);
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    const auto ticks = [](const FILETIME& time) {
+        return static_cast<std::int64_t>((std::uint64_t{time.dwHighDateTime} << 32U) |
+                                         time.dwLowDateTime);
+    };
+    constexpr std::int64_t kTicksASecond = 10'000'000;
+    return (ticks(now) - ticks(data.ftLastWriteTime)) / kTicksASecond;
+}
+
 std::vector<std::string> WindowsFileSystem::list(std::string_view folder) {
     WIN32_FIND_DATAW found{};
     const HANDLE first = FindFirstFileW((wideFromAnsi(folder) + L"\\*").c_str(), &found);

@@ -142,7 +142,6 @@ TEST_F(Dispatch, WhatBecomesOfABatchIsKeptAndReported) {
     world.profiles.write(scenarioFile("/app", "Stock"), "Fichier", "Chemin", "/out/lot.txt");
     dispatch("abc");
     EXPECT_EQ(file.batches[2].entry.state, BatchState::kFailed);
-    EXPECT_FALSE(file.batches[2].entry.reason.empty());
     EXPECT_FALSE(report.whole());
 }
 

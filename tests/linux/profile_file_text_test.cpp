@@ -33,9 +33,11 @@ TEST(ProfileEncodings, AMarkTellsUnicode) {
     }
 }
 
-TEST(ProfileEncodings, WithoutAMarkAFileIsCodePage1252) {
-    EXPECT_EQ(findProfileValue("[Port_série]\nPort=3\n", "Port_série"_ansi, "Port"), "")
-        << "UTF-8 is another name in this code page";
+TEST(ProfileEncodings, WithoutAMarkAFileIsCodePage1252UnlessItIsUtf8) {
+    const std::string utf8 = "[Port_série]\r\nPort=3\r\n";
+    EXPECT_EQ(findProfileValue(utf8, "Port_série"_ansi, "Port"), "3");
+    EXPECT_EQ(withProfileValue(utf8, "Port_série"_ansi, "Bit d'arrêt"_ansi, "1"),
+              utf8 + "Bit d'arrêt=1\r\n");
     EXPECT_EQ(
         findProfileValue(std::string("[Port_série]\nPort=3\n"_ansi), "Port_série"_ansi, "Port"),
         "3");

@@ -130,16 +130,5 @@ TEST(RegFile, DamagedLinesAreSkipped) {
     }
 }
 
-TEST(RegFile, LargeContentsTakeLinearTime) {
-    constexpr std::size_t kSize = 4000000;
-    for (const std::string_view unit :
-         {"\"", "\"a\"=\"", "\"a\"=\"\n", "\"a\"=hex:\\\n", "[", "[\n", "\\", "x\n", "@=\"\nx\n"}) {
-        std::string content = "REGEDIT4\n[HKEY_CURRENT_USER\\K]\n";
-        while (content.size() < kSize) content += unit;
-        EXPECT_FALSE(findRegistryValue(content, "K", "n").has_value());
-        EXPECT_TRUE(withRegistryValue(std::move(content), "K", "n", {kRegSz, "v"}).has_value());
-    }
-}
-
 }  // namespace
 }  // namespace kalvo

@@ -94,6 +94,36 @@ TEST_F(ScenarioDatabase, UnderstandsTheStatementsAsTheyAreWritten) {
     EXPECT_EQ(column("SELECT * FROM Actions", "Champs"), "");
 }
 
+TEST_F(ScenarioDatabase, NumbersScenariosBehindTheLargestAndActionsInTheirOrder) {
+    addScenario(41, "A");
+    EXPECT_EQ(nextScenarioNumber(*database), 42);
+    addScenario(32767, "B");
+    EXPECT_EQ(errorOf([&] { (void)nextScenarioNumber(*database); }), error_number::kOverflow);
+    for (const int number : {9, 2, 5})
+        insertAction(*database, 41, number, {std::to_string(number), 0});
+    database->Execute("INSERT INTO Actions (NumeroScen,NumAction,Champs) VALUES (41,Null,'n')");
+    renumberActions(*database, 41);  // Null comes first and keeps its place
+    EXPECT_EQ(column("SELECT Champs FROM Actions WHERE NumAction>0 ORDER BY NumAction", "Champs"),
+              "2|5|9|");
+}
+
+TEST_F(ScenarioDatabase, ATransactionIsWholeOrNothing) {
+    database->Transaction([&] { writeCounter(*database, *readCounter(*database) + 5); });
+    EXPECT_EQ(readCounter(*database), 5);
+    EXPECT_EQ(errorOf([&] {
+                  database->Transaction([&] {
+                      writeCounter(*database, 9);
+                      // Another program waits for its turn, in vain.
+                      EXPECT_EQ(errorOf([&] { writeCounter(*engine.OpenDatabase(file), 7); }),
+                                error_number::kDataLocked);
+                      throw RuntimeError(error_number::kDataDisk, "x");
+                  });
+              }),
+              error_number::kDataDisk);
+    EXPECT_EQ(readCounter(*database), 5);
+    EXPECT_EQ(executing("PRAGMA user_version=9"), error_number::kDataSyntax) << "refused again";
+}
+
 TEST_F(ScenarioDatabase, NamesCompareWithoutRegardToCaseAccentsIncluded) {
     addScenario(1, std::string("Été à l’ŒUVRE"_ansi));
     EXPECT_EQ(findScenario(*database, "éTÉ À L’œuvre"_ansi), 1);

@@ -70,6 +70,7 @@ public:
         }
     }
     std::uint64_t size(std::string_view path) override { return read(path).size(); }
+    std::int64_t ageInSeconds(std::string_view) override { return 0; }
     std::vector<std::string> list(std::string_view folder) override {
         if (listingFails) throw RuntimeError(error_number::kPathNotFound, "");
         std::vector<std::string> names;

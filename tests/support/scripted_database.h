@@ -60,6 +60,7 @@ private:
             if (store_.executeFails) throw RuntimeError(error_number::kDataReadOnly, "");
             store_.executed.emplace_back(sql);
         }
+        void Transaction(const std::function<void()>& statements) override { statements(); }
 
     private:
         ScriptedDatabase& store_;

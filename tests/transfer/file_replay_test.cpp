@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "settings/application_paths.h"
+#include "settings/options.h"
 #include "tests/support/fake_platform.h"
 #include "text/ansi_text.h"
 
@@ -33,7 +34,7 @@ protected:
 
     bool replay(const std::string& content, std::string_view separator = ";") {
         world.files.files["/f.txt"] = content;
-        return ReplayFile(world.platform, run, "/f.txt", separator);
+        return ReplayFile(world.platform, run, "/f.txt", separator).has_value();
     }
 
     // The letters and digits that were typed.
@@ -98,6 +99,27 @@ TEST_F(Replay, WithoutTimerOnlyAScriptWithALockTokenIsTyped) {
     EXPECT_TRUE(replay("AB\n"));
     EXPECT_EQ(typed(), "AB");
     EXPECT_EQ(world.keyboard.keybdEvents.size(), 4U);
+}
+
+TEST_F(Replay, EverythingIsTypedWhereTheSiteWantsIt) {
+    for (const bool whole : {false, true}) {
+        setOption(world.profiles, "/app", Option::kWholeReplay, whole ? 1 : 0);
+        for (const char* last : {"x", "{TIMER}x"}) {
+            world.keyboard.batches.clear();
+            actions({"&CODE", last});
+            EXPECT_TRUE(replay("AB\n"));
+            const std::string without = *last == 'x' ? "" : "AB";
+            EXPECT_EQ(typed(), whole ? "ABX" : without) << last;
+        }
+    }
+}
+
+TEST_F(Replay, AFailingOutputIsReported) {
+    run.active.FileMode = true;
+    world.files.diskFull = true;
+    world.files.files["/f.txt"] = "A\n";
+    const auto report = ReplayFile(world.platform, run, "/f.txt", ";");
+    EXPECT_FALSE(report->whole());
 }
 
 TEST_F(Replay, AMissingFileIsSaidAndTypesNothing) {

@@ -21,6 +21,17 @@ std::string_view trimmed(std::string_view text) { return trimBlanks(text, kBlank
 
 std::string_view untilNul(std::string_view text) { return text.substr(0, text.find('\0')); }
 
+// An editor of today saves UTF-8 without a mark; no text of code page 1252 with accents
+// happens to be valid UTF-8 with letters we know.
+FileText decodeSettings(std::string content) {
+    FileText file = decodeFile(std::move(content));
+    const bool accents = std::any_of(file.text.begin(), file.text.end(),
+                                     [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    if (file.encoding == FileEncoding::kAnsi && accents && isUtf8(file.text))
+        file.encoding = FileEncoding::kUtf8;
+    return file;
+}
+
 struct Entry {
     std::string_view name;
     std::string_view value;
@@ -94,7 +105,7 @@ std::string_view withoutQuotes(std::string_view value) {
 }  // namespace
 
 std::string findProfileValue(std::string content, std::string_view section, std::string_view key) {
-    const FileText file = decodeFile(std::move(content));
+    const FileText file = decodeSettings(std::move(content));
     const Place place = locate(file, section, key);
     if (!place.entry) return {};
     std::string value = file.toAnsi(untilNul(withoutQuotes(place.entry->value)));
@@ -104,7 +115,7 @@ std::string findProfileValue(std::string content, std::string_view section, std:
 
 std::string withProfileValue(std::string content, std::string_view section, std::string_view key,
                              std::string_view value) {
-    FileText file = decodeFile(std::move(content));
+    FileText file = decodeSettings(std::move(content));
     if (!file.text.empty() && kLineEnds.find(file.text.back()) == std::string_view::npos)
         file.text += kNewLineEnd;
 

@@ -7,7 +7,7 @@
 //
 // Lines end with CR LF, LF or CR. Names ignore case, accented letters included. Of
 // equal sections and of equal keys in a section only the first counts. A file is
-// code page 1252 unless it starts with a Unicode byte order mark.
+// code page 1252 unless it starts with a Unicode byte order mark or is valid UTF-8.
 #pragma once
 
 #include <string>
