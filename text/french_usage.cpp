@@ -1,6 +1,5 @@
 #include "text/french_usage.h"
 
-#include <CLI/CLI.hpp>
 #include <string_view>
 #include <vector>
 
@@ -25,6 +24,7 @@ std::string unexpected(const CLI::App& app) {
 }  // namespace
 
 void speakFrench(CLI::App& app) {
+    app.option_defaults()->take_last();
     app.set_help_flag("-h,--help", "affiche cette aide");
     auto* const words = dynamic_cast<CLI::Formatter*>(app.get_formatter().get());
     for (const auto& [word, french] : {std::pair{"Usage", "Usage "},
@@ -34,11 +34,7 @@ void speakFrench(CLI::App& app) {
                                        {"Positionals", "Arguments"},
                                        {"REQUIRED", "(obligatoire)"},
                                        {"Excludes", "exclut"},
-                                       {"Needs", "demande"},
-                                       {"TEXT", "TEXTE"},
-                                       {"INT", "N"},
-                                       {"UINT", "N"},
-                                       {"FLOAT", "X"}})
+                                       {"TEXT", "TEXTE"}})
         words->label(word, french);
 }
 
@@ -52,15 +48,11 @@ std::string frenchText(const CLI::ParseError& error, const CLI::App& app) {
         return "il manque " + before(message, " is required");
     if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr)
         return before(message, ":") + " : valeur absente";
+    if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr)
+        return before(message, ": ") + " : " + message.substr(message.find(": ") + 2);
     if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr)
         return before(message, " excludes ") + " ne va pas avec " +
                message.substr(message.rfind(' ') + 1);
-    if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr) {
-        constexpr std::string_view kPrefix = "Could not convert: ";
-        const std::size_t at = message.find(kPrefix);
-        return "valeur non valide : " +
-               (at == std::string::npos ? message : message.substr(at + kPrefix.size()));
-    }
     return message;
 }
 

@@ -1,6 +1,5 @@
 #include "tools/terminal_options.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
 #include <limits>
@@ -19,25 +18,6 @@ constexpr const char* kFooter =
     "TYPE : HT630, PT630 (envoient un lot d'eux-mêmes), Optimus ou ScanPal (attendent READ, puis\n"
     "un ACK par enregistrement). FICHIER : un enregistrement par ligne, champs séparés par \";\"\n"
     "(\"-\" : entrée standard). Code de retour : 0 envoyé, 1 échec, 2 appel incorrect.";
-
-// A number within its range; the library's own check speaks English.
-template <typename Number>
-CLI::Validator between(Number lowest, Number highest) {
-    return CLI::Validator(
-        [lowest, highest](std::string& text) {
-            Number number{};
-            const bool fits =
-                CLI::detail::lexical_cast(text, number) && number >= lowest && number <= highest;
-            return fits ? std::string() : "valeur non valide : " + text;
-        },
-        "");
-}
-
-template <typename Number>
-void addNumber(CLI::App& app, const char* name, Number& into, Number lowest, Number highest,
-               const char* type, const char* help) {
-    app.add_option(name, into, help)->type_name(type)->check(between(lowest, highest));
-}
 
 LineFaults::Pause pauseOf(const std::string& text) {
     LineFaults::Pause pause{};
@@ -131,12 +111,10 @@ void addFaults(CLI::App& app, TerminalOptions& options) {
         ->type_name("MS:N")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    const auto addOrdinal = [&](const char* name, std::optional<int>& into, const char* help) {
-        app.add_option(name, into, help)->type_name("N")->check(between(1, kMost));
-    };
-    addOrdinal("--cut", options.dialogue.cutRecord,
-               "perd la moitié de la ligne N au premier envoi");
-    addOrdinal("--lose-ack", options.dialogue.lostAck, "perd le N-ième ACK reçu");
+    addNumber(app, "--cut", options.dialogue.cutRecord, 1, kMost, "N",
+              "perd la moitié de la ligne N au premier envoi");
+    addNumber(app, "--lose-ack", options.dialogue.lostAck, 1, kMost, "N",
+              "perd le N-ième ACK reçu");
     addNumber<std::uint32_t>(app, "--seed", options.faults.seed, 0U,
                              std::numeric_limits<std::uint32_t>::max(), "N",
                              "graine du hasard (1)");

@@ -65,6 +65,7 @@ std::string readInput(const std::string& argument) {
     content.resize(static_cast<std::size_t>(file.gcount()));
     if (file)
         content.append(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    if (file.bad()) throw fileRuntimeError(error_number::kDeviceIo, fromUtf8(argument));
     return content;
 }
 

@@ -1,6 +1,5 @@
 #include "app/commands/command_line.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <string_view>
 
@@ -34,7 +33,9 @@ std::optional<CommandLine> parseCommandLine(std::vector<std::string> arguments,
     speakFrench(app);
     app.footer(kFooter);
     app.set_version_flag("--version", "kalvo-horizon " KALVO_VERSION, "affiche la version");
-    app.add_option("--app-dir", line.applicationFolder, "dossier des réglages et des scénarios")
+    app.add_option_function<std::string>(
+           "--app-dir", [&line](const std::string& folder) { line.applicationFolder = folder; },
+           "dossier des réglages et des scénarios")
         ->type_name("DOSSIER");
     app.add_option_function<std::string>(
            "--autostart", [&line](const std::string& value) { line.autostart = value == "on"; },
@@ -48,8 +49,9 @@ std::optional<CommandLine> parseCommandLine(std::vector<std::string> arguments,
         CLI::App* const sub = app.add_subcommand(command.name, command.help);
         sub->group("Commandes")->fallthrough();
         command.declare(*sub, line);
-        sub->parse_complete_callback([&line, &command] { line.command = &command; });
     }
+    // What stands behind a command is its own, even the name of another one.
+    app.require_subcommand(0, 1);
     try {
         // The last argument first: that is how the library wants them.
         std::reverse(arguments.begin(), arguments.end());
@@ -64,6 +66,8 @@ std::optional<CommandLine> parseCommandLine(std::vector<std::string> arguments,
         problem = frenchText(error, app);
         return std::nullopt;
     }
+    for (const Command& command : allCommands())
+        if (app.got_subcommand(command.name)) line.command = &command;
     problem = problemOf(line);
     if (!problem.empty()) return std::nullopt;
     return line;

@@ -23,7 +23,7 @@ struct CommandLine {
     std::string file;                              // FICHIER
     std::string scenario;                          // NOM
     bool allScenarios = false;                     // --all
-    std::optional<std::string> layout;             // --layout
+    std::string layout = "us";                     // --layout
     std::string locks;                             // --locks
     std::string separator;                         // --separator
     int pause = 0;                                 // --pause, milliseconds

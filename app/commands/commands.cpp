@@ -1,13 +1,16 @@
 #include "app/commands/commands.h"
 
-#include <CLI/CLI.hpp>
 #include <array>
 #include <chrono>
 #include <cstdio>
 
+#include "text/french_usage.h"
+
 namespace kalvo {
 
 namespace {
+
+constexpr int kLongestPause = 86'400'000;  // milliseconds: a day
 
 // "JJ/MM/AA"; years from 70 on belong to the last century. Nothing for what is no day.
 std::optional<LocalTime> dayOf(const std::string& text) {
@@ -67,7 +70,7 @@ void declareEvents(CLI::App& app, CommandLine& line) {
 
 void declareType(CLI::App& app, CommandLine& line) {
     declareFile(app, line);
-    app.add_option("--pause", line.pause, "pause de chaque {TIMER}")->type_name("MS");
+    addNumber(app, "--pause", line.pause, 0, kLongestPause, "MS", "pause de chaque {TIMER} (0)");
 }
 
 void declareReplay(CLI::App& app, CommandLine& line) {

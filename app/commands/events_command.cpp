@@ -7,7 +7,7 @@
 namespace kalvo {
 
 int runEvents(const CommandLine& line, SystemBindings&) {
-    const auto layout = layoutByName(line.layout.value_or("us"));
+    const auto layout = layoutByName(line.layout);
     const std::string script = readInput(line.file);
     EventListing listing(*layout, line.locks, writeOutput);
     ConsoleEventPump events(nullptr);

@@ -30,8 +30,15 @@ TEST(CommandLineOptions, StandBeforeOrBehindTheCommand) {
     EXPECT_TRUE(parse({"--autostart", "on"})->autostart.value());
     EXPECT_EQ(parse({"replay", "f.txt", "--separator", "-"})->separator, "-");
     EXPECT_EQ(parse({"type", "--pause", "250", "--", "-x\xFF"})->file, "-x\xFF");
-    for (const auto& help : {parse({"events", "--help"}), parse({"--help"}), parse({"-h"})})
+    EXPECT_EQ(parse({"type", "--pause", "7", "--pause", "010", "f"})->pause, 10);
+    EXPECT_EQ(parse({"--app-dir", "", "ports"})->applicationFolder, "");
+    const auto compile = parse({"compile", "listen"});
+    EXPECT_STREQ(compile->command->name, "compile");
+    EXPECT_EQ(compile->scenario, "listen");
+    for (const auto& help :
+         {parse({"events", "--help"}), parse({"--help", "script"}), parse({"-h"})})
         EXPECT_NE(help->answer->find("affiche"), std::string::npos);
+    EXPECT_NE(parse({"script", "--version"})->answer->find("kalvo"), std::string::npos);
 }
 
 TEST(CommandLineMistakes, AreRefused) {
@@ -45,6 +52,8 @@ TEST(CommandLineMistakes, AreRefused) {
                                                {"script", "a", "--date", "1/2/24x"},
                                                {"events", "a", "--locks", "X"},
                                                {"type", "a", "--pause", "x"},
+                                               {"type", "a", "--pause", ""},
+                                               {"type", "a", "listen"},
                                                {"replay", "a"},
                                                {"compile"},
                                                {"compile", "--all", "Stock"},
