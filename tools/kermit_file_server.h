@@ -2,8 +2,8 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/file_system.h"
 #include "transfer/kermit_link.h"
@@ -23,17 +23,15 @@ private:
     void give(const KermitPacket& command);
     void list(const KermitPacket& command);
     void take(const KermitPacket& initiation);
-    // Sends packets from initiation to end; `more` gives the next bytes, none at the end.
-    void send(const KermitPacket& header, const std::function<std::string()>& more);
-    bool step(char type, std::string data);
+    // Sends everything, whatever comes of it.
+    void send(char header, std::string_view name, std::function<std::string()> more);
+    // RuntimeError 75 for a name that leads out of the folder.
     [[nodiscard]] std::string pathOf(const std::string& name) const;
 
     KermitLink link_;
     FileSystem& files_;
     std::string folder_;
     KermitParameters ours_;
-    KermitPacket answer_;
-    int sequence_ = 0;
 };
 
 }  // namespace kalvo

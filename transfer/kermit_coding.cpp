@@ -9,13 +9,12 @@ namespace kalvo {
 
 namespace {
 
-// A packet shorter than this has no room for its own parts.
-constexpr int kLeastUseful = 20;
-
 constexpr unsigned kEighthBit = 0x80;
 constexpr unsigned kControlBit = 0x40;
 constexpr std::size_t kLongestRun = 94;
 constexpr std::size_t kShortestRun = 4;
+constexpr std::size_t kLongestCode = 5;  // of one byte or run
+constexpr int kShortestPacket = 20;      // taken for the least a peer can mean
 constexpr int kLongPackets = 2;
 constexpr int kAttributes = 8;
 constexpr int kMoreCapabilities = 1;
@@ -57,7 +56,6 @@ std::size_t runLength(std::string_view bytes) {
 
 std::size_t encodeData(std::string_view bytes, const KermitPrefixes& prefixes, std::size_t room,
                        std::string& data) {
-    constexpr std::size_t kLongestCode = 5;
     std::size_t done = 0;
     const std::size_t limit = data.size() + room;
     while (done < bytes.size()) {
@@ -77,6 +75,12 @@ std::size_t encodeData(std::string_view bytes, const KermitPrefixes& prefixes, s
         done += run;
     }
     return done;
+}
+
+std::string encodeWhole(std::string_view text, const KermitPrefixes& prefixes) {
+    std::string data;
+    encodeData(text, prefixes, kLongestCode * text.size(), data);
+    return data;
 }
 
 bool decodeData(std::string_view data, const KermitPrefixes& prefixes, std::string& bytes) {
@@ -106,6 +110,15 @@ bool decodeData(std::string_view data, const KermitPrefixes& prefixes, std::stri
     return true;
 }
 
+KermitParameters fullParameters(int charactersPerSecond) {
+    KermitParameters parameters;
+    parameters.packetLength = longestPacket(charactersPerSecond);
+    parameters.blockCheck = 3;
+    parameters.repeat = '~';
+    parameters.attributes = true;
+    return parameters;
+}
+
 std::string encodeParameters(const KermitParameters& parameters) {
     const int longLength = parameters.packetLength;
     const int capabilities = kLongPackets | (parameters.attributes ? kAttributes : 0);
@@ -133,7 +146,7 @@ KermitParameters parseParameters(std::string_view data) {
     const auto characterAt = [&](std::size_t at, char absent) {
         return at < data.size() ? data[at] : absent;
     };
-    parameters.packetLength = std::max(numberAt(0, parameters.packetLength), kLeastUseful);
+    parameters.packetLength = std::max(numberAt(0, parameters.packetLength), kShortestPacket);
     parameters.timeOut = numberAt(1, parameters.timeOut);
     parameters.padding = numberAt(2, 0);
     parameters.paddingCharacter = static_cast<char>(code(characterAt(3, '@')) ^ kControlBit);
@@ -151,7 +164,7 @@ KermitParameters parseParameters(std::string_view data) {
         const int length = numberAt(at + 2, 0) * kKermitBase + numberAt(at + 3, 0);
         if (length == 0)
             parameters.packetLength = 500;
-        else if (length >= kLeastUseful)
+        else if (length >= kShortestPacket)
             parameters.packetLength = std::min(length, kLongestPacket);
     }
     return parameters;

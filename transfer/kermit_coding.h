@@ -18,6 +18,8 @@ struct KermitPrefixes {
 // how many bytes those are.
 std::size_t encodeData(std::string_view bytes, const KermitPrefixes& prefixes, std::size_t room,
                        std::string& data);
+// The coded form of all of a short text.
+[[nodiscard]] std::string encodeWhole(std::string_view text, const KermitPrefixes& prefixes);
 // Appends the bytes that `data` stands for; false when it ends inside a prefix.
 [[nodiscard]] bool decodeData(std::string_view data, const KermitPrefixes& prefixes,
                               std::string& bytes);
@@ -35,6 +37,9 @@ struct KermitParameters {
     char repeat = ' ';
     bool attributes = false;
 };
+
+// Everything we can, on a line of so many characters a second.
+[[nodiscard]] KermitParameters fullParameters(int charactersPerSecond);
 
 [[nodiscard]] std::string encodeParameters(const KermitParameters& parameters);
 // What is absent has the value the protocol gives it.

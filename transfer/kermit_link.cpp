@@ -68,6 +68,14 @@ TransferCode KermitLink::greet(const KermitPacket& greeting) {
     return code;
 }
 
+KermitAgreement KermitLink::settle(const KermitParameters& ours, const KermitParameters& theirs) {
+    const KermitAgreement agreement = agree(ours, theirs);
+    blockCheck_ = agreement.blockCheck;
+    peer_ = theirs;
+    longest_ = longestPacket(pace_);
+    return agreement;
+}
+
 TransferCode KermitLink::request(const KermitPacket& packet, std::string_view answers,
                                  KermitPacket& answer, const std::function<void()>& meanwhile) {
     const bool command = packet.type == 'R' || packet.type == 'G';

@@ -21,6 +21,12 @@ struct KermitPatience {
     int attempts = 5;      // at one packet
 };
 
+// How much content has gone through.
+struct KermitProgress {
+    std::uint64_t bytes = 0;
+    std::int32_t packets = 0;
+};
+
 // The codes of the calls below: kSuccess; kUserBreak, of the user (the peer is told) or
 // of the peer; when the attempts are used up, by what happened last: kTimeOut, kNak,
 // kBlockCheckError; kTimeOut also for a line that is lost.
@@ -35,11 +41,8 @@ public:
     // Begins a dialogue: forgets the last one and what is left of it on the line, and
     // says who we are. A peer that is still in the last one is told to end it.
     TransferCode greet(const KermitPacket& greeting);
-    void setBlockCheck(int blockCheck) { blockCheck_ = blockCheck; }
-    void setPeer(const KermitParameters& peer) {
-        peer_ = peer;
-        longest_ = longestPacket(pace_);
-    }
+    // From here on the dialogue keeps to what both sides can.
+    KermitAgreement settle(const KermitParameters& ours, const KermitParameters& theirs);
 
     // Sends a packet until its answer is there: one of the same sequence number and
     // of a type in `answers`. `meanwhile` is done while the packet is on its way.

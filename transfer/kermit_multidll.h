@@ -12,6 +12,7 @@
 #include "platform/multidll.h"
 #include "platform/transfer_line.h"
 #include "transfer/kermit_link.h"
+#include "transfer/kermit_sender.h"
 
 namespace kalvo {
 
@@ -67,48 +68,26 @@ public:
     [[nodiscard]] std::int32_t HM_version() override;
 
 private:
-    enum class Phase { kIdle, kUpload, kDownload };
+    struct Upload;
 
     [[nodiscard]] KermitParameters ownParameters() const;
     [[nodiscard]] TransferCode checkCall(std::string_view remoteName) const;
     TransferCode hello();
-    void settle(const KermitParameters& ours, const KermitParameters& theirs);
-    TransferCode accept(const KermitPacket& initiation);
-    TransferCode readListing(std::string& text);
-    TransferCode receiveHeader(std::string_view remoteName);
-    TransferCode receivePiece(const KermitPacket& packet);
-    TransferCode keepFile(const KermitPacket& end);
-    TransferCode offer(std::string_view remoteName, std::uint64_t size);
-    TransferCode sendPiece();
-    TransferCode sendEnd(bool discard);
-    TransferCode step(char type, std::string data, KermitPacket& answer,
-                      const std::function<void()>& meanwhile = {});
-    void prepareData();
+    TransferCode readListing(const KermitPacket& initiation, std::string& text);
+    TransferCode request(std::string_view remoteName);
     // Ends the transfer; what is not complete goes away.
     TransferCode finish(TransferCode code);
-    TransferCode giveUp(TransferCode code, std::string_view reason);
-    void report(std::int32_t& bytes, std::int32_t& packets) const;
 
     TransferLine& line_;
     FileSystem& files_;
     KermitPatience patience_ = {};
     KermitLink link_;
-    KermitAgreement agreement_;
-    KermitParameters peer_;
     int pace_ = 960;
     bool sevenBits_ = false;
 
-    Phase phase_ = Phase::kIdle;
-    int sequence_ = 0;
-    std::uint64_t bytes_ = 0;
-    std::int32_t packets_ = 0;
     std::string localName_;
-    std::unique_ptr<TextStream> target_;
-    std::unique_ptr<ByteSource> source_;
-    std::string piece_;             // read from the source, not coded yet
-    std::string prepared_;          // the data of the next packet
-    std::size_t preparedSize_ = 0;  // bytes it stands for
-    bool sourceEnded_ = false;
+    std::unique_ptr<Upload> upload_;
+    std::unique_ptr<KermitSender> download_;
 };
 
 }  // namespace kalvo
