@@ -38,8 +38,4 @@ struct LocalTime {
         std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count());
 }
 
-// How loops rest that poll through the event pump: after so many calls in a row that
-// found nothing to deliver, each further one rests for a millisecond.
-inline constexpr int kIdleCallsBeforeRest = 100;
-
 }  // namespace kalvo

@@ -4,37 +4,18 @@
 #include <QCoreApplication>
 #include <QThread>
 #include <QTimer>
-#include <utility>
 
 namespace kalvo {
 
 void QtEventPump::run() {
-    if (!ending_) QCoreApplication::exec();
-}
-
-void QtEventPump::requestEnd() {
-    ending_ = true;
-    // Not quit(), which every open window could refuse.
-    QMetaObject::invokeMethod(
-        this, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
-}
-
-void QtEventPump::deliver(const std::function<void()>& handler) {
-    try {
-        handler();
-    } catch (const RuntimeError& error) {
-        onError_(error);
-    } catch (const ProgramEnd&) {
-        // Asked to end: the event loop is about to return.
-    }
+    if (!ending()) QCoreApplication::exec();
 }
 
 void QtEventPump::DoEvents() {
     auto* const dispatcher = QThread::currentThread()->eventDispatcher();
     const bool delivered = dispatcher->processEvents(QEventLoop::AllEvents);
-    if (ending_) throw ProgramEnd{};
-    idleCalls_ = delivered ? 0 : idleCalls_ + 1;
-    if (idleCalls_ > kIdleCallsBeforeRest) QThread::msleep(1);
+    if (ending()) throw ProgramEnd{};
+    if (restIsDue(delivered)) QThread::msleep(1);
 }
 
 void QtEventPump::waitForEvents(int milliseconds) {
@@ -43,44 +24,18 @@ void QtEventPump::waitForEvents(int milliseconds) {
     limit.start(milliseconds);
     QThread::currentThread()->eventDispatcher()->processEvents(QEventLoop::AllEvents |
                                                                QEventLoop::WaitForMoreEvents);
-    if (ending_) throw ProgramEnd{};
+    if (ending()) throw ProgramEnd{};
 }
 
-void QtEventPump::Sleep(int milliseconds) {
-    idleCalls_ = 0;
-    QThread::msleep(static_cast<unsigned long>(milliseconds > 0 ? milliseconds : 0));
-}
-
-std::uint32_t QtEventPump::GetTickCount() { return steadyTicks(); }
-
-LocalTime QtEventPump::now() { return localNow(); }
-
-void QtEventPump::post(std::function<void()> handler) {
-    {
-        const std::lock_guard lock(mutex_);
-        waiting_.push_back(std::move(handler));
-    }
+void QtEventPump::wake() {
     QMetaObject::invokeMethod(
-        this, [this] { deliverWaiting(); }, Qt::QueuedConnection);
-}
-
-void QtEventPump::deliverWaiting() {
-    std::size_t count = 0;
-    {
-        const std::lock_guard lock(mutex_);
-        count = waiting_.size();
-    }
-    // A handler that posts another does not keep the caller here for ever.
-    for (; count > 0 && !drawing_; --count) {
-        std::function<void()> handler;
-        {
-            const std::lock_guard lock(mutex_);
-            if (waiting_.empty()) return;
-            handler = std::move(waiting_.front());
-            waiting_.pop_front();
-        }
-        deliver(handler);
-    }
+        this,
+        [this] {
+            // Not quit(), which every open window could refuse.
+            if (ending()) QCoreApplication::exit();
+            if (!drawing_) deliverWaiting();
+        },
+        Qt::QueuedConnection);
 }
 
 void QtEventPump::draw() {
@@ -88,8 +43,7 @@ void QtEventPump::draw() {
     QThread::currentThread()->eventDispatcher()->processEvents(QEventLoop::ExcludeUserInputEvents);
     drawing_ = false;
     // What was held back meanwhile is delivered by the next turn of the event loop.
-    QMetaObject::invokeMethod(
-        this, [this] { deliverWaiting(); }, Qt::QueuedConnection);
+    wake();
 }
 
 }  // namespace kalvo
