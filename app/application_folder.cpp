@@ -2,13 +2,17 @@
 
 #include <array>
 #include <cstdint>
+#include <filesystem>
+#include <system_error>
 #include <vector>
 
+#include "app/process_start.h"
 #include "platform/jet/jet_import.h"
 #include "platform/sqlite/schema.h"
 #include "settings/application_paths.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
+#include "text/file_error_text.h"
 #include "text/resume_next.h"
 
 namespace kalvo {
@@ -16,9 +20,34 @@ namespace kalvo {
 namespace {
 
 constexpr std::int64_t kYoungest = 60;  // seconds
+namespace fs = std::filesystem;
 
 constexpr std::array<std::string_view, 4> kShippedFiles = {"Touche.ini", "Corres.ini", "TouFic.ini",
                                                            "PortSerie.ini"};
+
+bool holds(const fs::path& folder, const char* file) {
+    std::error_code error;
+    return fs::exists(folder / file, error);
+}
+
+fs::path chosenFolder(const ProgramFolders& folders, const std::optional<std::string>& appDir) {
+    fs::path folder = folders.userData;
+    if (appDir)
+        folder = (fs::current_path() / nativeFile(*appDir)).lexically_normal();
+    else if (holds(folders.executable, "PortSerie.ini") || holds(folders.executable, "Scen.mdb"))
+        folder = folders.executable;
+    folder.make_preferred();
+    if (!folder.has_filename() && folder.has_relative_path()) folder = folder.parent_path();
+    return folder;
+}
+
+std::string corePath(const fs::path& folder) {
+    const std::u8string utf8 = folder.u8string();
+    const std::string native(utf8.begin(), utf8.end());
+    std::string path = fromUtf8(native);
+    if (toUtf8(path) != native) throw unusablePathError(path);
+    return path;
+}
 
 void copyShippedFile(FileSystem& files, std::string_view from, std::string_view to) {
     files.replace(to, files.read(from));
@@ -56,6 +85,22 @@ void bringJetDatabaseIn(Dialogs& dialogs, const std::string& database) {
 }
 
 }  // namespace
+
+std::string applicationFolder(const ProgramFolders& folders,
+                              const std::optional<std::string>& appDir) {
+    const fs::path folder = chosenFolder(folders, appDir);
+    std::string path = corePath(folder);
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (error || !fs::is_directory(folder, error)) throw folderNotMadeError(path);
+    return path;
+}
+
+std::string shippedDataFolder(const ProgramFolders& folders) {
+    for (const fs::path& folder : folders.shipped)
+        if (holds(folder, "Touche.ini")) return corePath(folder);
+    return {};
+}
 
 void prepareApplicationFolder(FileSystem& files, Dialogs& dialogs, std::string_view folder,
                               std::string_view shippedData) {

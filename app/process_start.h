@@ -1,13 +1,22 @@
 // What a program finds when it starts, in the form the core knows.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace kalvo {
 
-// The arguments of main() in UTF-8, without the program's name. From here on the
-// standard streams carry bytes, and a console shows them as UTF-8.
+// The arguments of main(), without the program's name: the bytes they were given in,
+// which are UTF-8 as a rule, on Windows always. From here on the standard streams carry
+// bytes, and a console shows them as UTF-8.
 [[nodiscard]] std::vector<std::string> beginProcess(int argc, char** argv);
+
+// The file that such an argument names: any name the system knows, whatever its
+// characters.
+[[nodiscard]] inline std::filesystem::path nativeFile(const std::string& argument) {
+    if constexpr (std::filesystem::path::preferred_separator == '/') return argument;
+    return {std::u8string(argument.begin(), argument.end())};
+}
 
 }  // namespace kalvo

@@ -1,6 +1,7 @@
 // The bindings of this system: the one place where the program meets their types.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -46,6 +47,10 @@ struct SystemBindings {
 // A layout by its name ("us", "fr"), without a session. RuntimeError for an unknown
 // name.
 [[nodiscard]] std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name);
+
+// Which device a port number means, empty for none. `profiles` must outlive it.
+[[nodiscard]] std::function<std::string(int number)> portDevices(
+    ProfileFiles& profiles, std::string_view applicationFolder);
 
 // The serial port of a run. `profiles` must outlive it.
 [[nodiscard]] std::unique_ptr<SerialPort> createSerialPort(EventPump& events,

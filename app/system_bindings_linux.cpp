@@ -1,7 +1,5 @@
+#include "app/application_folder.h"
 #include "app/system_bindings.h"
-#include "platform/asio/asio_serial_port.h"
-#include "platform/asio/asio_transfer_line.h"
-#include "platform/linux/app_folder.h"
 #include "platform/linux/autostart.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/multidll_library.h"
@@ -17,9 +15,13 @@
 namespace kalvo {
 
 SystemBindings createSystemBindings(const std::optional<std::string>& applicationFolder) {
-    return {kalvo::applicationFolder(applicationFolder), shippedDataFolder(),
-            std::make_unique<LinuxProfileFiles>(),       std::make_unique<RegistryFile>(),
-            std::make_unique<LinuxFileSystem>(),         std::make_unique<SqliteEngine>()};
+    const ProgramFolders folders = programFolders();
+    return {kalvo::applicationFolder(folders, applicationFolder),
+            shippedDataFolder(folders),
+            std::make_unique<LinuxProfileFiles>(),
+            std::make_unique<RegistryFile>(),
+            std::make_unique<LinuxFileSystem>(),
+            std::make_unique<SqliteEngine>()};
 }
 
 std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<X11Keyboard>(); }
@@ -34,18 +36,10 @@ void setAutostart(bool on, const std::optional<std::string>& applicationFolder) 
     writeAutostartEntry(on, applicationFolder);
 }
 
-std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles& profiles,
-                                             std::string_view applicationFolder) {
+std::function<std::string(int number)> portDevices(ProfileFiles& profiles,
+                                                   std::string_view applicationFolder) {
     const LinuxPortNames names(profiles, portSerieIni(applicationFolder));
-    return std::make_unique<AsioSerialPort>(events,
-                                            [names](int number) { return names.resolve(number); });
-}
-
-std::unique_ptr<TransferLine> createTransferLine(ProfileFiles& profiles,
-                                                 std::string_view applicationFolder) {
-    const LinuxPortNames names(profiles, portSerieIni(applicationFolder));
-    return std::make_unique<AsioTransferLine>(
-        [names](int number) { return names.resolve(number); });
+    return [names](int number) { return names.resolve(number); };
 }
 
 std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }

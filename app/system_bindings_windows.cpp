@@ -1,8 +1,6 @@
+#include "app/application_folder.h"
 #include "app/system_bindings.h"
-#include "platform/asio/asio_serial_port.h"
-#include "platform/asio/asio_transfer_line.h"
 #include "platform/sqlite/sqlite_engine.h"
-#include "platform/windows/app_folder.h"
 #include "platform/windows/autostart.h"
 #include "platform/windows/multidll_library.h"
 #include "platform/windows/named_layout.h"
@@ -16,9 +14,13 @@
 namespace kalvo {
 
 SystemBindings createSystemBindings(const std::optional<std::string>& applicationFolder) {
-    return {kalvo::applicationFolder(applicationFolder), shippedDataFolder(),
-            std::make_unique<WindowsProfileFiles>(),     std::make_unique<WindowsRegistry>(),
-            std::make_unique<WindowsFileSystem>(),       std::make_unique<SqliteEngine>()};
+    const ProgramFolders folders = programFolders();
+    return {kalvo::applicationFolder(folders, applicationFolder),
+            shippedDataFolder(folders),
+            std::make_unique<WindowsProfileFiles>(),
+            std::make_unique<WindowsRegistry>(),
+            std::make_unique<WindowsFileSystem>(),
+            std::make_unique<SqliteEngine>()};
 }
 
 std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<WindowsKeyboard>(); }
@@ -35,12 +37,8 @@ void setAutostart(bool on, const std::optional<std::string>& applicationFolder) 
     writeRunValue(on, applicationFolder);
 }
 
-std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles&, std::string_view) {
-    return std::make_unique<AsioSerialPort>(events, portDevice);
-}
-
-std::unique_ptr<TransferLine> createTransferLine(ProfileFiles&, std::string_view) {
-    return std::make_unique<AsioTransferLine>(portDevice);
+std::function<std::string(int number)> portDevices(ProfileFiles&, std::string_view) {
+    return portDevice;
 }
 
 std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }

@@ -1,11 +1,13 @@
 #include "app/commands/command_context.h"
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 
 #include "app/application_folder.h"
+#include "app/process_start.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/file_error_text.h"
@@ -40,11 +42,6 @@ Platform CommandContext::platform() {
             icon_,
             progress_,
             watch_};
-}
-
-std::filesystem::path nativeFile(const std::string& argument) {
-    if constexpr (std::filesystem::path::preferred_separator == '/') return argument;
-    return {std::u8string(argument.begin(), argument.end())};
 }
 
 std::string readInput(const std::string& argument) {

@@ -1,7 +1,6 @@
 // What the commands share: a platform of console bindings, and reading their input.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -42,11 +41,8 @@ private:
     std::unique_ptr<SerialPort> port_;
 };
 
-// A file named on the command line: any name the system knows, whatever its characters.
-[[nodiscard]] std::filesystem::path nativeFile(const std::string& argument);
-
-// The bytes of such a file, or of standard input for "-". RuntimeError 53 when there is
-// none, 75 for what is no readable file.
+// The bytes of a file named on the command line, or of standard input for "-". RuntimeError 53 when
+// there is none, 75 for what is no readable file.
 [[nodiscard]] std::string readInput(const std::string& argument);
 
 // Writes bytes to standard output as they are. RuntimeError 57 when it fails.

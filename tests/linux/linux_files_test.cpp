@@ -216,6 +216,16 @@ TEST(LinesOfAPipe, AreHandedOverAsTheyCome) {
     EXPECT_EQ(lines, (std::vector<std::string>{"one", "two"}));
 }
 
+TEST(UserFolders, IgnoreRelativeVariables) {
+    const char* const old = std::getenv("XDG_CONFIG_HOME");
+    const std::string saved = old == nullptr ? "" : old;
+    ::setenv("XDG_CONFIG_HOME", "relative", 1);
+    EXPECT_TRUE(defaultRegistryFile().ends_with("/.config/kalvo-horizon/registre.reg"));
+    ::setenv("XDG_CONFIG_HOME", "/etc/u", 1);
+    EXPECT_EQ(defaultRegistryFile(), "/etc/u/kalvo-horizon/registre.reg");
+    old == nullptr ? ::unsetenv("XDG_CONFIG_HOME") : ::setenv("XDG_CONFIG_HOME", saved.c_str(), 1);
+}
+
 TEST(ForeignNames, AreListedWithQuestionMarks) {
     const TemporaryFolder folder;
     writeBytes(folder / "漢.txt", "");

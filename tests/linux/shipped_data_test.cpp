@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/app_folder.h"
 #include "platform/linux/settings/linux_profile_files.h"
+#include "platform/program_folders.h"
 #include "tests/support/temporary_folder.h"
 #include "text/ansi_text.h"
 
@@ -19,9 +19,12 @@ using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::Not;
 
+// In the tree this was built from.
+std::string shippedData() { return programFolders().shipped.back().string(); }
+
 std::string valueOf(const char* file, const char* section, int key) {
     // A leading blank, as the program asks for them.
-    return LinuxProfileFiles().read(shippedDataFolder() + "\\" + file, section,
+    return LinuxProfileFiles().read(shippedData() + "\\" + file, section,
                                     " " + std::to_string(key));
 }
 
@@ -96,7 +99,7 @@ TEST(ShippedFileTexts, CanStandInALine) {
 
 TEST(ShippedFiles, AreCodePage1252WithCrLf) {
     for (const char* name : {"/Touche.ini", "/Corres.ini", "/TouFic.ini"}) {
-        const std::string bytes = testing::bytesOf(toUtf8(shippedDataFolder()) + name);
+        const std::string bytes = testing::bytesOf(shippedData() + name);
         ASSERT_FALSE(bytes.empty());
         EXPECT_TRUE(bytes.ends_with("\r\n"));
         for (std::size_t at = bytes.find('\n'); at != std::string::npos;

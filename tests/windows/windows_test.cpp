@@ -1,4 +1,4 @@
-// What only this system has: its folders, its layouts, its key states.
+// What only this system has: its texts, its layouts, its key states.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -6,22 +6,16 @@
 #include <vector>
 
 #include "keys/key_injection.h"
-#include "platform/windows/app_folder.h"
 #include "platform/windows/named_layout.h"
 #include "platform/windows/port_names.h"
 #include "platform/windows/wide_text.h"
 #include "platform/windows/windows_keyboard.h"
 #include "tests/support/fake_event_pump.h"
-#include "tests/support/temporary_folder.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"
 
 namespace kalvo {
 namespace {
-
-namespace fs = std::filesystem;
-using testing::TemporaryFolder;
-using testing::writeBytes;
 
 constexpr std::array<std::uint8_t, 3> kLocks = {VK_CAPITAL, VK_NUMLOCK, VK_SCROLL};
 
@@ -32,32 +26,6 @@ TEST(WideText, GoesThroughTheCoresCodePage) {
     EXPECT_EQ(wideFromAnsi("€é"_ansi), L"\u20AC\u00E9");
     EXPECT_EQ(ansiFromWide(L"\u6F22\U0001F600"), "??") << "one a character";
     EXPECT_EQ(utf8FromWide(wideFromUtf8("é漢😀")), "é漢😀");
-}
-
-TEST(ApplicationFolder, IsChosenInOrder) {
-    for (const char* mark : {"PortSerie.ini", "Scen.mdb"}) {
-        const TemporaryFolder bin;
-        const fs::path user = L"C:\\user";
-        EXPECT_EQ(chooseApplicationFolder({}, bin.path(), user), user);
-        writeBytes(bin / mark, "");
-        EXPECT_EQ(chooseApplicationFolder({}, bin.path(), user), fs::path(bin.path())) << mark;
-        EXPECT_EQ(chooseApplicationFolder("D:\\donn\xC3\xA9"
-                                          "es\\",
-                                          bin.path(), user),
-                  fs::path(L"D:\\donn\u00E9es"));
-        EXPECT_EQ(chooseApplicationFolder("a/../b", bin.path(), user), fs::current_path() / "b");
-    }
-}
-
-TEST(ApplicationFolder, IsCreatedAndNamedInTheCodePage) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(applicationFolder(folder.path() + "\\été\\stock"),
-              folder.path() + "\\\xE9t\xE9\\stock");
-    EXPECT_TRUE(fs::is_directory(wideFromUtf8(folder.path() + "\\été\\stock")));
-    EXPECT_TRUE(applicationFolder({}).ends_with("\\Kalvo Horizon"));
-    EXPECT_THROW(static_cast<void>(applicationFolder(folder.path() + "\\łódź")), RuntimeError);
-    writeBytes(folder / "file", "");
-    EXPECT_THROW(static_cast<void>(applicationFolder(folder / "file")), RuntimeError);
 }
 
 TEST(PortNames, ReachEveryNumber) {
