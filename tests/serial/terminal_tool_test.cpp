@@ -1,7 +1,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "tests/serial/memory_line.h"
+#include "tests/support/words.h"
 #include "tools/faulty_line.h"
 #include "tools/terminal_options.h"
 
@@ -9,6 +12,7 @@ namespace kalvo {
 namespace {
 
 using testing::MemoryLine;
+using testing::words;
 
 TEST(FaultyLine, KeepsThePaceOfTheLine) {
     MemoryLine line;
@@ -53,71 +57,57 @@ TEST(FaultyLine, NoiseIsAddedAndDependsOnTheSeedOnly) {
 }
 
 TEST(TerminalOptions, AreReadFromTheCommandLine) {
-    const auto options = parseTerminalOptions(
-        {"scanpal",     "--pty",  "--link",         "/tmp/l", "--wait-open",   "records.txt",
-         "--separator", "TAB",    "--speed",        "9600",   "--noise",       "0.25",
-         "--pause",     "300:12", "--pause",        "5:0",    "--cut",         "3",
-         "--lose-ack",  "2",      "--seed",         "7",      "--repeat",      "4",
-         "--wait",      "50",     "--ack",          "--tab",  "--ack-timeout", "100",
-         "--resend",    "0",      "--read-timeout", "900",    "--linger",      "0"});
-    EXPECT_EQ(options.dialogue.kind, TerminalKind::kScanPal);
-    EXPECT_TRUE(options.pseudoTerminal && options.waitsForOpening);
-    EXPECT_EQ(options.link, "/tmp/l");
-    EXPECT_EQ(options.recordFile, "records.txt");
-    EXPECT_EQ(options.separator, '\t');
-    EXPECT_EQ(options.lingerMilliseconds, 0);
-    EXPECT_EQ(options.faults.speed, 9600U);
-    EXPECT_EQ(options.faults.noise, 0.25);
-    EXPECT_EQ(options.faults.seed, 7U);
-    ASSERT_EQ(options.faults.pauses.size(), 2U);
-    EXPECT_EQ(options.faults.pauses[0].milliseconds, 300);
-    EXPECT_EQ(options.faults.pauses[0].after, 12U);
-    EXPECT_EQ(options.dialogue.cutRecord, 3);
-    EXPECT_EQ(options.dialogue.lostAck, 2);
-    EXPECT_EQ(options.dialogue.batches, 4);
-    EXPECT_EQ(options.dialogue.waitMilliseconds, 50);
-    EXPECT_TRUE(options.dialogue.sendsAckLines && options.dialogue.tabbed);
-    EXPECT_EQ(options.dialogue.ackTimeout, 100);
-    EXPECT_EQ(options.dialogue.resends, 0);
-    EXPECT_EQ(options.dialogue.readTimeout, 900);
+    const TerminalOptions o = parseTerminalOptions(
+        words("scanpal --pty --link /tmp/l --wait-open records.txt --separator TAB --speed 9600 "
+              "--noise 0.25 --pause 300:12 --pause 5:0 --cut 3 --lose-ack 2 --seed 7 --repeat 010 "
+              "--wait 50 --ack --tab --ack-timeout 100 --resend 0 --read-timeout 900 --linger 0"));
+    EXPECT_TRUE(o.pseudoTerminal && o.waitsForOpening && o.dialogue.sendsAckLines &&
+                o.dialogue.tabbed);
+    EXPECT_EQ(std::tie(o.dialogue.kind, o.link, o.recordFile, o.separator, o.lingerMilliseconds),
+              std::tuple(TerminalKind::kScanPal, "/tmp/l", "records.txt", '\t', 0));
+    EXPECT_EQ(std::tie(o.faults.speed, o.faults.noise, o.faults.seed, o.dialogue.cutRecord,
+                       o.dialogue.lostAck, o.dialogue.batches),
+              std::tuple(9600U, 0.25, 7U, 3, 2, 10));
+    EXPECT_EQ(std::tie(o.dialogue.waitMilliseconds, o.dialogue.ackTimeout, o.dialogue.resends,
+                       o.dialogue.readTimeout),
+              std::tuple(50, 100, 0, 900));
+    ASSERT_EQ(o.faults.pauses.size(), 2U);
+    EXPECT_EQ(o.faults.pauses[0].milliseconds, 300);
+    EXPECT_EQ(o.faults.pauses[0].after, 12U);
 
-    EXPECT_EQ(parseTerminalOptions({"HT630", "--device", "/dev/x", "-"}).recordFile, "-");
-    EXPECT_EQ(parseTerminalOptions({"HT630", "--pty", "--", "--odd"}).recordFile, "--odd");
+    EXPECT_EQ(parseTerminalOptions(words("HT630 --device /dev/x -")).recordFile, "-");
+    EXPECT_EQ(parseTerminalOptions(words("HT630 --pty -- --odd")).recordFile, "--odd");
     for (const auto* option : {"--device", "--lose-ack", "--noise", "--read-timeout"})
         EXPECT_NE(parseTerminalOptions({"--help"}).help.find(option), std::string::npos);
 }
 
 TEST(TerminalOptions, RefuseCallsThatMakeNoSense) {
-    const std::vector<std::vector<std::string>> calls = {
-        {},
-        {"HT630", "f"},
-        {"HT999", "--pty", "f"},
-        {"HT630", "--pty"},
-        {"HT630", "--pty", "f", "g"},
-        {"HT630", "--pty", "--device", "/dev/x", "f"},
-        {"HT630", "--device", "/dev/x", "--link", "l", "f"},
-        {"HT630", "--device", "/dev/x", "--wait-open", "f"},
-        {"HT630", "--pty", "--device"},
-        {"HT630", "--pty", "--connect"},
-        {"PT630", "--pty", "--connect", "--empty"},
-        {"PT630", "--pty", "--empty", "f"},
-        {"PT630", "--pty", "--tab", "f"},
-        {"PT630", "--pty", "--lose-ack", "1", "f"},
-        {"HT630", "--pty", "--unknown", "f"},
-        {"HT630", "--pty", "--speed", "0", "f"},
-        {"HT630", "--pty", "--speed", "9600x", "f"},
-        {"HT630", "--pty", "--repeat", "0", "f"},
-        {"HT630", "--pty", "--wait", "-1", "f"},
-        {"HT630", "--pty", "--noise", "1.5", "f"},
-        {"HT630", "--pty", "--noise", "nan", "f"},
-        {"HT630", "--pty", "--pause", "300", "f"},
-        {"HT630", "--pty", "--pause", "300:", "f"},
-        {"HT630", "--pty", "--separator", "ab", "f"},
-        {"HT630", "--pty", "--separator", "", "f"},
-    };
-    for (const auto& call : calls)
-        EXPECT_THROW((void)parseTerminalOptions(call), UsageError)
-            << ::testing::PrintToString(call);
+    for (const char* call : {"",
+                             "HT630 f",
+                             "HT999 --pty f",
+                             "HT630 --pty",
+                             "HT630 --pty f g",
+                             "HT630 --pty --device /dev/x f",
+                             "HT630 --device /dev/x --link l f",
+                             "HT630 --device /dev/x --wait-open f",
+                             "HT630 --pty --device",
+                             "HT630 --pty --connect",
+                             "PT630 --pty --connect --empty",
+                             "PT630 --pty --empty f",
+                             "PT630 --pty --tab f",
+                             "PT630 --pty --lose-ack 1 f",
+                             "HT630 --pty --unknown f",
+                             "HT630 --pty --speed 0 f",
+                             "HT630 --pty --speed 9600x f",
+                             "HT630 --pty --repeat 0 f",
+                             "HT630 --pty --wait -1 f",
+                             "HT630 --pty --noise 1.5 f",
+                             "HT630 --pty --noise nan f",
+                             "HT630 --pty --pause 300 f",
+                             "HT630 --pty --pause 300: f",
+                             "HT630 --pty --separator ab f",
+                             "HT630 --pty --separator '' f"})
+        EXPECT_THROW((void)parseTerminalOptions(words(call)), UsageError) << call;
 }
 
 }  // namespace
