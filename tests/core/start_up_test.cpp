@@ -113,6 +113,7 @@ TEST_F(StartingUp, AScenarioNoLongerInTheTableIsNotCompiled) {
 
 TEST_F(StartingUp, ErrorsAreShownAndTheProgramGoesOn) {
     const std::string database = folder / "Scen.mdb";
+    state.database.reset();  // Windows does not rename a file that is open
     std::filesystem::rename(database, database + ".away");
     start();
     EXPECT_THAT(world.dialogs.texts(),
