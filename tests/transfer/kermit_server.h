@@ -69,7 +69,7 @@ private:
 };
 
 // ckermit as a server in a folder. `setting` is a command of its own, such as
-// "set block-check 2".
+// "set block-check 2", or the path of the terminal simulator, which serves instead.
 class KermitServer {
 public:
     KermitServer(const std::string& device, const std::string& folder, const std::string& setting) {
@@ -83,6 +83,9 @@ public:
         if (process_ != 0) return;
         const int nothing = open("/dev/null", O_RDWR);
         for (int stream = 0; stream < 3; ++stream) dup2(nothing, stream);
+        if (setting.starts_with('/'))
+            execl(setting.c_str(), "kalvo-terminal", "--files", folder.c_str(), "--device",
+                  device.c_str(), nullptr);
         if (chdir(folder.c_str()) != 0) _exit(126);
         execlp("kermit", "kermit", "-Y", "-C", script.c_str(), nullptr);
         _exit(127);

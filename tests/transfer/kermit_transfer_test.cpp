@@ -46,6 +46,10 @@ protected:
         ASSERT_TRUE(testing::waitUntil(
             [&] { return dll.HM_power_saving_off(1, 'A') == TransferCode::kSuccess; }));
     }
+    void stop() {
+        dll.HM_CloseCommPort(1);
+        server.reset();
+    }
     // Until the code is another one than "more", or `limit` packets have gone through.
     template <typename Step>
     TransferCode run(Step step, int limit = 1 << 30) {
@@ -92,24 +96,29 @@ protected:
 };
 
 TEST_F(KermitTransfer, TellsWhetherAFileIsThere) {
-    serve();
     writeBytes(remote / "TESTFILE.$$$", "x");
     writeBytes(remote / "small.txt", "");
-    for (const auto& [name, code] : {std::pair{"TESTFILE.$$$", TransferCode::kSuccess},
-                                     {"small.txt", TransferCode::kSuccess},
-                                     {"missing.txt", TransferCode::kFileNotThere},
-                                     {"", TransferCode::kIllegalFileName},
-                                     {"*.txt", TransferCode::kIllegalFileName}})
-        EXPECT_EQ(dll.HM_file_exist(1, 'A', name), code) << name;
-    EXPECT_EQ(upload("missing.txt"), TransferCode::kFileNotThere);
-    EXPECT_EQ(upload(std::string(65, 'a')), TransferCode::kIllegalFileName);
+    for (const char* setting : {"set delay 1", KALVO_TERMINAL_PROGRAM}) {
+        serve(setting);
+        for (const auto& [name, code] : {std::pair{"TESTFILE.$$$", TransferCode::kSuccess},
+                                         {"small.txt", TransferCode::kSuccess},
+                                         {"missing.txt", TransferCode::kFileNotThere},
+                                         {"", TransferCode::kIllegalFileName},
+                                         {"*.txt", TransferCode::kIllegalFileName}})
+            EXPECT_EQ(dll.HM_file_exist(1, 'A', name), code) << name << setting;
+        EXPECT_EQ(upload("missing.txt"), TransferCode::kFileNotThere);
+        EXPECT_EQ(upload(std::string(65, 'a')), TransferCode::kIllegalFileName);
+        EXPECT_EQ(dll.HM_download1(1, 'A', local / "none", "x", total),
+                  TransferCode::kFileNotThere);
+        expectNothingArrived();
+        expectWorks();
+        std::filesystem::remove(local / "got");
+        stop();
+    }
     std::array<char, Multidll::kReturnString> name{};
     EXPECT_EQ(static_cast<std::size_t>(dll.HM_get_return_string_length(name)),
               (local / "got").size());
     EXPECT_EQ(name.data(), local / "got");
-    EXPECT_EQ(dll.HM_download1(1, 'A', local / "none", "x", total), TransferCode::kFileNotThere);
-    expectNothingArrived();
-    expectWorks();
 }
 
 TEST_F(KermitTransfer, CarriesEveryContentBothWays) {
@@ -127,7 +136,8 @@ TEST_F(KermitTransfer, CarriesEveryContentBothWays) {
           Case{"set block-check 1, set send packet-length 90, set receive packet-length 90",
                8,
                {everyByte()}},
-          Case{"set parity space", 7, {everyByte()}}}) {
+          Case{"set parity space", 7, {everyByte()}},
+          Case{KALVO_TERMINAL_PROGRAM, 8, {"", everyByte(), randomBytes(200000)}}}) {
         serve(c.setting, c.dataBits);
         for (const std::string& content : c.contents) {
             writeBytes(local / "put", content);
@@ -140,8 +150,7 @@ TEST_F(KermitTransfer, CarriesEveryContentBothWays) {
             EXPECT_TRUE(bytesOf(local / "got") == content) << c.setting << content.size();
             EXPECT_EQ(static_cast<std::size_t>(bytes), content.size());
         }
-        dll.HM_CloseCommPort(1);
-        server.reset();
+        stop();
     }
     EXPECT_EQ(local.entries(), 2) << "nothing temporary is left";
 }
