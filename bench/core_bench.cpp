@@ -8,8 +8,6 @@
 #include <string>
 
 #include "keys/key_script.h"
-#include "platform/linux/linux_file_system.h"
-#include "platform/linux/settings/linux_profile_files.h"
 #include "platform/sqlite/schema.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "scenario/frame_processing.h"
@@ -97,13 +95,8 @@ public:
 void compileScenario(benchmark::State& state) {
     const Site site(state.range(0));
     testing::FakePlatform world;
-    LinuxProfileFiles profiles;
-    LinuxFileSystem files;
-    const Platform platform{world.keyboard,  world.port,     profiles,     world.registry,
-                            world.databases, files,          world.events, world.dialogs,
-                            world.icon,      world.progress, world.watch};
     for (auto _ : state)
-        if (!CompileScenario(platform, *site.database, site.folder, 1).complete)
+        if (!CompileScenario(world.platform, *site.database, site.folder, 1).complete)
             state.SkipWithError("not compiled");
     state.SetComplexityN(state.range(0));
 }

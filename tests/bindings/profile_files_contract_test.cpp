@@ -1,8 +1,12 @@
+// What the INI files of every system have to do.
+#include <gtest/gtest.h>
+
 #include <array>
 #include <string>
 #include <string_view>
 
-#include "tests/bindings/binding_contracts.h"
+#include "tests/support/system_bindings.h"
+#include "tests/support/temporary_folder.h"
 #include "text/ansi_text.h"
 
 namespace kalvo::testing {
@@ -37,73 +41,78 @@ constexpr std::string_view kAwkward =
     "[Last]\r\n"
     "end=no newline"_ansi;
 
+struct ProfileFilesContract : ::testing::Test {
+    TemporaryFolder folder_;
+    SystemProfiles profiles_;
+};
+
 struct Case {
     std::string_view section, key, expected;
 };
 
-constexpr auto kWhatItHolds =
-    std::to_array<Case>({Case{"Port_série"_ansi, "Port", "3"},
-                         Case{"Port_série"_ansi, "Vitesse", "9600"},
-                         Case{"Port_série"_ansi, "VITESSE", "9600"},
-                         Case{" Port_série "_ansi, " Port ", "3"},
-                         Case{"PORT_SéRIE"_ansi, "BIT D'ARRêT"_ansi, "1.5"},
-                         Case{"Port_série"_ansi, "quotes", " a b "},
-                         Case{"Port_série"_ansi, "single", " a "},
-                         Case{"Port_série"_ansi, "nested", "'x'"},
-                         Case{"Port_série"_ansi, "partly", "a=\"b\""},
-                         Case{"Port_série"_ansi, "open", "\"abc"},
-                         Case{"Port_série"_ansi, "lone", "\""},
-                         Case{"Port_série"_ansi, "comment", "v ; c"},
-                         Case{"Port_série"_ansi, "hidden", ""},
-                         Case{"Port_série"_ansi, "no equals sign", ""},
-                         Case{"Port_série"_ansi, "empty", ""},
-                         Case{"Port_série"_ansi, "blank", ""},
-                         Case{"Port_série"_ansi, "equals", "=x="},
-                         Case{"Port_série"_ansi, "missing", ""},
-                         Case{"Port_série"_ansi, "late", ""},
-                         Case{"Other", "Port", "5"},
-                         Case{"Last", "end", "no newline"},
-                         Case{"Port", "Port", ""},
-                         Case{"Nowhere", "x", ""}});
+constexpr std::string_view kPort = "Port_série"_ansi;
+constexpr std::array kWhatItHolds{Case{kPort, "Port", "3"},
+                                  Case{kPort, "Vitesse", "9600"},
+                                  Case{kPort, "VITESSE", "9600"},
+                                  Case{" Port_série "_ansi, " Port ", "3"},
+                                  Case{"PORT_SéRIE"_ansi, "BIT D'ARRêT"_ansi, "1.5"},
+                                  Case{kPort, "quotes", " a b "},
+                                  Case{kPort, "single", " a "},
+                                  Case{kPort, "nested", "'x'"},
+                                  Case{kPort, "partly", "a=\"b\""},
+                                  Case{kPort, "open", "\"abc"},
+                                  Case{kPort, "lone", "\""},
+                                  Case{kPort, "comment", "v ; c"},
+                                  Case{kPort, "hidden", ""},
+                                  Case{kPort, "no equals sign", ""},
+                                  Case{kPort, "empty", ""},
+                                  Case{kPort, "blank", ""},
+                                  Case{kPort, "equals", "=x="},
+                                  Case{kPort, "missing", ""},
+                                  Case{kPort, "late", ""},
+                                  Case{"Other", "Port", "5"},
+                                  Case{"Last", "end", "no newline"},
+                                  Case{"Port", "Port", ""},
+                                  Case{"Nowhere", "x", ""}};
 
-TEST_P(ProfileFilesContract, ReadsAwkwardFiles) {
+TEST_F(ProfileFilesContract, ReadsAwkwardFiles) {
     const std::string file = folder_ / "awkward.ini";
     writeBytes(file, std::string(kAwkward));
     for (const auto& [section, key, expected] : kWhatItHolds)
-        EXPECT_EQ(binding_->read(file, section, key), expected) << section << "/" << key;
-    EXPECT_EQ(binding_->read(folder_ / "missing.ini", "s", "k"), "");
-    EXPECT_EQ(binding_->read(folder_.path(), "s", "k"), "") << "a folder";
+        EXPECT_EQ(profiles_.read(file, section, key), expected) << section << "/" << key;
+    EXPECT_EQ(profiles_.read(folder_ / "missing.ini", "s", "k"), "");
+    EXPECT_EQ(profiles_.read(folder_.path(), "s", "k"), "") << "a folder";
     EXPECT_EQ(bytesOf(file), kAwkward) << "reading changes nothing";
 }
 
-TEST_P(ProfileFilesContract, CutsLongValues) {
+TEST_F(ProfileFilesContract, CutsLongValues) {
     const std::string file = folder_ / "long.ini";
     writeBytes(file, "[s]\r\nexact=" + std::string(2054, 'x') + "\r\nlonger=\"" +
                          std::string(2055, 'y') + "\"\r\n");
-    EXPECT_EQ(binding_->read(file, "s", "exact"), std::string(2054, 'x'));
-    EXPECT_EQ(binding_->read(file, "s", "longer"), std::string(2054, 'y'));
+    EXPECT_EQ(profiles_.read(file, "s", "exact"), std::string(2054, 'x'));
+    EXPECT_EQ(profiles_.read(file, "s", "longer"), std::string(2054, 'y'));
 }
 
-TEST_P(ProfileFilesContract, CreatesFileAndSectionOnWrite) {
+TEST_F(ProfileFilesContract, CreatesFileAndSectionOnWrite) {
     const std::string file = folder_ / "new.ini";
-    EXPECT_TRUE(binding_->write(file, " Port_série "_ansi, " Vitesse ", "9600"));
-    EXPECT_TRUE(binding_->write(file, "Autre", "Vide", ""));
-    EXPECT_TRUE(binding_->write(file, "port_SéRIE"_ansi, "Port", "3"));
+    EXPECT_TRUE(profiles_.write(file, " Port_série "_ansi, " Vitesse ", "9600"));
+    EXPECT_TRUE(profiles_.write(file, "Autre", "Vide", ""));
+    EXPECT_TRUE(profiles_.write(file, "port_SéRIE"_ansi, "Port", "3"));
     EXPECT_EQ(bytesOf(file), "[Port_série]\r\nVitesse=9600\r\nPort=3\r\n[Autre]\r\nVide=\r\n"_ansi);
-    EXPECT_FALSE(binding_->write(folder_ / "no/such/folder.ini", "s", "k", "v"));
-    EXPECT_FALSE(binding_->write(folder_.path(), "s", "k", "v")) << "a folder";
+    EXPECT_FALSE(profiles_.write(folder_ / "no/such/folder.ini", "s", "k", "v"));
+    EXPECT_FALSE(profiles_.write(folder_.path(), "s", "k", "v")) << "a folder";
 }
 
-TEST_P(ProfileFilesContract, WritesTheFirstMatchAndLeavesTheRest) {
+TEST_F(ProfileFilesContract, WritesTheFirstMatchAndLeavesTheRest) {
     const std::string file = folder_ / "written.ini";
     writeBytes(file, std::string(kAwkward));
-    EXPECT_TRUE(binding_->write(file, "Port_série"_ansi, "PORT", "12"));
-    EXPECT_TRUE(binding_->write(file, "Port_série"_ansi, "PortActif", " 1"));
+    EXPECT_TRUE(profiles_.write(file, "Port_série"_ansi, "PORT", "12"));
+    EXPECT_TRUE(profiles_.write(file, "Port_série"_ansi, "PortActif", " 1"));
     for (const auto& [section, key, expected] : kWhatItHolds) {
         const bool written = section.find("Port_") != section.npos && key.find("Port") != key.npos;
-        EXPECT_EQ(binding_->read(file, section, key), written ? "12" : expected) << key;
+        EXPECT_EQ(profiles_.read(file, section, key), written ? "12" : expected) << key;
     }
-    EXPECT_EQ(binding_->read(file, "Port_série"_ansi, "PortActif"), "1");
+    EXPECT_EQ(profiles_.read(file, "Port_série"_ansi, "PortActif"), "1");
     const std::string bytes = bytesOf(file);
     for (const char* kept :
          {"; [Port] in a comment\r\n", "\r\n;hidden=1\r\n", "\r\nno equals sign\r\n",
@@ -112,18 +121,16 @@ TEST_P(ProfileFilesContract, WritesTheFirstMatchAndLeavesTheRest) {
     EXPECT_LT(bytes.find("PortActif="), bytes.find("[Other]"));
 }
 
-TEST_P(ProfileFilesContract, EveryCharacterComesBack) {
+TEST_F(ProfileFilesContract, EveryCharacterComesBack) {
     const std::string file = folder_ / "bytes.ini";
     std::string value;
     for (int byte = 0x21; byte < 0x100; ++byte) value.push_back(static_cast<char>(byte));
-    EXPECT_TRUE(binding_->write(file, "s", "k", value));
-    EXPECT_EQ(binding_->read(file, "s", "k"), value);
-    EXPECT_TRUE(binding_->write(file, "s", "k", std::string("cut\0here", 8)));
-    EXPECT_EQ(binding_->read(file, "s", "k"), "cut");
+    EXPECT_TRUE(profiles_.write(file, "s", "k", value));
+    EXPECT_EQ(profiles_.read(file, "s", "k"), value);
+    EXPECT_TRUE(profiles_.write(file, "s", "k", std::string("cut\0here", 8)));
+    EXPECT_EQ(profiles_.read(file, "s", "k"), "cut");
 }
 
 }  // namespace
-
-GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(ProfileFilesContract);
 
 }  // namespace kalvo::testing

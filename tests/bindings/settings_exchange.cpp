@@ -7,26 +7,12 @@
 
 #include "platform/file_system.h"
 #include "settings/settings_store.h"
+#include "tests/support/system_bindings.h"
 #include "text/ansi_text.h"
-#ifdef _WIN32
-#include "platform/windows/windows_profile_files.h"
-#include "platform/windows/windows_registry.h"
-#else
-#include "platform/linux/settings/linux_profile_files.h"
-#include "platform/linux/settings/registry_file.h"
-#endif
 
 namespace {
 
 using namespace kalvo;
-
-#ifdef _WIN32
-using Profiles = WindowsProfileFiles;
-using Settings = WindowsRegistry;
-#else
-using Profiles = LinuxProfileFiles;
-using Settings = RegistryFile;
-#endif
 
 struct Value {
     std::string_view section, key, written, read;
@@ -70,29 +56,21 @@ void expect(std::string_view what, std::string_view expected, std::string_view a
                 toUtf8(expected).c_str(), toUtf8(actual).c_str());
 }
 
-void write(ProfileFiles& profiles, Registry& registry, const std::string& file) {
-    for (const auto& [section, key, written, read] : kValues)
-        if (!profiles.write(file, section, key, written)) expect(key, "written", "not written");
-    for (const auto& [name, text] : kSettings) writeSetting(registry, name, text);
-}
-
-void check(ProfileFiles& profiles, Registry& registry, const std::string& file) {
-    for (const auto& [section, key, written, read] : kValues)
-        expect(key, read, profiles.read(file, section, key));
-    for (const auto& [name, text] : kSettings) expect(name, text, readSetting(registry, name));
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
     if (argc != 3) return 2;
-    Profiles profiles;
-    Settings registry;
+    testing::SystemProfiles profiles;
+    testing::SystemRegistry registry;
     const std::string file = std::string(argv[2]) + kPathSeparator + "Echange.ini";
     const bool writing = std::string_view(argv[1]) == "write";
-    if (writing)
-        write(profiles, registry, file);
-    else
-        check(profiles, registry, file);
+    for (const auto& [section, key, written, read] : kValues)
+        if (!writing)
+            expect(key, read, profiles.read(file, section, key));
+        else if (!profiles.write(file, section, key, written))
+            expect(key, "written", "not written");
+    for (const auto& [name, text] : kSettings)
+        writing ? writeSetting(registry, name, text)
+                : expect(name, text, readSetting(registry, name));
     return failures > 0 ? 1 : 0;
 }

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "core/frame_dispatch.h"
-#include "settings/application_paths.h"
 #include "settings/options.h"
-#include "tests/support/fake_journal_file.h"
-#include "tests/support/fake_platform.h"
+#include "settings/serial_settings.h"
+#include "tests/support/disk_journal.h"
+#include "tests/support/site.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {
@@ -19,29 +19,15 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class Reception : public ::testing::Test {
-protected:
-    testing::FakePlatform world;
-    RunTimeState state;
+struct Reception : ::testing::Test, testing::Site {
     // What each dispatch found in ReceivedData.
     std::vector<std::string> dispatched;
-    testing::FakeJournalFile file;
-    BatchJournal journal{&file, world.events, [](std::string_view) {}};
-    SerialReception reception{world.platform, state, journal,
+    testing::DiskJournal kept{folder.path()};
+    BatchJournal journal{&kept, world.events, [](std::string_view) {}};
+    SerialReception reception{platform, state, journal,
                               [this] { dispatched.push_back(state.ReceivedData); }};
 
-    // The states and bytes of all batches, in the order of their arrival.
-    [[nodiscard]] std::vector<std::string> kept() const {
-        std::vector<std::string> all;
-        for (const auto& batch : file.batches)
-            all.push_back(std::string(nameOf(batch.entry.state)) + " " + batch.bytes);
-        return all;
-    }
-
-    Reception() {
-        state.scenario.applicationFolder = "/app";
-        world.port.open = true;
-    }
+    Reception() { world.port.open = true; }
     void terminal(const char* type) { state.TerminalType = type; }
 
     // Hands chunks over one by one whenever the program sleeps; no event is delivered
@@ -54,16 +40,14 @@ protected:
 };
 
 TEST_F(Reception, ThePortIsSetUpFromItsFileInOrder) {
-    const auto set = [&](std::string_view key, const char* value) {
-        world.profiles.write(portSerieIni("/app"), "Port_série"_ansi, key, value);
-    };
-    set("Port", " 3");
-    set("Vitesse", " 19200");
-    set("Bit de parité"_ansi, "E");
-    set("Bit de donnée"_ansi, " 7");
-    set("Bit d'arrêt"_ansi, " 2");
-    set("Flux", " 1");
-    set("Protocol", "PT630");
+    for (const auto& [key, value] : {std::pair{"Port"_ansi, " 3"},
+                                     {"Vitesse"_ansi, " 19200"},
+                                     {"Bit de parité"_ansi, "E"},
+                                     {"Bit de donnée"_ansi, " 7"},
+                                     {"Bit d'arrêt"_ansi, " 2"},
+                                     {"Flux"_ansi, " 1"},
+                                     {"Protocol"_ansi, "PT630"}})
+        profiles.write(portSerieIni(folder.path()), port_serie::kSection, key, value);
     world.port.open = false;
     reception.configurePort();
     reception.openPort();
@@ -82,7 +66,7 @@ TEST_F(Reception, AnHt630BatchEndsAtItsMark) {
     world.port.receive("");
     EXPECT_THAT(dispatched, ElementsAre("A;1\r\nB;2\r\n"));
     EXPECT_THAT(world.events.sleeps, ElementsAre(300, 300));
-    EXPECT_THAT(kept(), ElementsAre("recu A;1\r\nB;2\r\n", "ecarte trailing"));
+    EXPECT_THAT(kept.kept(), ElementsAre("recu A;1\r\nB;2\r\n", "ecarte trailing"));
     EXPECT_EQ(state.batch, 1) << "in the journal before anything acts on it";
 }
 
@@ -90,7 +74,7 @@ TEST_F(Reception, StraysDoNotStartABatchAndAreLost) {
     terminal("ht630");
     world.port.receive("xy");
     EXPECT_THAT(dispatched, IsEmpty());
-    EXPECT_THAT(kept(), ElementsAre("ecarte xy"));
+    EXPECT_THAT(kept.kept(), ElementsAre("ecarte xy"));
     world.port.receive("abcdFINTRANSKALVO");
     EXPECT_THAT(dispatched, ElementsAre("abcd"));
 }
@@ -108,7 +92,7 @@ TEST_F(Reception, ABatchIsCollectedOnceHoweverManyEventsCome) {
 TEST_F(Reception, AFailingDispatchDoesNotBlockLaterBatches) {
     terminal("HT630");
     bool fail = true;
-    SerialReception failing(world.platform, state, journal, [&] {
+    SerialReception failing(platform, state, journal, [&] {
         if (fail) throw RuntimeError(error_number::kPortInvalid, "");
         dispatched.push_back(state.ReceivedData);
     });
@@ -127,9 +111,8 @@ TEST_F(Reception, AnyOtherTerminalIsNotReadByTheEvent) {
     EXPECT_FALSE(world.port.waiting.empty());
 }
 
-class Pt630 : public Reception {
-protected:
-    const std::string file = "/app/5320241479.tmp";
+struct Pt630 : Reception {
+    const std::string file = folder / "5320241479.tmp";
     Pt630() { terminal("PT630"); }
 };
 
@@ -139,17 +122,17 @@ TEST_F(Pt630, ABatchGoesThroughATemporaryFile) {
     EXPECT_THAT(dispatched, ElementsAre("A\r1\r\nB\r2\r\n"))
         << "silence of 500 ms ends a batch, whatever comes after it";
     EXPECT_THAT(world.events.sleeps, ElementsAre(1, 500, 1000));
-    EXPECT_FALSE(world.files.files.contains(file));
-    EXPECT_THAT(world.progress.labels, ElementsAre("", "Pr\xE9paration de la m\xE9moire"));
+    EXPECT_FALSE(files.fileExists(file));
+    EXPECT_THAT(world.progress.labels, ElementsAre("", "Préparation de la mémoire"_ansi));
     EXPECT_TRUE(world.progress.visible) << "the dispatch takes the window away";
 }
 
 TEST_F(Pt630, NeitherAFullDiskNorAnEndlessLineHarmsABatch) {
-    world.files.diskFull = true;
+    files.diskFull = true;
     arriveWhileSleeping({"B\r2\r\n", ""});
     world.port.receive("A\r1\r\n");
     EXPECT_THAT(dispatched, ElementsAre("A\r1\r\nB\r2\r\n"));
-    EXPECT_THAT(kept(), ElementsAre("recu A\r1\r\nB\r2\r\n"));
+    EXPECT_THAT(kept.kept(), ElementsAre("recu A\r1\r\nB\r2\r\n"));
 
     int rounds = 0;
     world.events.whileSleeping = [&] { world.port.waiting += "x"; };
@@ -159,22 +142,16 @@ TEST_F(Pt630, NeitherAFullDiskNorAnEndlessLineHarmsABatch) {
     EXPECT_THROW(world.port.receive("x"), ProgramEnd);
 }
 
-TEST_F(Pt630, AnEmptyBatchLeavesNothingBehind) {
-    for (const char* batch : {"<DEL>\r\n", ""}) {
+TEST_F(Pt630, AnEmptyBatchLeavesNothingBehindAndAnAnnouncementItsFile) {
+    for (const char* batch : {"<DEL>\r\n", "", "PT630 V2\xFF"}) {
+        EXPECT_THAT(world.dialogs.shown, IsEmpty());
+        EXPECT_FALSE(files.fileExists(file));
         world.port.receive(batch);
         EXPECT_THAT(dispatched, IsEmpty());
-        EXPECT_FALSE(world.files.files.contains(file));
         EXPECT_FALSE(world.progress.visible);
     }
-    EXPECT_THAT(world.dialogs.shown, IsEmpty());
-}
-
-TEST_F(Pt630, ATerminalAnnouncesItself) {
-    world.port.receive("PT630 V2\xFF");
-    EXPECT_THAT(world.dialogs.texts(), ElementsAre("Terminal connect\xE9"));
-    EXPECT_THAT(dispatched, IsEmpty());
-    EXPECT_TRUE(world.files.files.contains(file));
-    EXPECT_FALSE(world.progress.visible);
+    EXPECT_THAT(world.dialogs.texts(), ElementsAre("Terminal connecté"_ansi));
+    EXPECT_TRUE(files.fileExists(file));
 }
 
 TEST_F(Pt630, TheLastEventDecidesWhatBecomesOfABatch) {
@@ -198,12 +175,11 @@ TEST_F(Pt630, TheLastEventDecidesWhatBecomesOfABatch) {
         if (!message.empty()) {
             EXPECT_EQ(world.dialogs.shown[0].text, message);
         }
-        EXPECT_FALSE(world.files.files.contains(file));
+        EXPECT_FALSE(files.fileExists(file));
     }
 }
 
-class Pulling : public Reception {
-protected:
+struct Pulling : Reception {
     static constexpr std::string_view kRecord = "CODE-1               000012 ";
 
     // A scanner that answers READ with the first line and each ACK with the next.
@@ -280,7 +256,7 @@ TEST_F(Pulling, CanBeEndedOrBegunAnewWithoutLosingAcknowledgedRecords) {
     reception.transfer();
     EXPECT_THAT(dispatched, ElementsAre("CODE-1\r000012\r\n", "CODE-1\r000012\r\n"));
     EXPECT_EQ(world.port.sent, "READ\rACK\rREAD\rACK\r");
-    EXPECT_THAT(kept(), ElementsAre("recu CODE-1\r000012\r\n", "recu CODE-1\r000012\r\n"));
+    EXPECT_THAT(kept.kept(), ElementsAre("recu CODE-1\r000012\r\n", "recu CODE-1\r000012\r\n"));
     EXPECT_FALSE(reception.transferring());
 
     dispatched.clear();
@@ -295,30 +271,25 @@ TEST_F(Pulling, ARecordIsKeptBeforeItIsAcknowledged) {
     world.port.whenSent = [&](std::string_view sent) {
         if (sent == "READ\r") world.port.waiting = std::string(kRecord) + "\rshort\rOVER\r";
         if (sent != "ACK\r") return;
-        EXPECT_THAT(kept(), ElementsAre("recu CODE-1\r000012\r\n"));
+        EXPECT_THAT(kept.kept(), ElementsAre("recu CODE-1\r000012\r\n"));
     };
     reception.transfer();
-    EXPECT_THAT(kept(), ElementsAre("recu CODE-1\r000012\r\n", "ecarte short\r\n"));
+    EXPECT_THAT(kept.kept(), ElementsAre("recu CODE-1\r000012\r\n", "ecarte short\r\n"));
     // The rest of one transfer is still there for the next, unless the site wants otherwise.
     for (const bool empty : {false, true}) {
-        setOption(world.profiles, "/app", Option::kEmptyBuffer, empty ? 1 : 0);
-        file.batches.clear();
+        setOption(profiles, folder.path(), Option::kEmptyBuffer, empty ? 1 : 0);
         scanner({std::string(kRecord) + "\r", "OVER\r"});
+        const std::size_t before = kept.kept().size();
         reception.transfer();
-        EXPECT_EQ(file.batches.front().bytes == "CODE-1\r000012\r\n", empty);
+        EXPECT_EQ(kept.kept()[before] == "recu CODE-1\r000012\r\n", empty);
     }
 }
 
 TEST_F(Pulling, AScannerIsNotAskedForWhatNobodyCanType) {
-    struct Unplugged : testing::FakeKeyboard {
-        bool connected() override { return false; }
-    } keyboard;
-    const Platform platform{keyboard,        world.port,     world.profiles, world.registry,
-                            world.databases, world.files,    world.events,   world.dialogs,
-                            world.icon,      world.progress, world.watch};
-    SerialReception blocked(platform, state, journal, [] { ADD_FAILURE(); });
+    world.keyboard.plugged = false;
     terminal("Optimus");
-    blocked.transfer();
+    reception.transfer();
+    EXPECT_THAT(dispatched, IsEmpty());
     EXPECT_EQ(world.port.sent, "");
     EXPECT_EQ(world.icon.notices.size(), 1U);
     // A portable sends all the same: its batch waits.
@@ -326,7 +297,7 @@ TEST_F(Pulling, AScannerIsNotAskedForWhatNobodyCanType) {
     state.batch = journal.receive({}, "A\r\n", {}, 0);
     const BatchReport report = TraiteEmul(platform, state, journal);
     EXPECT_EQ(report.outcome, BatchReport::Outcome::kFailed);
-    EXPECT_THAT(kept(), ElementsAre("echec A\r\n"));
+    EXPECT_THAT(kept.kept(), ElementsAre("echec A\r\n"));
     EXPECT_THAT(world.port.log, IsEmpty()) << "nothing was typed, nothing is dropped";
 }
 

@@ -107,7 +107,7 @@ TEST_F(StartingUp, WithoutAScenarioTheIconSaysSo) {
 
 TEST_F(StartingUp, AScenarioNoLongerInTheTableIsNotCompiled) {
     start();
-    EXPECT_EQ(content("Scenarios/Stock.ini"), "");
+    EXPECT_EQ(world.content("Scenarios/Stock.ini"), "");
     EXPECT_EQ(tip(), expectedTip("2", "Stock")) << "its file from before still serves";
 }
 

@@ -279,7 +279,7 @@ TEST(EraseWindow, AnswersNoUnlessYesIsPressed) {
 
 TEST(PortChoiceWindow, StoresTheChosenPort) {
     testing::FakePlatform world;
-    PortChoiceWindow choice(world.profiles, "/app", {"/dev/ttyS0"}, 1);
+    PortChoiceWindow choice(world.profiles, world.folder.path(), {"/dev/ttyS0"}, 1);
     auto* const box = choice.findChild<QComboBox*>("CboChoix");
     EXPECT_EQ(choice.windowTitle(), "Problème d'ouverture du port Com");
     EXPECT_EQ(box->itemText(0), "COM 1 : /dev/ttyS0");
@@ -287,7 +287,7 @@ TEST(PortChoiceWindow, StoresTheChosenPort) {
     box->setCurrentIndex(4);
     choice.findChild<QPushButton*>("CmdOK")->click();
     EXPECT_EQ(choice.result(), QDialog::Accepted);
-    EXPECT_EQ(readPortSerie(world.profiles, "/app", port_serie::kPort), "5");
+    EXPECT_EQ(readPortSerie(world.profiles, world.folder.path(), port_serie::kPort), "5");
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -18,8 +17,8 @@
 #endif
 
 #include "platform/sqlite/journal_database.h"
+#include "tests/support/disk_journal.h"
 #include "tests/support/fake_event_pump.h"
-#include "tests/support/fake_journal_file.h"
 #include "tests/support/temporary_folder.h"
 #include "text/ansi_text.h"
 
@@ -126,7 +125,7 @@ TEST_F(Journal, ForgetsWhatIsOldOrTooMuchButNotWhatWaits) {
 }
 
 TEST_F(Journal, ThatCannotBeWrittenIsSaidOnceAndKeepsNobodyFromWork) {
-    testing::FakeJournalFile file;
+    testing::DiskJournal file{folder.path()};
     BatchJournal journal = over(&file);
     file.diskFull = true;
     EXPECT_EQ(journal.receive(origin, "A", {}, 0), BatchJournal::kNone);
@@ -142,7 +141,7 @@ TEST_F(Journal, ThatCannotBeWrittenIsSaidOnceAndKeepsNobodyFromWork) {
 }
 
 TEST_F(Journal, ADamagedFileIsPutAsideAndSaid) {
-    std::ofstream(folder / "Journal.db") << std::string(5000, 'x');
+    testing::writeBytes(folder / "Journal.db", std::string(5000, 'x'));
     SqliteJournal file = open();
     EXPECT_THAT(file.notice(), HasSubstr("Journal-abime-1.db"));
     EXPECT_EQ(over(&file).receive(origin, "A", {}, 0), 1);

@@ -3,22 +3,24 @@
 #include <gtest/gtest.h>
 
 #include "settings/application_paths.h"
-#include "tests/support/fake_profile_files.h"
+#include "tests/support/system_bindings.h"
+#include "tests/support/temporary_folder.h"
 
 namespace kalvo {
 namespace {
 
-class KeyFiles : public ::testing::Test {
-protected:
-    testing::FakeProfileFiles files;
+struct KeyFiles : ::testing::Test {
+    testing::TemporaryFolder folder;
+    testing::SystemProfiles files;
     KeyCorrespondenceTable table;
 
     void touche(const char* section, const char* entry, const char* value) {
-        files.write(toucheIni("app"), section, entry, value);
+        files.write(toucheIni(folder.path()), section, entry, value);
     }
     void corres(const char* code, const char* script) {
-        files.write(corresIni("app"), "Correspondance", code, script);
+        files.write(corresIni(folder.path()), "Correspondance", code, script);
     }
+    void load() { table.LoadKeyCorrespondence(files, folder.path()); }
 };
 
 TEST_F(KeyFiles, FillTheTableInOrder) {
@@ -28,7 +30,7 @@ TEST_F(KeyFiles, FillTheTableInOrder) {
     touche("systeme", "22", "{Sans}@999");
     corres("116", "{F5}");
     corres("7", "%{q}");
-    table.LoadKeyCorrespondence(files, "app");
+    load();
     EXPECT_EQ(table.entries()[3].KeyLabel, "{F5}");
     EXPECT_EQ(table.textOf("{F5}"), "{F5}");
     EXPECT_EQ(table.entries()[15].KeyLabel, "{Haut}");
@@ -36,15 +38,13 @@ TEST_F(KeyFiles, FillTheTableInOrder) {
     EXPECT_EQ(table.entries()[37].KeyLabel, "{Sans}");
     EXPECT_EQ(table.textOf("{Sans}"), "") << "a code without a script";
     EXPECT_EQ(table.textOf("{f5}"), "") << "labels compare exactly";
-}
 
-TEST_F(KeyFiles, TheLastOfEqualLabelsCounts) {
-    touche("Particuliere", "0", "{A}@1");
-    touche("systeme", "5", "{A}@2");
-    corres("1", "one");
-    corres("2", "two");
-    table.LoadKeyCorrespondence(files, "app");
-    EXPECT_EQ(table.textOf("{A}"), "two");
+    touche("systeme", "5", "{F5}@7");
+    touche("Particuliere", "14", "{Neuf}@7");
+    load();
+    EXPECT_EQ(table.textOf("{F5}"), "%{q}") << "the last of equal labels counts";
+    EXPECT_EQ(table.textOf("{Neuf}"), "%{q}");
+    EXPECT_EQ(table.textOf("{Fermer}"), "") << "loading again replaces every entry";
 }
 
 TEST_F(KeyFiles, EntriesThatMakeNoSenseMatchNothing) {
@@ -53,18 +53,8 @@ TEST_F(KeyFiles, EntriesThatMakeNoSenseMatchNothing) {
     touche("Particuliere", "2", "{C}@99999");
     touche("Particuliere", "3", "{D}@1@2");
     corres("0", "zero");
-    table.LoadKeyCorrespondence(files, "app");
+    load();
     for (const auto& entry : table.entries()) EXPECT_EQ(entry.KeyLabel + entry.KeyText, "");
-}
-
-TEST_F(KeyFiles, ReloadingReplacesEveryEntry) {
-    touche("Particuliere", "0", "{A}@1");
-    corres("1", "one");
-    table.LoadKeyCorrespondence(files, "app");
-    touche("Particuliere", "0", "{B}@1");
-    table.LoadKeyCorrespondence(files, "app");
-    EXPECT_EQ(table.textOf("{A}"), "");
-    EXPECT_EQ(table.textOf("{B}"), "one");
 }
 
 }  // namespace

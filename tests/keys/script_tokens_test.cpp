@@ -1,16 +1,20 @@
 #include "keys/script_tokens.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "settings/settings_store.h"
+#include "keys/lock_keys.h"
 #include "tests/support/fake_keyboard.h"
 #include "text/field_text.h"
 
 namespace kalvo {
 namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 TEST(TimerPieces, AreOneMoreThanTheTokens) {
     struct Case {
@@ -57,14 +61,32 @@ TEST(LockTokens, NumLockIsPressedForEachAndCutOut) {
 TEST(LockTokens, CapsLockIsOnlyEverSwitchedOff) {
     testing::FakeKeyboard keyboard;
     switchCapsLockOffForTokens(keyboard, "{CAPSLOCK}");
-    EXPECT_TRUE(keyboard.keybdEvents.empty());
+    EXPECT_THAT(keyboard.keybdEvents, IsEmpty());
     keyboard.setLock(kVkCapital, true);
     switchCapsLockOffForTokens(keyboard, "{CAPSLOCK}a{CAPSLOCK}");
-    EXPECT_EQ(keyboard.keybdEvents.size(), 2U) << "one press, however many tokens";
+    EXPECT_THAT(keyboard.keybdEvents, ElementsAre("14 01", "14 03"))
+        << "one extended press and release, however many tokens";
     const TokenFreeText cut("{CAPSLOCK}ab{CAPSLOCK}c", kCapsLockToken);
     EXPECT_EQ(cut.text(), "abc");
     EXPECT_EQ(cut.before(1), 11U);
     EXPECT_EQ(cut.before(3), 23U) << "every character knows where it stood";
+}
+
+TEST(LockKeys, AreOnOnlyWhenToggledAndNotHeld) {
+    testing::FakeKeyboard keyboard;
+    EXPECT_FALSE(IsCapsLockOn(keyboard));
+    InvertNumLock(keyboard);
+    EXPECT_TRUE(IsNumLockOn(keyboard));
+    InvertNumLock(keyboard);
+    EXPECT_FALSE(IsNumLockOn(keyboard)) << "pressed whatever the state";
+    EXPECT_THAT(keyboard.keybdEvents, ElementsAre("90 01", "90 03", "90 01", "90 03"));
+    keyboard.setLock(kVkCapital, true);
+    EXPECT_TRUE(IsCapsLockOn(keyboard));
+
+    class Held : public testing::FakeKeyboard {
+        std::int16_t GetKeyState(int) override { return static_cast<std::int16_t>(0x8001); }
+    } held;
+    EXPECT_FALSE(IsCapsLockOn(held)) << "held down while toggled";
 }
 
 }  // namespace

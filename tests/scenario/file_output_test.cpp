@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <filesystem>
 #include <string>
 
 #include "settings/application_paths.h"
@@ -14,27 +14,24 @@ namespace {
 
 using ::testing::ElementsAre;
 
-class WritingFiles : public ::testing::Test {
-protected:
+struct WritingFiles : ::testing::Test {
     testing::FakePlatform world;
     ScenarioRun run;
 
     WritingFiles() {
-        run.applicationFolder = "/app";
+        run.applicationFolder = world.folder.path();
         run.active.ScenarioName = "Stock";
-        path("/out/lot.txt");
-        world.files.folders = {"", "/out"};
+        path("lot.txt");
     }
-    // The path as a user of this system writes it.
-    static std::string native(std::string text) {
-        std::replace(text.begin(), text.end(), '/', kPathSeparator);
-        return text;
+    // A file of the folder, as a user of this system writes it.
+    [[nodiscard]] std::string native(const std::string& name) const {
+        return std::filesystem::path(world.folder / name).make_preferred().string();
     }
-    void path(const char* chemin) {
-        world.profiles.write(scenarioFile("/app", "Stock"), "Fichier", "Chemin", native(chemin));
+    void path(const std::string& name) {
+        world.compiled("Stock", "Fichier", "Chemin", name.empty() ? "" : native(name));
     }
-    static std::string done(const char* file) {
-        return std::string("Fichier ").append(native(file)).append(" : généré"_ansi);
+    [[nodiscard]] std::string done(const std::string& name) const {
+        return "Fichier " + native(name) + std::string(" : généré"_ansi);
     }
     void write(std::string_view text) { WriteFileLine(world.platform, run, text); }
 };
@@ -42,27 +39,31 @@ protected:
 TEST_F(WritingFiles, EachTextReplacesTheFile) {
     write("one");
     write("two\r\n");
-    EXPECT_EQ(world.files.files["/out/lot.txt"], "two\r\n");
-    EXPECT_THAT(world.dialogs.texts(), ElementsAre(done("/out/lot.txt"), done("/out/lot.txt")));
+    EXPECT_EQ(world.content("lot.txt"), "two\r\n");
+    EXPECT_THAT(world.dialogs.texts(), ElementsAre(done("lot.txt"), done("lot.txt")));
     EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kInformation);
 }
 
 TEST_F(WritingFiles, SpecifModeMakesANewFileEachTime) {
     run.active.SpecifMode = true;
-    path("/out/lot.v1.txt");
+    path("lot.v1.txt");
     for (const char* text : {"a", "b", "c"}) write(text);
-    EXPECT_EQ(world.files.files["/out/lot.v1.txt"], "a");
-    EXPECT_EQ(world.files.files["/out/lot1.v1.txt"], "b");
-    EXPECT_EQ(world.files.files["/out/lot2.v1.txt"], "c");
-    EXPECT_THAT(world.dialogs.texts().back(), done("/out/lot2.v1.txt"));
+    for (const auto& [name, text] :
+         {std::pair{"lot.v1.txt", "a"}, {"lot1.v1.txt", "b"}, {"lot2.v1.txt", "c"}})
+        EXPECT_EQ(world.content(name), text);
+    EXPECT_THAT(world.dialogs.texts().back(), done("lot2.v1.txt"));
+    EXPECT_FALSE(FileExistsInFolder(world.platform, world.folder.path(), "LOT.v1.txt"))
+        << "names compare exactly";
 }
 
 TEST_F(WritingFiles, MissingFoldersAreMadeExceptThoseWithADot) {
-    path("/data/v1.2/jour/lot.txt");
+    path("data/v1.2/jour/lot.txt");
     write("x");
-    EXPECT_THAT(world.files.log,
-                ElementsAre("mkdir /data", "mkdir /data/jour", "create /data/v1.2/jour/lot.txt",
-                            "append /data/v1.2/jour/lot.txt"));
+    EXPECT_TRUE(world.files.folderExists(native("data/jour")));
+    EXPECT_FALSE(world.files.folderExists(native("data/v1.2")));
+    path("data/mois/lot.txt");
+    write("x");
+    EXPECT_EQ(world.content("data/mois/lot.txt"), "x");
 }
 
 TEST_F(WritingFiles, FailuresAreSaidAndTheTextIsLost) {
@@ -74,24 +75,14 @@ TEST_F(WritingFiles, FailuresAreSaidAndTheTextIsLost) {
     path("");
     write("x");
     run.active.SpecifMode = true;
-    path("/out/lot");
+    path("lot");
     write("x");
-    EXPECT_THAT(world.dialogs.texts(), ElementsAre(failure, failure, failure));
-    EXPECT_FALSE(world.files.files.contains("/out/lot"));
-}
-
-TEST_F(WritingFiles, AFolderThatCannotBeListedIsReportedByNumber) {
-    run.active.SpecifMode = true;
-    world.files.listingFails = true;
+    EXPECT_FALSE(world.files.fileExists(native("lot"))) << "no place for a number";
+    path("no.folder/lot.txt");
     write("x");
-    EXPECT_THAT(world.dialogs.texts(), ElementsAre("Error: 76", done("/out/lot.txt")));
-    EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kCritical);
-}
-
-TEST_F(WritingFiles, NamesInAFolderCompareExactly) {
-    world.files.files["/out/Lot.txt"] = "";
-    EXPECT_TRUE(FileExistsInFolder(world.platform, native("/out/"), "Lot.txt"));
-    EXPECT_FALSE(FileExistsInFolder(world.platform, native("/out/"), "lot.txt"));
+    EXPECT_THAT(world.dialogs.texts(), ElementsAre(failure, failure, failure, "Error: 76", failure))
+        << "a folder that cannot be listed is reported by number";
+    EXPECT_EQ(world.dialogs.shown[3].icon, MessageIcon::kCritical);
 }
 
 }  // namespace

@@ -9,46 +9,39 @@
 
 #include "keys/key_files.h"
 #include "scenario/partial_frames.h"
-#include "settings/application_paths.h"
+#include "scenario/scenario_store.h"
 #include "settings/options.h"
-#include "tests/support/fake_platform.h"
+#include "tests/support/site.h"
 
 namespace kalvo {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
-class Processing : public ::testing::Test {
-protected:
-    testing::FakePlatform world;
-    ScenarioRun run;
+struct Processing : ::testing::Test, testing::Site {
+    ScenarioRun& run = state.scenario;
+    std::string frameAfter;
 
     Processing() {
-        run.applicationFolder = "/app";
         run.active.ScenarioName = "Stock";
         // Compiled files always carry a loop point.
         index("Boucle", "0");
         index("Depart", "0");
-        counter(std::int64_t{41});
+        writeCounter(*state.database, 41);
     }
     void index(const char* section, const char* value) {
-        world.profiles.write(scenarioFile("/app", "Stock"), section, "Index", value);
-    }
-    void counter(DatabaseValue value) {
-        world.databases.answers["SELECT NunInc FROM Increment"] = {{{"NunInc", value}}};
+        world.compiled("Stock", section, "Index", value);
     }
     void actions(std::vector<std::string> list) {
         run.active.ActionLines.assign(1, "");
         run.active.ActionLines.insert(run.active.ActionLines.end(), list.begin(), list.end());
     }
     std::string process(std::string frame) {
-        SplitFrameFields(world.platform, run, frame);
-        std::string script = BuildKeyScript(world.platform, run, frame);
+        SplitFrameFields(platform, run, frame);
+        std::string script = BuildKeyScript(platform, run, frame);
         frameAfter = frame;
         return script;
     }
-    std::string frameAfter;
 };
 
 TEST_F(Processing, FieldsAreTakenInOrderAndTheActionsRepeated) {
@@ -68,10 +61,10 @@ TEST_F(Processing, MarkersBecomeWhatTheyStandFor) {
 }
 
 TEST_F(Processing, KeyLabelsBecomeTheirScripts) {
-    world.profiles.write(toucheIni("/app"), "systeme", "0", "{Entrer}@5");
-    world.profiles.write(toucheIni("/app"), "systeme", "1", "{Muet}@6");
-    world.profiles.write(corresIni("/app"), "Correspondance", "5", "{ENTER}");
-    run.keys.LoadKeyCorrespondence(world.profiles, "/app");
+    profiles.write(toucheIni(folder.path()), "systeme", "0", "{Entrer}@5");
+    profiles.write(toucheIni(folder.path()), "systeme", "1", "{Muet}@6");
+    profiles.write(corresIni(folder.path()), "Correspondance", "5", "{ENTER}");
+    run.keys.LoadKeyCorrespondence(profiles, folder.path());
     actions({"&CODE", "Entrer", "entrer", "Muet", "{Entrer}"});
     EXPECT_EQ(process("A\r"), "A{ENTER}entrerMuet{Entrer}");
 }
@@ -80,11 +73,9 @@ TEST_F(Processing, ATimerSetsThePauseAndSplitsTheScript) {
     actions({"&CODE", "&Timer 500", "x"});
     EXPECT_EQ(process("A\r"), "A{TIMER}x");
     EXPECT_EQ(run.TimerPause, 500);
-    for (const char* keeps : {"&Timer", "&Timer vite", "&Timer 99999"}) {
-        actions({"&CODE", keeps});
-        EXPECT_EQ(process("A\r"), "A{TIMER}") << keeps;
-        EXPECT_EQ(run.TimerPause, 500) << keeps;
-    }
+    actions({"&CODE", "&Timer", "&Timer vite", "&Timer 99999"});
+    EXPECT_EQ(process("A\r"), "A{TIMER}{TIMER}{TIMER}");
+    EXPECT_EQ(run.TimerPause, 500) << "no number: the pause stays";
 }
 
 TEST_F(Processing, LaterPassesStartAtTheLoopPoint) {
@@ -113,7 +104,7 @@ TEST_F(Processing, OptionsChangeWhatSitesAreNotUsedTo) {
     };
     index("Depart", "2");
     index("Boucle", "1");
-    world.profiles.write(scenarioFile("/app", "Stock"), "Partiel", "Nbr", "2");
+    world.compiled("Stock", "Partiel", "Nbr", "2");
     run.active.SubFrameMap = {{}, {1, 2}, {2, 1}};
     for (const auto& [option, list, frame, off, on] : {
              Case{Option::kStartPoint, {"a", "&CODE"}, "X\rY\r", "aXaY", "XaY"},
@@ -123,9 +114,9 @@ TEST_F(Processing, OptionsChangeWhatSitesAreNotUsedTo) {
         actions(list);
         run.active.PartialMode = option == Option::kPartialFrame ? 1 : 0;
         EXPECT_EQ(process(frame), off) << optionInfo(option).key;
-        setOption(world.profiles, "/app", option, 1);
+        setOption(profiles, folder.path(), option, 1);
         EXPECT_EQ(process(frame), on) << optionInfo(option).key;
-        setOption(world.profiles, "/app", option, 0);
+        setOption(profiles, folder.path(), option, 0);
     }
 }
 
@@ -142,14 +133,27 @@ TEST_F(Processing, PassesAreFoundInTheFinishedScript) {
 }
 
 TEST_F(Processing, PassesThatLeadNowhereEnd) {
-    actions({"texte"});
-    EXPECT_EQ(process("A\rB\r"), "texte");
-    actions({"&TAB"});
-    EXPECT_EQ(process("A\rB\r"), "\t");
-    actions({"&Timer 1", "x"});
-    EXPECT_EQ(process("A\rB\r"), "{TIMER}x");
-    actions({});
-    EXPECT_EQ(process("A\rB\r"), "");
+    struct Case {
+        std::vector<std::string> actions;
+        const char* frame;
+        const char* script;
+    };
+    for (const auto& [list, frame, script] : {
+             Case{{"texte"}, "A\rB\r", "texte"},
+             Case{{"&TAB"}, "A\rB\r", "\t"},
+             Case{{"&Timer 1", "x"}, "A\rB\r", "{TIMER}x"},
+             Case{{}, "A\rB\r", ""},
+             // A control marker goes on without taking a field: to A; over the CR to B; over
+             // the CR to the end.
+             Case{{"^c"}, "A\rB\r", "^c^c^c"},
+             Case{{"^c", "&TAB"}, "AB  \rC", "^c\t^c\t^c\t"},
+             // No field to come, without any CR, ends the passes after this one.
+             Case{{"&CODE"}, "ABC", "ABC"},
+             Case{{"x", "&CODE"}, "ABC", "xABC"},
+         }) {
+        actions(list);
+        EXPECT_EQ(process(frame), script);
+    }
     actions({"&CODE", "b"});
     index("Boucle", "9");
     EXPECT_EQ(process("1\r2\r3\r"), "1b2b3b")
@@ -159,61 +163,42 @@ TEST_F(Processing, PassesThatLeadNowhereEnd) {
     EXPECT_EQ(process("1\r2\r3\r"), "") << "and a start point there leaves nothing to do";
 }
 
-TEST_F(Processing, AControlMarkerAdvancesWithoutTakingAField) {
-    actions({"^c"});
-    // To A; over the CR to B; over the CR to the end.
-    EXPECT_EQ(process("A\rB\r"), "^c^c^c");
-    actions({"^c", "&TAB"});
-    EXPECT_EQ(process("AB  \rC"), "^c\t^c\t^c\t");
-}
-
-TEST_F(Processing, AFrameWithoutCrIsWalkedByPosition) {
-    actions({"&CODE"});
-    EXPECT_EQ(process("ABC"), "ABC");
-    actions({"x", "&CODE"});
-    EXPECT_EQ(process("ABC"), "xABC") << "no field to come ends the passes after this one";
-}
-
 TEST_F(Processing, PartialModeReassemblesTheFrameButNotTheFields) {
     run.active.PartialMode = 1;
     run.active.SubFrameMap = {{}, {1, 2}, {2, 1}};
     actions({"&A", "&B"});
-    world.profiles.write(scenarioFile("/app", "Stock"), "Partiel", "Nbr", "2");
+    world.compiled("Stock", "Partiel", "Nbr", "2");
     EXPECT_EQ(process("a\rb\r"), "") << "the compiled count is not the one that is read";
     EXPECT_EQ(frameAfter, "");
-    world.profiles.write(scenarioFile("/app", "Stock"), "Trame", "Nbr", "2");
+    world.compiled("Stock", "Trame", "Nbr", "2");
     EXPECT_EQ(process("a\rb\rc\r"), "abc");
     EXPECT_EQ(frameAfter, "b\ra\r");
 }
 
 TEST_F(Processing, TheCounterAdvancesOncePerFrame) {
+    const auto stored = [this] { return *readCounter(*state.database); };
     actions({"&CODE"});
     process("A\rB\r");
     EXPECT_EQ(run.CounterText, "41");
-    EXPECT_THAT(world.databases.executed, ElementsAre("UPDATE Increment SET NunInc=42"));
+    EXPECT_EQ(stored(), 42);
 
-    struct Case {
-        DatabaseValue stored;
-        const char* text;
-    };
-    for (const auto& [stored, text] :
-         {Case{std::int64_t{32767}, "32767"}, Case{std::int64_t{-1}, "-1"}}) {
-        counter(stored);
-        EXPECT_EQ(NextCounterValue(world.platform, run), text);
-    }
-    EXPECT_EQ(world.databases.executed.size(), 2U) << "a full counter stays where it is";
+    run.counterUse = CounterUse::kReadOnly;
+    EXPECT_EQ(NextCounterValue(platform, run), "42");
+    EXPECT_EQ(stored(), 42);
+    run.counterUse = CounterUse::kAdvance;
+    writeCounter(*state.database, -1);
+    EXPECT_EQ(NextCounterValue(platform, run), "-1");
+    writeCounter(*state.database, 32767);
+    EXPECT_EQ(world.icon.notices.size(), 0U);
+    EXPECT_EQ(NextCounterValue(platform, run), "32767");
+    EXPECT_EQ(stored(), 32767) << "a full counter stays where it is";
     EXPECT_EQ(world.icon.notices.size(), 1U) << "and that is said";
 
-    world.databases.executed.clear();
-    run.counterUse = CounterUse::kReadOnly;
-    EXPECT_EQ(NextCounterValue(world.platform, run), "-1");
-    world.databases.answers.clear();
-    EXPECT_EQ(NextCounterValue(world.platform, run), "0") << "no row";
-    world.databases.missing = true;
-    run.counterUse = CounterUse::kAdvance;
-    EXPECT_EQ(NextCounterValue(world.platform, run), "");
+    state.database->Execute("DELETE FROM Increment");
+    EXPECT_EQ(NextCounterValue(platform, run), "0") << "no row";
+    run.applicationFolder += "/none";
+    EXPECT_EQ(NextCounterValue(platform, run), "") << "no database";
     EXPECT_EQ(world.icon.notices.size(), 2U);
-    EXPECT_THAT(world.databases.executed, IsEmpty());
 }
 
 TEST_F(Processing, TheDecimalSeparatorIsPutIn) {
@@ -237,11 +222,8 @@ TEST_F(Processing, TheDecimalSeparatorIsPutIn) {
 TEST_F(Processing, ShowsItsProgress) {
     actions({"&CODE"});
     process("A\r");
-    EXPECT_THAT(world.progress.labels, ElementsAre("",
-                                                   "Vidage des donn\xE9"
-                                                   "es en cours.....",
-                                                   "Traitement des donn\xE9"
-                                                   "es..."));
+    EXPECT_THAT(world.progress.labels, ElementsAre("", "Vidage des données en cours....."_ansi,
+                                                   "Traitement des données..."_ansi));
     EXPECT_TRUE(world.progress.visible);
     EXPECT_EQ(world.progress.values.back(), 100);
 }
@@ -254,21 +236,14 @@ TEST_F(Processing, AFrameThatComesInMeanwhileLeavesTheFirstItsFields) {
         frame += std::to_string(i) + "\r";
         expected += std::to_string(i);
     }
-    SplitFrameFields(world.platform, run, frame);
+    SplitFrameFields(platform, run, frame);
+    world.events.step = 50;  // time passes while the actions run
     world.events.whilePumping = [&] {
         world.events.whilePumping = nullptr;
         EXPECT_EQ(process("other\r"), "other");
     };
-    // Time passes while the actions run.
-    class Clock : public testing::FakeEventPump {
-        std::uint32_t GetTickCount() override { return tick += 50; }
-    } clock;
-    clock.whilePumping = world.events.whilePumping;
-    Platform platform{world.keyboard,  world.port,     world.profiles, world.registry,
-                      world.databases, world.files,    clock,          world.dialogs,
-                      world.icon,      world.progress, world.watch};
     EXPECT_EQ(BuildKeyScript(platform, run, frame), expected);
-    EXPECT_GT(clock.pumped, 0);
+    EXPECT_GT(world.events.pumped, 0);
 }
 
 TEST_F(Processing, TimeGrowsWithTheFrameAndNotFaster) {

@@ -30,7 +30,7 @@ struct Scenarios : ::testing::Test, testing::Site {
     }
     Compilation compile() { return CompileScenario(platform, *state.database, folder.path(), 3); }
     void set(const char* section, const char* key, const char* value, const char* name = "Stock") {
-        profiles.write(scenarioFile(folder.path(), name), section, key, value);
+        world.compiled(name, section, key, value);
     }
     void load(const char* name = "Stock") {
         writeSetting(world.registry, kRacScenChx, name);
@@ -50,7 +50,7 @@ TEST_F(Scenarios, AreCompiledByteForByte) {
         "[Type]\r\nType=Fichier\r\n[Ligne]\r\nChamps=&CODE@-@&QTY@\r\n[Boucle]\r\nIndex=2\r\n"
         "[Depart]\r\nIndex=-1\r\n[Trame]\r\nTrame=2@1@\r\n[Partiel]\r\nChoix=1\r\nNbr=3\r\n"
         "[Mat]\r\nSpecif=0\r\n[Fichier]\r\nChemin=C:\\out\\a.txt\r\n";
-    EXPECT_EQ(content("Scenarios/Stock.ini"), expected);
+    EXPECT_EQ(world.content("Scenarios/Stock.ini"), expected);
     EXPECT_EQ(readAction(*state.database, 3, 3)->Champs, "&QTY") << "renumbered";
 
     // Null columns; no path for an emulation; what a key can hold and a number cannot.
@@ -58,16 +58,18 @@ TEST_F(Scenarios, AreCompiledByteForByte) {
     execute("UPDATE Actions SET Champs=Null,PlaceTrame=99999 WHERE NumAction=2");
     compile();
     EXPECT_EQ(
-        content("Scenarios/Stock.ini"),
+        world.content("Scenarios/Stock.ini"),
         "[Type]\r\nType=Emulation\r\n[Ligne]\r\nChamps=&CODE@@&QTY@\r\n[Boucle]\r\nIndex=0\r\n"
         "[Depart]\r\nIndex=-1\r\n[Trame]\r\nTrame=2@1@\r\n[Partiel]\r\nChoix=0\r\nNbr=0\r\n"
         "[Mat]\r\nSpecif=0\r\n");
     // A list of places is cut where a reader would cut it, before the next one is added.
-    for (int i = 4; i <= 700; ++i) action(i, "'x'", "123");
+    state.database->Transaction([&] {
+        for (int i = 4; i <= 700; ++i) action(i, "'x'", "123");
+    });
     compile();
     const std::string list = profiles.read(scenarioFile(folder.path(), "Stock"), "Trame", "Trame");
     EXPECT_EQ(list.size(), kLongestProfileValue);
-    EXPECT_THAT(content("Scenarios/Stock.ini"), HasSubstr(list.substr(0, 2054) + "123@\r\n"));
+    EXPECT_THAT(world.content("Scenarios/Stock.ini"), HasSubstr(list.substr(0, 2054) + "123@\r\n"));
 
     execute("DELETE FROM Scenarios");
     EXPECT_FALSE(compile().complete) << "nothing to compile";
@@ -77,10 +79,10 @@ TEST_F(Scenarios, WithWhatNoFileCanHoldAreRefusedAndTheOldFileStays) {
     execute("INSERT INTO Scenarios (Numero,Nom,Type) VALUES (3,'Stock','Emulation')");
     action(1, "'a'");
     ASSERT_TRUE(compile().complete);
-    const std::string good = content("Scenarios/Stock.ini");
+    const std::string good = world.content("Scenarios/Stock.ini");
     execute("UPDATE Actions SET Champs='a' || char(10) || '[Type]'");
     EXPECT_FALSE(compile().problem.empty());
-    EXPECT_EQ(content("Scenarios/Stock.ini"), good);
+    EXPECT_EQ(world.content("Scenarios/Stock.ini"), good);
     execute("UPDATE Actions SET Champs='a'");
     profiles.write(portSerieIni(folder.path()), "Port", "Port", "1");
     for (const char* name : {"../PortSerie", "a/b", "a\\b", "..", "a\tb"}) {
@@ -92,7 +94,7 @@ TEST_F(Scenarios, WithWhatNoFileCanHoldAreRefusedAndTheOldFileStays) {
         EXPECT_THAT(world.dialogs.texts().front(), HasSubstr("refus")) << name;
         EXPECT_EQ(readSetting(world.registry, kRacScenChx), "");
     }
-    EXPECT_EQ(content("PortSerie.ini"), "[Port]\r\nPort=1\r\n") << "reached by no name";
+    EXPECT_EQ(world.content("PortSerie.ini"), "[Port]\r\nPort=1\r\n") << "reached by no name";
     EXPECT_EQ(refusalOfName("Réception d'été (2)"_ansi), "");
 }
 

@@ -2,12 +2,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 
-#include "tests/support/fake_profile_files.h"
+#include "tests/support/system_bindings.h"
+#include "tests/support/temporary_folder.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {
@@ -16,15 +16,16 @@ namespace {
 namespace fs = std::filesystem;
 
 // A device folder and a system folder of the test's own.
-class PortNamesTest : public ::testing::Test {
-protected:
+struct PortNamesTest : ::testing::Test {
+    testing::TemporaryFolder folder;
+    const fs::path root = fs::canonical(folder.path());
+    const std::string settings = folder / "PortSerie.ini";
+    testing::SystemProfiles ini;
+
     PortNamesTest() {
-        std::string pattern = (fs::temp_directory_path() / "kalvo-ports-XXXXXX").string();
-        root = fs::canonical(mkdtemp(pattern.data()));
         fs::create_directories(root / "dev/pts");
         fs::create_directories(root / "sys/class/tty");
     }
-    void TearDown() override { fs::remove_all(root); }
 
     static void write(const fs::path& file, const std::string& text) {
         fs::create_directories(file.parent_path());
@@ -53,15 +54,14 @@ protected:
         fs::create_symlink(device, root / "sys/class/tty" / name / "device");
         return addDevice(name);
     }
-
-    fs::path root;
-    testing::FakeProfileFiles ini;
     LinuxPortNames names() {
-        return {ini, "PortSerie.ini", (root / "dev").string(), (root / "sys").string()};
+        return {ini, settings, (root / "dev").string(), (root / "sys").string()};
     }
 };
 
 TEST_F(PortNamesTest, DevicesCountInFamiliesAndByTheirNumbers) {
+    const auto ports = names();
+    EXPECT_EQ(ports.resolve(1), "") << "devices that come later are found";
     const auto acm = addDevice("ttyACM0");
     const auto usb10 = addDevice("ttyUSB10");
     const auto usb9 = addDevice("ttyUSB9");
@@ -71,7 +71,6 @@ TEST_F(PortNamesTest, DevicesCountInFamiliesAndByTheirNumbers) {
     for (const char* other : {"tty1", "ttyS", "ttyUSB", "ttyUSBx", "ttyUSB1x", "ttyAMA0", "ttyS-1"})
         addDevice(other);
 
-    const auto ports = names();
     const std::vector<std::string> expected = {serial1, serial2, usb9, usb10, acm};
     for (std::size_t i = 0; i < expected.size(); ++i)
         EXPECT_EQ(ports.resolve(static_cast<int>(i) + 1), expected[i]);
@@ -81,21 +80,14 @@ TEST_F(PortNamesTest, DevicesCountInFamiliesAndByTheirNumbers) {
 TEST_F(PortNamesTest, TheSettingsFileGoesFirstAndMovesNoOtherNumber) {
     addDevice("ttyUSB0");
     const auto second = addDevice("ttyUSB1");
-    ini.write("PortSerie.ini", "Ports", "COM1", " /dev/serial/by-id/usb-caf\xE9 ");
-    ini.write("PortSerie.ini", "Ports", "COM20", "/dev/pts/4");
+    ini.write(settings, "Ports", "COM1", " /dev/serial/by-id/usb-caf\xE9 ");
+    ini.write(settings, "Ports", "COM20", "/dev/pts/4");
 
     const auto ports = names();
     EXPECT_EQ(ports.resolve(1), "/dev/serial/by-id/usb-café");
     EXPECT_EQ(ports.resolve(2), second);
     EXPECT_EQ(ports.resolve(3), "");
     EXPECT_EQ(ports.resolve(20), "/dev/pts/4");
-}
-
-TEST_F(PortNamesTest, DevicesThatComeLaterAreFound) {
-    const auto ports = names();
-    EXPECT_EQ(ports.resolve(1), "");
-    const auto device = addDevice("ttyACM3");
-    EXPECT_EQ(ports.resolve(1), device);
 }
 
 TEST_F(PortNamesTest, TheListDescribesEachPort) {
@@ -106,7 +98,7 @@ TEST_F(PortNamesTest, TheListDescribesEachPort) {
     fs::create_directories(root / "dev/serial/by-id");
     fs::create_symlink(usb, root / "dev/serial/by-id/usb-reader");
     const auto configure = [&](const char* key, const char* device) {
-        ini.write("PortSerie.ini", "Ports", key, (root / "dev" / device).string());
+        ini.write(settings, "Ports", key, (root / "dev" / device).string());
     };
     configure("COM5", "serial/by-id/usb-reader");
     configure("COM6", "pts/7");

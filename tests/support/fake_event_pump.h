@@ -14,6 +14,7 @@ namespace kalvo::testing {
 class FakeEventPump : public EventPump {
 public:
     std::uint32_t tick = 1000;
+    std::uint32_t step = 0;  // that passes with every look at the tick count
     LocalTime time{2024, 3, 5, 14, 7, 9};
     std::vector<int> sleeps;
     int pumped = 0;
@@ -40,7 +41,7 @@ public:
         tick += static_cast<std::uint32_t>(milliseconds);
         if (whileSleeping) whileSleeping();
     }
-    std::uint32_t GetTickCount() override { return tick; }
+    std::uint32_t GetTickCount() override { return tick += step; }
     LocalTime now() override { return time; }
     void post(std::function<void()> handler) override { queue_.push_back(std::move(handler)); }
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/keyboard_input.h"
@@ -24,8 +25,26 @@ public:
     std::uint8_t platform = 2;
     bool platformSenderFails = false;
     int layoutQueries = 0;
+    bool plugged = true;
+
+    bool connected() override { return plugged; }
 
     void setLock(int virtualKey, bool on) { state_.at(static_cast<std::size_t>(virtualKey)) = on; }
+    // What the keys pressed since the last call say: letters and digits, ">" for Tab, "!" for
+    // Enter, "^" for CapsLock.
+    std::string typed() {
+        std::string text;
+        for (const auto& batch : std::exchange(batches, {})) {
+            const KeyRecord& key = batch.back();
+            if ((key.flags & kKeyEventKeyUp) != 0) continue;
+            const auto code = static_cast<char>(key.virtualKey & 0xFFU);
+            if (code == '\t') text += '>';
+            if (code == '\r') text += '!';
+            if (key.virtualKey == kVkCapital) text += '^';
+            if (code >= '0' && code <= 'Z') text += code;
+        }
+        return text;
+    }
     [[nodiscard]] bool lockOn(int virtualKey) const {
         return state_.at(static_cast<std::size_t>(virtualKey)) != 0;
     }

@@ -1,12 +1,11 @@
 // A folder of its own for every test, gone afterwards.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -44,7 +43,7 @@ private:
 inline void writeBytes(const std::string& path, const std::string& bytes) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << bytes;
-    ASSERT_TRUE(file.flush().good()) << path;
+    if (!file.flush()) throw std::runtime_error(path);
 }
 
 inline std::string bytesOf(const std::string& path) {

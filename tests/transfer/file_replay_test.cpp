@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "settings/application_paths.h"
 #include "settings/options.h"
 #include "tests/support/fake_platform.h"
 #include "text/ansi_text.h"
@@ -17,13 +16,13 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class Replay : public ::testing::Test {
-protected:
+struct Replay : ::testing::Test {
     testing::FakePlatform world;
     ScenarioRun run;
+    const std::string file = world.folder / "f.txt";
 
     Replay() {
-        run.applicationFolder = "/app";
+        run.applicationFolder = world.folder.path();
         run.active.ScenarioName = "S";
     }
 
@@ -33,21 +32,10 @@ protected:
     }
 
     bool replay(const std::string& content, std::string_view separator = ";") {
-        world.files.files["/f.txt"] = content;
-        return ReplayFile(world.platform, run, "/f.txt", separator).has_value();
+        testing::writeBytes(file, content);
+        return ReplayFile(world.platform, run, file, separator).has_value();
     }
-
-    // The letters and digits that were typed.
-    [[nodiscard]] std::string typed() const {
-        std::string text;
-        for (const auto& batch : world.keyboard.batches) {
-            const KeyRecord& key = batch.back();
-            const auto code = static_cast<char>(key.virtualKey & 0xFFU);
-            const bool down = (key.flags & kKeyEventKeyUp) == 0;
-            if (down && code >= '0' && code <= 'Z') text += code;
-        }
-        return text;
-    }
+    std::string typed() { return world.keyboard.typed(); }
 };
 
 // The frame a file becomes, as a file scenario of one field and one break shows it.
@@ -63,12 +51,12 @@ TEST_F(Replay, EveryLineBecomesARecordOfTheFrame) {
         {"a;b\n", "#", "a;b|"},
     };
     run.active.FileMode = true;
-    world.profiles.write(scenarioFile("/app", "S"), "Fichier", "Chemin", "/out.txt");
+    world.compiled("S", "Fichier", "Chemin", world.folder / "out.txt");
     actions({"&CODE", "|"});
     for (const Case& c : cases) {
         SCOPED_TRACE(c.content);
         EXPECT_TRUE(replay(std::string(c.content), c.separator));
-        EXPECT_EQ(world.files.files["/out.txt"], c.fields);
+        EXPECT_EQ(world.content("out.txt"), c.fields);
     }
 }
 
@@ -77,7 +65,6 @@ TEST_F(Replay, OfATimedScriptTheTextBehindTheLastTimerIsNotTyped) {
     EXPECT_TRUE(replay("AB;CD\n"));
     EXPECT_EQ(typed(), "AB");
     EXPECT_EQ(world.events.sleeps, (std::vector<int>{100, 70}));
-    world.keyboard.batches.clear();
     EXPECT_TRUE(replay("AB;CD\nEF;GH\n"));
     EXPECT_EQ(typed(), "ABCDEF");
 }
@@ -93,7 +80,6 @@ TEST_F(Replay, WithoutTimerOnlyAScriptWithALockTokenIsTyped) {
     EXPECT_EQ(typed(), "AB");
     EXPECT_FALSE(world.keyboard.lockOn(kVkCapital));
 
-    world.keyboard.batches.clear();
     world.keyboard.keybdEvents.clear();
     actions({"{NUMLOCK}", "&CODE", "{NUMLOCK}"});
     EXPECT_TRUE(replay("AB\n"));
@@ -103,9 +89,8 @@ TEST_F(Replay, WithoutTimerOnlyAScriptWithALockTokenIsTyped) {
 
 TEST_F(Replay, EverythingIsTypedWhereTheSiteWantsIt) {
     for (const bool whole : {false, true}) {
-        setOption(world.profiles, "/app", Option::kWholeReplay, whole ? 1 : 0);
+        setOption(world.profiles, world.folder.path(), Option::kWholeReplay, whole ? 1 : 0);
         for (const char* last : {"x", "{TIMER}x"}) {
-            world.keyboard.batches.clear();
             actions({"&CODE", last});
             EXPECT_TRUE(replay("AB\n"));
             const std::string without = *last == 'x' ? "" : "AB";
@@ -114,19 +99,14 @@ TEST_F(Replay, EverythingIsTypedWhereTheSiteWantsIt) {
     }
 }
 
-TEST_F(Replay, AFailingOutputIsReported) {
-    run.active.FileMode = true;
-    world.files.diskFull = true;
-    world.files.files["/f.txt"] = "A\n";
-    const auto report = ReplayFile(world.platform, run, "/f.txt", ";");
-    EXPECT_FALSE(report->whole());
-}
-
-TEST_F(Replay, AMissingFileIsSaidAndTypesNothing) {
-    EXPECT_FALSE(ReplayFile(world.platform, run, "/none", ";"));
+TEST_F(Replay, AMissingFileIsSaidAndAFailingOutputReported) {
+    EXPECT_FALSE(ReplayFile(world.platform, run, file, ";"));
     EXPECT_THAT(world.dialogs.texts(), ElementsAre("Le fichier n'existe pas"));
     EXPECT_THAT(world.keyboard.batches, IsEmpty());
     EXPECT_FALSE(world.progress.visible);
+    run.active.FileMode = true;
+    testing::writeBytes(file, "A\n");
+    EXPECT_FALSE(ReplayFile(world.platform, run, file, ";")->whole()) << "no path for it";
 }
 
 TEST_F(Replay, TheFormSaysWhatIsMissing) {
@@ -148,9 +128,10 @@ TEST_F(Replay, TheFileDialogStartsInTheConfiguredFolder) {
     };
     run.applicationFolder = "D:\\kalvo";
     EXPECT_EQ(startFolder(), "D:\\TEMP");
-    run.applicationFolder = "/app";
+    run.applicationFolder = world.folder.path();
     EXPECT_NE(startFolder(), "");
-    world.profiles.write(portSerieIni("/app"), "Port_série"_ansi, "Repertoire", "/lots");
+    world.profiles.write(portSerieIni(run.applicationFolder), "Port_série"_ansi, "Repertoire",
+                         "/lots");
     EXPECT_EQ(startFolder(), "/lots");
 }
 

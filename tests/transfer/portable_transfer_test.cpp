@@ -9,13 +9,11 @@
 #include "tests/support/error_of.h"
 #include "tests/support/fake_multidll.h"
 #include "tests/support/fake_platform.h"
-#include "transfer/transfer_code_text.h"
 
 namespace kalvo {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::ElementsAreArray;
 
 class RecordingView : public PortableTransferView {
 public:
@@ -55,95 +53,57 @@ struct PortableTransferTest : ::testing::Test {
     }
 };
 
+std::string joined(const std::vector<std::string>& parts) {
+    std::string all;
+    for (const std::string& part : parts) all += part + "|";
+    return all;
+}
+
 constexpr auto kOk = TransferCode::kSuccess;
 constexpr auto kMore = TransferCode::kUnsuccessfulOrMore;
-constexpr auto kBad = TransferCode::kTimeOut;
+// "+" for success, "." for more to come, "-" for a failure.
+TransferCode code(char sign) {
+    return sign == '+' ? kOk : sign == '.' ? kMore : TransferCode::kTimeOut;
+}
 
 TEST_F(PortableTransferTest, MakesEveryCallInOrderAndSaysWhatFails) {
-    using Texts = std::vector<std::string>;
-    const std::string exist = "exist 1 A TESTFILE.$$$";
-    const std::string up1 = R"(upload1 1 A TESTFILE.$$$ C:\TESTFIL2.$$$)";
-    const std::string name = R"(name C:\TESTFIL2.$$$)";
-    const std::string down1 = "download1 1 A /lot.txt RECEPT.TXT";
+    const std::string up1 = R"(upload1 1 A TESTFILE.$$$ C:\TESTFIL2.$$$|name C:\TESTFIL2.$$$|)";
+    const std::string up = "exist 1 A TESTFILE.$$$|off 1 A|" + up1;
+    const std::string down = "off 1 A|download1 1 A /lot.txt RECEPT.TXT|";
     struct Case {
         const char* what;
-        void (PortableTransfer::*operation)(PortableTransferView&);
-        TransferCode exists, off, begun, on;
-        std::deque<TransferCode> packets;
-        Texts calls, messages;
+        // What the library answers: whether the file exists, to power saving off, to the
+        // beginning, to power saving on; and to each packet.
+        const char *answers, *packets;
+        std::string calls, messages;
     };
-    const auto up = &PortableTransfer::upload;
-    const auto down = &PortableTransfer::download;
-    const Case cases[] = {
-        {"upload",
-         up,
-         kOk,
-         kOk,
-         kOk,
-         kOk,
-         {kMore, kOk},
-         {exist, "off 1 A", up1, name, "upload2", "upload2", "on 1 A"},
-         {"Succesfull"}},
-        {"not there", up, kBad, kOk, kOk, kOk, {}, {exist}, {"File doesn't exist on portable !"}},
-        {"the end shows how power saving was switched off",
-         up,
-         kOk,
-         kBad,
-         kOk,
-         kOk,
-         {kMore, kOk},
-         {exist, "off 1 A", up1, name, "upload2", "upload2", "on 1 A"},
-         {"Powersave off, error: Time out", "Time out"}},
-        {"upload refused",
-         up,
-         kOk,
-         kOk,
-         kBad,
-         kBad,
-         {},
-         {exist, "off 1 A", up1, name, "on 1 A"},
-         {"Upload1: Time out", "Powersave on, error: Time out"}},
-        {"download",
-         down,
-         kBad,
-         kOk,
-         kOk,
-         kOk,
-         {kMore, kMore, kOk},
-         {"off 1 A", down1, "download2", "download2", "download2", "on 1 A"},
-         {"Succesfull"}},
-        {"a failure among the packets",
-         down,
-         kOk,
-         kOk,
-         kOk,
-         kOk,
-         {kMore, kBad},
-         {"off 1 A", down1, "download2", "download2", "on 1 A"},
-         {"Succesfull"}},
-        {"download refused",
-         down,
-         kOk,
-         kBad,
-         kBad,
-         kOk,
-         {},
-         {"off 1 A", down1, "on 1 A"},
-         {"Powersave off, error: Time out", "Download1 Time out"}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        library.exists = c.exists;
-        library.powerOff = c.off;
-        library.begun = c.begun;
-        library.powerOn = c.on;
-        library.packets = c.packets;
+    for (const Case& c : {
+             Case{"upload", "++++", ".+", up + "upload2|upload2|on 1 A|", "Succesfull|"},
+             Case{"upload, not there", "-+++", "", "exist 1 A TESTFILE.$$$|",
+                  "File doesn't exist on portable !|"},
+             Case{"upload, whose end shows how power saving was switched off", "+-++", ".+",
+                  up + "upload2|upload2|on 1 A|", "Powersave off, error: Time out|Time out|"},
+             Case{"upload refused", "++--", "", up + "on 1 A|",
+                  "Upload1: Time out|Powersave on, error: Time out|"},
+             Case{"download", "-+++", "..+", down + "download2|download2|download2|on 1 A|",
+                  "Succesfull|"},
+             Case{"download, a failure among the packets", "++++", ".-",
+                  down + "download2|download2|on 1 A|", "Succesfull|"},
+             Case{"download refused", "+--+", "", down + "on 1 A|",
+                  "Powersave off, error: Time out|Download1 Time out|"},
+         }) {
+        library.exists = code(c.answers[0]);
+        library.powerOff = code(c.answers[1]);
+        library.begun = code(c.answers[2]);
+        library.powerOn = code(c.answers[3]);
+        for (const char* packet = c.packets; *packet != 0; ++packet)
+            library.packets.push_back(code(*packet));
         library.calls.clear();
         world.dialogs.shown.clear();
-        (transfer.*c.operation)(view);
-        EXPECT_THAT(library.calls, ElementsAreArray(c.calls));
-        EXPECT_THAT(world.dialogs.texts(), ElementsAreArray(c.messages));
-        EXPECT_FALSE(view.barVisible);
+        (*c.what == 'u') ? transfer.upload(view) : transfer.download(view);
+        EXPECT_EQ(joined(library.calls), c.calls) << c.what;
+        EXPECT_EQ(joined(world.dialogs.texts()), c.messages) << c.what;
+        EXPECT_FALSE(view.barVisible) << c.what;
     }
 }
 
@@ -175,8 +135,9 @@ TEST_F(PortableTransferTest, ShowsTheParametersThatTheLibraryKeeps) {
 }
 
 TEST_F(PortableTransferTest, TheTestFileHas450RecordsOf256Bytes) {
+    world.files.moved = {R"(C:\TESTFILE.$$$)", world.folder / "test"};
     transfer.createTestFile(view);
-    const std::string& file = world.files.files[R"(C:\TESTFILE.$$$)"];
+    const std::string file = world.content("test");
     const std::string record = std::string("\xFA\0", 2) + std::string(250, 'x') + std::string(4, 0);
     ASSERT_EQ(file.size(), 450U * 256U);
     for (std::size_t at = 0; at < file.size(); at += 256)

@@ -143,8 +143,9 @@ TEST_F(PortableWindowTest, ABreakDuringAWaitIsSaidOnce) {
 }
 
 TEST_F(PortableWindowTest, WritesTheTestFile) {
+    world.files.moved = {R"(C:\TESTFILE.$$$)", world.folder / "test"};
     press("cmdCreate");
-    EXPECT_EQ(world.files.files[R"(C:\TESTFILE.$$$)"].size(), 450U * 256U);
+    EXPECT_EQ(world.content("test").size(), 450U * 256U);
     EXPECT_EQ(at<QProgressBar>("PrgB")->maximum(), 450);
 }
 

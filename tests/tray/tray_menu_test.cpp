@@ -6,9 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "settings/application_paths.h"
 #include "settings/settings_store.h"
-#include "tests/support/fake_platform.h"
+#include "tests/support/site.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {
@@ -17,16 +16,13 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class Menu : public ::testing::Test {
-protected:
-    testing::FakePlatform world;
-    RunTimeState state;
+struct Menu : ::testing::Test, testing::Site {
     // What was opened, dispatched or ended, in order.
     std::vector<std::string> log;
     BatchJournal journal{nullptr, world.events, {}};
-    SerialReception reception{world.platform, state, journal,
+    SerialReception reception{platform, state, journal,
                               [this] { log.push_back("dispatch " + state.ReceivedData); }};
-    TrayMenu menu{world.platform,
+    TrayMenu menu{platform,
                   state,
                   reception,
                   {.showSettings = [this] { log.emplace_back("settings"); },
@@ -34,14 +30,7 @@ protected:
                    .showReplay = [this] { log.emplace_back("replay"); },
                    .endProgram = [this] { log.emplace_back("end"); }}};
 
-    Menu() {
-        state.scenario.applicationFolder = "/app";
-        world.port.open = true;
-    }
-    void scenario(const std::string& name) {
-        world.files.files[scenarioFile("/app", name)] = "";
-        world.profiles.write(scenarioFile("/app", name), "Ligne", "Champs", "&CODE@");
-    }
+    Menu() { world.port.open = true; }
 };
 
 TEST_F(Menu, SettingsOpenUnlessAPasswordIsLeftInTheRegistry) {
@@ -56,7 +45,7 @@ TEST_F(Menu, SettingsOpenUnlessAPasswordIsLeftInTheRegistry) {
 TEST_F(Menu, AnOrderScenarioBecomesTheActiveOneEachTime) {
     menu.choose(MenuEntry::kOrder);
     writeSetting(world.registry, kRacCde, "Commandes");
-    scenario("Commandes");
+    world.compiled("Commandes", "Ligne", "Champs", "&CODE@");
     menu.choose(MenuEntry::kOrder);
     menu.choose(MenuEntry::kOrder);
     EXPECT_EQ(readSetting(world.registry, kRacScenChx), "Commandes");
@@ -101,7 +90,7 @@ TEST_F(Menu, QuitClosesThePortRemovesTheIconAndEndsInATransferToo) {
 TEST_F(Menu, ReplayTakesTheConfiguredFileOrAsks) {
     menu.choose(MenuEntry::kReplay);
     EXPECT_THAT(log, ElementsAre("replay"));
-    world.profiles.write(portSerieIni("/app"), "Port_série"_ansi, "Fichier", "/lot.txt");
+    profiles.write(portSerieIni(folder.path()), "Port_série"_ansi, "Fichier", folder / "lot.txt");
     menu.choose(MenuEntry::kReplay);
     EXPECT_THAT(world.dialogs.texts(), ElementsAre("Le fichier n'existe pas"));
     EXPECT_THAT(log, ElementsAre("replay"));

@@ -137,7 +137,7 @@ TEST(TransferWindow, EscapeAndTheButtonStop) {
 TEST(FileReplayWindow, StaysOpenUntilItIsCompleteAndClosesBeforeTheReplay) {
     testing::FakePlatform world;
     ScenarioRun run;
-    world.dialogs.chosenFile = "/lot é.txt"_ansi;
+    world.dialogs.chosenFile = world.folder / "lot é.txt"_ansi.data();
     std::string order;
     auto* const window = new FileReplayWindow(
         ReplayForm(world.platform, run), [](const std::function<void()>& handler) { handler(); },

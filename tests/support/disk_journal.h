@@ -1,0 +1,32 @@
+// The journal on its real file, on a disk that can be full.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/sqlite/journal_database.h"
+#include "text/runtime_error.h"
+
+namespace kalvo::testing {
+
+class DiskJournal : public SqliteJournal {
+public:
+    bool diskFull = false;
+
+    explicit DiskJournal(const std::string& folder) : SqliteJournal(folder, Use::kReceive) {}
+    std::int64_t append(const NewBatch& batch, std::string_view bytes,
+                        std::uint64_t flowTaken) override {
+        if (diskFull) throw RuntimeError(error_number::kDiskFull, "plein");
+        return SqliteJournal::append(batch, bytes, flowTaken);
+    }
+
+    // The states and bytes of all batches, in the order of their arrival.
+    [[nodiscard]] std::vector<std::string> kept() {
+        std::vector<std::string> all;
+        for (const JournalEntry& entry : list(0))
+            all.insert(all.begin(), std::string(nameOf(entry.state)) + " " + bytes(entry.id));
+        return all;
+    }
+};
+
+}  // namespace kalvo::testing
