@@ -184,10 +184,8 @@ TEST_F(Steps, PartialFramesAskForThePlaceOfAField) {
 
 TEST_F(Steps, AnApostropheIsRefusedAndTheListShowsWhatIsStored) {
     addScenario("S", kEmulationRow, {"a"});
-    answer("l'article");
+    world.dialogs.inputs = {"l'article", "l'article"};
     EXPECT_EQ(errorOf([&] { actions.pick("Champs libre"); }), error_number::kDataSyntax);
-    EXPECT_EQ(list.rows.front(), "--- a");
-    answer("l'article");
     EXPECT_EQ(errorOf([&] { actions.editStep(0); }), error_number::kDataSyntax);
     EXPECT_EQ(list.rows.front(), "--- a");
     EXPECT_THAT(storedActions(), ElementsAre("1:a:0"));

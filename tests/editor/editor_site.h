@@ -3,7 +3,9 @@
 #pragma once
 
 #include <filesystem>
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "editor/action_editor.h"
@@ -33,6 +35,21 @@ struct EditorSite : Site {
     }
     [[nodiscard]] std::string portSetting(std::string_view key) {
         return readPortSerie(profiles, folder.path(), key);
+    }
+
+    // Chooses rows of the lists of the port's properties, in the order of the window.
+    void chooseSettings(int port, int speed, int dataBits, int parity, int stopBits, int flow,
+                        int protocol) {
+        serial.choosePort(port);
+        serial.chooseSpeed(speed);
+        serial.chooseDataBits(dataBits);
+        serial.chooseParity(parity);
+        serial.chooseStopBits(stopBits);
+        serial.chooseFlow(flow);
+        serial.chooseProtocol(protocol);
+    }
+    void setPorts(std::initializer_list<std::pair<std::string_view, std::string_view>> values) {
+        for (const auto& [key, value] : values) setPort(key, value);
     }
 
     // A new scenario with these steps, as the user would enter it.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "editor/access_lock.h"
@@ -31,8 +32,9 @@ struct Scenarios : ::testing::Test, testing::EditorSite {
     [[nodiscard]] std::string choice(std::string_view name) {
         return readSetting(world.registry, name);
     }
+    // What was said last, as this source writes it.
     [[nodiscard]] std::string lastMessage() const {
-        return world.dialogs.shown.empty() ? "" : world.dialogs.shown.back().text;
+        return world.dialogs.shown.empty() ? "" : toUtf8(world.dialogs.shown.back().text);
     }
 };
 
@@ -40,7 +42,7 @@ TEST_F(Scenarios, ANewScenarioIsNumberedAndItsStepsAreEnteredAtOnce) {
     scenarios.load();
     scenarios.createNew();
     scenarios.save();
-    EXPECT_EQ(lastMessage(), std::string("Vous devez préciser un type pour le scénario."_ansi));
+    EXPECT_EQ(lastMessage(), "Vous devez préciser un type pour le scénario.");
     EXPECT_EQ(world.dialogs.shown.back().icon, MessageIcon::kCritical);
     EXPECT_THAT(form.LstScen.rows, IsEmpty());
 
@@ -48,7 +50,7 @@ TEST_F(Scenarios, ANewScenarioIsNumberedAndItsStepsAreEnteredAtOnce) {
     scenarios.chooseType(kFileRow);
     EXPECT_TRUE(form.FraCheminShown);
     scenarios.save();
-    EXPECT_EQ(lastMessage(), std::string("Vous devez donner un nom au scénario."_ansi));
+    EXPECT_EQ(lastMessage(), "Vous devez donner un nom au scénario.");
     form.TxtNomScen = "Stock";
     world.dialogs.inputs = {"3"};
     scenarios.clickPartialFrame(true);
@@ -62,7 +64,7 @@ TEST_F(Scenarios, ANewScenarioIsNumberedAndItsStepsAreEnteredAtOnce) {
     EXPECT_EQ(record.Trame * 100 + record.Specif * 10 + record.NbrTrame, 113);
 
     addScenario("STOCK", kEmulationRow, {});
-    EXPECT_EQ(lastMessage(), std::string("Un scénario de ce nom existe déjà."_ansi));
+    EXPECT_EQ(lastMessage(), "Un scénario de ce nom existe déjà.");
     EXPECT_EQ(current.scenarioNumber, 0);
     addScenario("Deux", kEmulationRow, {});
     EXPECT_EQ(current.scenarioNumber, 2);
@@ -74,13 +76,10 @@ TEST_F(Scenarios, ANewScenarioIsNumberedAndItsStepsAreEnteredAtOnce) {
 }
 
 TEST_F(Scenarios, TheFieldCountQuestionDecidesOnTheBox) {
-    struct Case {
-        bool ticked;
-        const char* answer;
-        bool shown;
-    };
-    for (const auto& [ticked, answer, shown] : {Case{true, "2", true}, Case{true, "", false},
-                                                Case{true, "0", false}, Case{false, "2", false}}) {
+    for (const auto& [ticked, answer, shown] : {std::tuple{true, "2", true},
+                                                {true, "", false},
+                                                {true, "0", false},
+                                                {false, "2", false}}) {
         world.dialogs.inputs = {answer};
         scenarios.clickPartialFrame(ticked);
         EXPECT_EQ(form.ChcPartiel, shown) << answer;
@@ -165,8 +164,8 @@ TEST_F(Scenarios, DeletingTakesFileRowsStepsAndChoicesAlong) {
 
     scenarios.deleteScenario();
     EXPECT_EQ(lastMessage(),
-              std::string("Attention. Cette suppression sera définitive. Voulez-vous réellement "
-                          "supprimer le scénario Stock?"_ansi));
+              "Attention. Cette suppression sera définitive. Voulez-vous réellement "
+              "supprimer le scénario Stock?");
     EXPECT_TRUE(files.fileExists(file)) << "the answer was No";
     world.dialogs.confirmations = {true};
     scenarios.deleteScenario();
@@ -179,7 +178,7 @@ TEST_F(Scenarios, DeletingTakesFileRowsStepsAndChoicesAlong) {
 
     current.scenarioName.clear();
     scenarios.deleteScenario();
-    EXPECT_EQ(lastMessage(), std::string("Veuillez choisir un scénario."_ansi));
+    EXPECT_EQ(lastMessage(), "Veuillez choisir un scénario.");
     current.scenarioNumber = 1;
     EXPECT_THAT(storedActions(), Not(IsEmpty()));
 }
@@ -190,9 +189,8 @@ TEST_F(Scenarios, ChoosingOneMakesItTheOneInForce) {
     current.scenarioName.clear();
     form.LstScen.selected = -1;
     scenarios.chooseScenario();
-    EXPECT_EQ(lastMessage(), std::string("Veuillez choisir un scénario."_ansi));
+    EXPECT_EQ(lastMessage(), "Veuillez choisir un scénario.");
     EXPECT_EQ(world.dialogs.shown.back().icon, MessageIcon::kExclamation);
-
     form.LstScen.selected = 0;
     scenarios.chooseScenario();
     EXPECT_EQ(choice(kRacScenChx), "Stock");
@@ -237,8 +235,8 @@ TEST_F(Scenarios, ApplyingWithoutChoiceStillStoresThePortAndFailuresAreSummedUp)
     serial.chooseStopBits(0);
     scenarios.applyConfiguration();
     EXPECT_EQ(lastMessage(),
-              std::string("Une erreur vient de se produire. L'opération en cours a été annulée. "
-                          "Merci de bien vouloir recommencer"_ansi));
+              "Une erreur vient de se produire. L'opération en cours a été annulée. "
+              "Merci de bien vouloir recommencer");
     EXPECT_EQ(choice(kRacScenChx), "Un");
 }
 
@@ -272,9 +270,7 @@ TEST(EraseQuestion, SendsSixBytesForYesAndNothingForNo) {
     EXPECT_EQ(state.pending, 0) << "the question does not come back";
 }
 
-struct KeyTableTabs : ::testing::Test, testing::EditorSite {};
-
-TEST_F(KeyTableTabs, RenamingAKeyKeepsWhatItTypes) {
+TEST_F(Scenarios, RenamingAKeyKeepsWhatItTypes) {
     KeyTables tables = RemplirTouches(profiles, folder.path());
     ASSERT_EQ(tables.keys.size(), 15U);
     ASSERT_EQ(tables.systemKey.size(), 23U);

@@ -18,16 +18,15 @@ using testing::errorOf;
 using ::testing::IsEmpty;
 
 struct SerialSettingsWindow : ::testing::Test, testing::EditorSite {
-    SerialSettingsWindow() { state.scenario.applicationFolder = folder.path(); }
-
-    void chooseEverything() {
-        serial.choosePort(2);
-        serial.chooseSpeed(6);
-        serial.chooseDataBits(4);
-        serial.chooseParity(1);
-        serial.chooseStopBits(1);
-        serial.chooseFlow(3);
-        serial.chooseProtocol(2);
+    void chooseEverything() { chooseSettings(2, 6, 4, 1, 1, 3, 2); }
+    // The rows that are chosen in all lists.
+    [[nodiscard]] std::string chosen() const {
+        std::string rows;
+        for (const RowList* list :
+             {&serial.CboPort, &serial.CboVitesse, &serial.CboDonnées, &serial.CboParité,
+              &serial.CboArret, &serial.CboFlux, &serial.CboProtocol})
+            rows += std::to_string(list->selected) + " ";
+        return rows;
     }
     // Not every system's function keeps the blank in front of a value; nobody reads it.
     [[nodiscard]] static std::string withoutBlanks(std::string_view bytes) {
@@ -43,78 +42,56 @@ struct SerialSettingsWindow : ::testing::Test, testing::EditorSite {
     }
 };
 
-TEST_F(SerialSettingsWindow, ShowsTheListsAndNothingStoredWithoutAPort) {
+TEST_F(SerialSettingsWindow, ShowsTheListsAndWhatIsStored) {
     setPort(port_serie::kSpeed, " 9600");
     serial.ChargeCommunication();
     EXPECT_EQ(serial.CboPort.rows.front(), "COM 1");
     EXPECT_EQ(serial.CboPort.count(), 20);
     EXPECT_EQ(serial.CboVitesse.count(), 16);
     EXPECT_EQ(serial.CboVitesse.at(6), "9600");
-    for (const RowList* list :
-         {&serial.CboPort, &serial.CboVitesse, &serial.CboProtocol, &serial.CboDonnées,
-          &serial.CboParité, &serial.CboArret, &serial.CboFlux})
-        EXPECT_EQ(list->selected, -1);
+    EXPECT_EQ(chosen(), "-1 -1 -1 -1 -1 -1 -1 ") << "nothing without a port";
     EXPECT_FALSE(serial.unsaved());
-}
 
-TEST_F(SerialSettingsWindow, ShowsWhatIsStored) {
+    setPorts({{port_serie::kSpeed, " 57600"},
+              {port_serie::kDataBits, " 7"},
+              {port_serie::kParity, "O"},
+              {port_serie::kStopBits, " 1.5"},
+              {port_serie::kFlow, " 2"},
+              {port_serie::kProtocol, "Scanpal"}});
     for (const char* port : {" 3", "3"}) {
         setPort(port_serie::kPort, port);
-        setPort(port_serie::kSpeed, " 57600");
-        setPort(port_serie::kDataBits, " 7");
-        setPort(port_serie::kParity, "O");
-        setPort(port_serie::kStopBits, " 1.5");
-        setPort(port_serie::kFlow, " 2");
-        setPort(port_serie::kProtocol, "Scanpal");
         serial.ChargeCommunication();
-        EXPECT_EQ(serial.CboPort.selected, 2) << port;
-        EXPECT_EQ(serial.CboVitesse.at(serial.CboVitesse.selected), "57600");
-        EXPECT_EQ(serial.CboDonnées.selected, 3);
-        EXPECT_EQ(serial.CboParité.selected, 2);
-        EXPECT_EQ(serial.CboArret.selected, 1);
-        EXPECT_EQ(serial.CboFlux.selected, 2);
-        EXPECT_EQ(serial.CboProtocol.at(serial.CboProtocol.selected), "ScanPal");
+        EXPECT_EQ(chosen(), "2 12 3 2 1 2 1 ") << port;
     }
-    setPort(port_serie::kParity, "?");
-    setPort(port_serie::kSpeed, "HT630");
+    EXPECT_EQ(serial.CboVitesse.at(12), "57600");
+    EXPECT_EQ(serial.CboProtocol.at(1), "ScanPal");
+    setPorts({{port_serie::kParity, "?"}, {port_serie::kSpeed, "HT630"}});
     serial.ChargeCommunication();
-    EXPECT_EQ(serial.CboParité.selected, -1);
-    EXPECT_EQ(serial.CboVitesse.selected, -1);
+    EXPECT_EQ(chosen(), "2 -1 3 -1 1 2 1 ");
     EXPECT_EQ(serial.unlistedSpeed, "HT630");
 }
 
-TEST_F(SerialSettingsWindow, ChoosingChangesNothingOutside) {
+TEST_F(SerialSettingsWindow, ApplyWritesEveryKeyAndOpensThePortAgain) {
     serial.ChargeCommunication();
     chooseEverything();
     EXPECT_TRUE(serial.unsaved());
-    EXPECT_EQ(fileText(), "");
-    EXPECT_EQ(state.TerminalType, "");
-    EXPECT_THAT(world.port.log, IsEmpty());
-}
+    EXPECT_EQ(fileText() + state.TerminalType, "") << "choosing changes nothing outside";
+    serial.saveAndReconnect();
+    EXPECT_EQ(portSetting(port_serie::kProtocol), "HT630");
+    EXPECT_THAT(world.port.log, IsEmpty()) << "a port that is not used is left alone";
 
-TEST_F(SerialSettingsWindow, ApplyWritesEveryKeyAndOpensThePortAgain) {
     setPort(port_serie::kPortActive, "1");
-    serial.ChargeCommunication();
-    chooseEverything();
     world.port.open = true;
     serial.saveAndReconnect();
     EXPECT_EQ(fileText(),
-              withoutBlanks("[Port_série]\r\nPortActif=1\r\nPort= 3\r\n"
+              withoutBlanks("[Port_série]\r\nPort= 3\r\n"
                             "Bit de donnée= 8\r\nBit de parité=E\r\nBit d'arrêt= 1.5\r\n"
-                            "Vitesse= 9600\r\nProtocol=HT630\r\nFlux= 3\r\n"_ansi));
+                            "Vitesse= 9600\r\nProtocol=HT630\r\nFlux= 3\r\nPortActif=1\r\n"_ansi));
     EXPECT_THAT(world.port.log, ElementsAre("PortOpen=0", "CommPort=3", "Settings=9600,E,8,1",
                                             "SThreshold=1", "RThreshold=1", "Handshaking=3",
                                             "InputMode=0", "InputLen=1", "PortOpen=1"));
     EXPECT_EQ(state.TerminalType, "HT630");
     EXPECT_FALSE(serial.unsaved());
-}
-
-TEST_F(SerialSettingsWindow, ApplyLeavesAPortAloneThatIsNotUsed) {
-    serial.ChargeCommunication();
-    chooseEverything();
-    serial.saveAndReconnect();
-    EXPECT_EQ(portSetting(port_serie::kProtocol), "HT630");
-    EXPECT_THAT(world.port.log, IsEmpty());
 }
 
 // What a user sees who presses "Valider" of the properties with a terminal type
@@ -134,8 +111,7 @@ TEST_F(SerialSettingsWindow, ValidatingThePropertiesPutsTheTerminalTypeOverTheSp
 }
 
 TEST_F(SerialSettingsWindow, ValidatingThePropertiesKeepsThePortNumber) {
-    setPort(port_serie::kPort, "1");
-    setPort(port_serie::kProtocol, "1200");
+    setPorts({{port_serie::kPort, "1"}, {port_serie::kProtocol, "1200"}});
     serial.ChargeCommunication();
     chooseEverything();
     serial.ChargeCommunication();

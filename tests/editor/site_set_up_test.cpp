@@ -18,23 +18,7 @@ using ::testing::IsEmpty;
 using testing::kEmulationRow;
 
 struct NewSite : ::testing::Test, testing::EditorSite {
-    // The keys pressed since the last call; letters, digits, and T for Tab, E for Enter.
-    std::string typed() {
-        std::string keys;
-        for (const auto& batch : world.keyboard.batches) {
-            const KeyRecord& key = batch.back();
-            if ((key.flags & kKeyEventKeyUp) != 0 || key.virtualKey == kVkNumLock ||
-                key.virtualKey == kVkShift)
-                continue;
-            switch (key.virtualKey) {
-                case 0x09: keys += '>'; break;
-                case 0x0D: keys += '!'; break;
-                default: keys += static_cast<char>(key.virtualKey);
-            }
-        }
-        world.keyboard.batches.clear();
-        return keys;
-    }
+    std::string typed() { return world.keyboard.typed(); }
 };
 
 TEST_F(NewSite, IsSetUpTestedAndTypesItsFirstFrame) {
@@ -81,13 +65,7 @@ TEST_F(NewSite, IsSetUpTestedAndTypesItsFirstFrame) {
     EXPECT_EQ(state.scenario.active.ScenarioName, "") << "a test puts nothing in force";
 
     // Port and scenario are applied.
-    serial.choosePort(1);
-    serial.chooseSpeed(6);
-    serial.chooseDataBits(4);
-    serial.chooseParity(0);
-    serial.chooseStopBits(0);
-    serial.chooseFlow(0);
-    serial.chooseProtocol(2);
+    chooseSettings(1, 6, 4, 0, 0, 0, 2);
     scenarios.chooseConnection(0);
     scenarios.applyConfiguration();
     EXPECT_EQ(world.dialogs.shown.size(), 8U) << "no message";

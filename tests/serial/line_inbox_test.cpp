@@ -10,8 +10,7 @@
 namespace kalvo {
 namespace {
 
-class LineInboxTest : public ::testing::Test {
-protected:
+struct LineInboxTest : ::testing::Test {
     LineInboxTest() {
         inbox->setReceiveThreshold(1);
         inbox->setSendThreshold(1);
@@ -47,15 +46,13 @@ TEST_F(LineInboxTest, JoinedEventsHaveTheKindThatMattersMost) {
         EXPECT_EQ(inbox->latestEvent(), c.delivered);
         (void)inbox->take();
     }
-}
-
-TEST_F(LineInboxTest, TakenBytesLeaveTheOtherEventsInPlace) {
+    events = 0;
     inbox->received("x");
     inbox->sent(0);
     (void)inbox->take();
     pump.DoEvents();
-    EXPECT_EQ(events, 1);
-    EXPECT_EQ(inbox->latestEvent(), comm_event::kSend);
+    EXPECT_EQ(events, 1) << "taken bytes leave the other events in place";
+    EXPECT_EQ(inbox->latestEvent(), kSend);
 }
 
 TEST_F(LineInboxTest, AnEventDuringAHandlerIsDeliveredByAPumpCallOfThatHandler) {

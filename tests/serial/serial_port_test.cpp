@@ -12,30 +12,17 @@
 #include "platform/asio/custom_speed.h"
 #include "tests/serial/pty.h"
 #include "tests/serial/test_pump.h"
-#include "text/ansi_text.h"
-#include "text/runtime_error.h"
+#include "tests/support/error_of.h"
+#include "tests/support/temporary_folder.h"
 
 namespace kalvo {
 namespace {
 
 namespace fs = std::filesystem;
-using std::chrono::milliseconds;
-using std::chrono::steady_clock;
+using testing::errorOf;
 using testing::Pty;
 using testing::TestPump;
 using testing::waitUntil;
-
-// The number of the RuntimeError an action raises; 0 when it raises none.
-template <typename Action>
-int errorOf(Action action) {
-    try {
-        action();
-        return 0;
-    } catch (const RuntimeError& error) {
-        EXPECT_FALSE(error.description().empty());
-        return error.number();
-    }
-}
 
 std::string everyByte() {
     std::string bytes;
@@ -43,8 +30,7 @@ std::string everyByte() {
     return bytes;
 }
 
-class SerialPortTest : public ::testing::Test {
-protected:
+struct SerialPortTest : ::testing::Test {
     std::unique_ptr<AsioSerialPort> makePort() {
         return std::make_unique<AsioSerialPort>(pump, [this](int) { return device; });
     }
@@ -81,16 +67,13 @@ TEST_F(SerialPortTest, InputTakesAsMuchAsInputLenSaysAtTheTime) {
     open();
     line.send("ABCDEFGH");
     ASSERT_TRUE(arrived(8));
-    port->setInputLen(1);
-    EXPECT_EQ(port->Input(), "A");
-    EXPECT_EQ(port->Input(), "B");
-    port->setInputLen(3);
-    EXPECT_EQ(port->Input(), "CDE");
-    EXPECT_EQ(port->InBufferCount(), 3U);
-    port->setInputLen(0);
-    EXPECT_EQ(port->Input(), "FGH");
-    EXPECT_EQ(port->Input(), "");
-    EXPECT_EQ(port->InBufferCount(), 0U);
+    std::string taken;
+    for (const int length : {1, 1, 3, 0, 0}) {
+        port->setInputLen(length);
+        taken += port->Input();
+        taken += "|" + std::to_string(port->InBufferCount()) + " ";
+    }
+    EXPECT_EQ(taken, "A|7 B|6 CDE|3 FGH|0 |0 ");
 }
 
 TEST_F(SerialPortTest, ReceptionWhileTheProgramIsBusyBecomesOneEvent) {
@@ -107,31 +90,26 @@ TEST_F(SerialPortTest, ReceptionWhileTheProgramIsBusyBecomesOneEvent) {
 
     line.send("!");
     EXPECT_TRUE(pump.runUntil([&] { return events == 2; })) << "no event for later bytes";
-}
-
-TEST_F(SerialPortTest, BytesTakenBeforeTheDeliveryRaiseNoEvent) {
-    open();
     line.send("abc");
     ASSERT_TRUE(waitUntil([&] { return pump.queued() == 1; }));
-    EXPECT_EQ(port->Input(), "abc");
+    (void)port->Input();
     pump.DoEvents();
-    EXPECT_EQ(events, 0);
+    EXPECT_EQ(events, 2) << "for bytes taken before the delivery";
 }
 
 TEST_F(SerialPortTest, TheReceiveThresholdDecidesWhenAnEventComes) {
     open(5);
-    line.send("1234");
-    ASSERT_TRUE(arrived(4));
-    pump.DoEvents();
-    EXPECT_EQ(events, 0);
-    line.send("5");
-    EXPECT_TRUE(pump.runUntil([&] { return events == 1; }));
-
+    std::size_t count = 0;
+    const auto eventsAfter = [&](std::string_view bytes) {
+        line.send(bytes);
+        EXPECT_TRUE(arrived(count += bytes.size()));
+        pump.DoEvents();
+        return events;
+    };
+    EXPECT_EQ(eventsAfter("1234"), 0);
+    EXPECT_EQ(eventsAfter("5"), 1);
     port->setRThreshold(0);
-    line.send("6");
-    ASSERT_TRUE(arrived(6));
-    pump.DoEvents();
-    EXPECT_EQ(events, 1);
+    EXPECT_EQ(eventsAfter("6"), 1);
 }
 
 TEST_F(SerialPortTest, ASentTextRaisesAnEventOnlyWhenAskedFor) {
@@ -168,7 +146,7 @@ TEST_F(SerialPortTest, ClosingAndReopeningDropsWhatWaits) {
     EXPECT_EQ(port->Input(), "fresh");
 }
 
-TEST_F(SerialPortTest, AnAnswerSentJustBeforeTheCloseArrives) {
+TEST_F(SerialPortTest, AnAnswerSentJustBeforeTheCloseArrivesAndAStoppedLineHoldsNothingUp) {
     open();
     for (int round = 0; round < 50; ++round) {
         port->Output("ACK\r");
@@ -176,14 +154,8 @@ TEST_F(SerialPortTest, AnAnswerSentJustBeforeTheCloseArrives) {
         port->setPortOpen(true);
         ASSERT_EQ(line.receive(4), "ACK\r") << "round " << round;
     }
-}
-
-TEST_F(SerialPortTest, AStoppedLineDoesNotHoldUpTheClose) {
-    open();
     port->Output(std::string(500000, 'x'));
-    const auto start = steady_clock::now();
-    port->setPortOpen(false);
-    EXPECT_LT(steady_clock::now() - start, milliseconds(3000));
+    port->setPortOpen(false);  // for ever, if it waited until all is read
 }
 
 TEST_F(SerialPortTest, TenMegabytesAtFullSpeedArriveWholeWhileTheProgramSleeps) {
@@ -202,22 +174,22 @@ TEST_F(SerialPortTest, TenMegabytesAtFullSpeedArriveWholeWhileTheProgramSleeps) 
     EXPECT_EQ(events, 1);
 
     // One character at a time out of a long queue: hours, if each moved the rest.
-    const auto start = steady_clock::now();
     std::string received;
     port->setInputLen(1);
     for (int i = 0; i < 1000000; ++i) received += port->Input();
     port->setInputLen(0);
     received += port->Input();
-    EXPECT_LT(steady_clock::now() - start, testing::kDeadline);
     EXPECT_TRUE(received == sent);
 }
 
 TEST_F(SerialPortTest, ALostLineIsReportedOnceAndComesBackByItself) {
-    const fs::path link =
-        fs::temp_directory_path() / ("kalvo-serial-test-" + std::to_string(getpid()));
-    fs::remove(link);
-    fs::create_symlink(line.path(), link);
-    device = link.string();
+    const testing::TemporaryFolder folder;
+    device = folder / "line";
+    const auto plugIn = [this](const Pty& pty) {
+        fs::remove(device);
+        fs::create_symlink(pty.path(), device);
+    };
+    plugIn(line);
     std::vector<bool> changes;
     port->onLineChange([&](bool lost) { changes.push_back(lost); });
     port->setSettings("19200,N,8,1");
@@ -234,8 +206,7 @@ TEST_F(SerialPortTest, ALostLineIsReportedOnceAndComesBackByItself) {
     port->setSettings("38400,N,8,1");  // counts when the line is back
 
     Pty second;
-    fs::remove(link);
-    fs::create_symlink(second.path(), link);
+    plugIn(second);
     ASSERT_TRUE(pump.runUntil([&] { return changes.size() > 1; }));
     EXPECT_THAT(changes, ::testing::ElementsAre(true, false));
     EXPECT_EQ(actualSpeed(second.master()), 38400U);
@@ -254,8 +225,7 @@ TEST_F(SerialPortTest, ALostLineIsReportedOnceAndComesBackByItself) {
     EXPECT_TRUE(port->PortOpen());
     ASSERT_TRUE(pump.runUntil([&] { return changes.size() > 2; }));
     Pty third;
-    fs::remove(link);
-    fs::create_symlink(third.path(), link);
+    plugIn(third);
     ASSERT_TRUE(pump.runUntil([&] { return changes.size() > 3; }));
     EXPECT_THAT(changes, ::testing::ElementsAre(true, false, true, false));
     third.send("and again");
@@ -263,7 +233,6 @@ TEST_F(SerialPortTest, ALostLineIsReportedOnceAndComesBackByItself) {
     EXPECT_EQ(port->Input(), "and again");
     port->setPortOpen(false);
     EXPECT_EQ(heard, "and again") << "listened to on the line's own thread";
-    fs::remove(link);
 }
 
 TEST_F(SerialPortTest, ALostPortCanBeClosed) {

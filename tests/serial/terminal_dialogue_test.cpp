@@ -23,6 +23,12 @@ std::string wireOf(const DialogueOptions& options, MemoryLine& line) {
     TerminalDialogue(line, options).run(kRecords);
     return line.wire;
 }
+// The same on a line of its own, on which this is received at first.
+std::string wireOf(const DialogueOptions& options, const char* incoming = "") {
+    MemoryLine line(acknowledge);
+    line.incoming = incoming;
+    return wireOf(options, line);
+}
 
 TEST(TerminalRecords, AreReadAsTheyStand) {
     EXPECT_EQ(parseRecords("A;1\r\n\nB\xE9;;\n;\r\n\r\nlast", ';'),
@@ -44,8 +50,7 @@ TEST(TerminalRecords, PolledLinesHaveTheirColumns) {
 
 TEST(TerminalDialogue, BatchTerminalsSendOnTheirOwn) {
     const std::string batch = "A\r1\r\n3760001\r12\r\n";
-    MemoryLine line;
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kHt630}, line), batch + "FINTRANSKALVO");
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kHt630}), batch + "FINTRANSKALVO");
     MemoryLine repeated;
     EXPECT_EQ(
         wireOf({.kind = TerminalKind::kPt630, .batches = 2, .waitMilliseconds = 700}, repeated),
@@ -53,21 +58,14 @@ TEST(TerminalDialogue, BatchTerminalsSendOnTheirOwn) {
     EXPECT_EQ(repeated.times.front(), 5700);
     EXPECT_EQ(repeated.times.back(), 6400);
 
-    MemoryLine connect;
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kPt630, .announceConnection = true}, connect),
-              "PT630\xFF");
-    MemoryLine empty;
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kPt630, .emptyBatch = true}, empty), "<DEL>\r\n");
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kPt630, .announceConnection = true}), "PT630\xFF");
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kPt630, .emptyBatch = true}), "<DEL>\r\n");
 }
 
 TEST(TerminalDialogue, PolledScannersWaitForTheirCommands) {
-    MemoryLine optimus(acknowledge);
-    optimus.incoming = "noise\rREAD\r";
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus}, optimus), kFirst + kSecond + "OVER\r");
-
-    MemoryLine scanPal(acknowledge);
-    scanPal.incoming = "\nREAD\r\n";
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kScanPal, .sendsAckLines = true}, scanPal),
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus}, "noise\rREAD\r"),
+              kFirst + kSecond + "OVER\r");
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kScanPal, .sendsAckLines = true}, "\nREAD\r\n"),
               "ACK\r" + kFirst + "ACK\r" + kSecond + "ACK\rOVER\rOVER\r");
 
     MemoryLine silent;
@@ -98,19 +96,12 @@ TEST(TerminalDialogue, ARecordWithoutAnswerIsSentAgainAndThenGivenUp) {
 }
 
 TEST(TerminalDialogue, FaultsHitTheRecordTheyNameOnce) {
-    MemoryLine lost(acknowledge);
-    lost.incoming = "READ\r";
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus, .ackTimeout = 100, .lostAck = 2}, lost),
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus, .ackTimeout = 100, .lostAck = 2}, "READ\r"),
               kFirst + kSecond + kSecond + "OVER\r");
-
     // The host ignores the short line, so it is sent again, whole.
-    MemoryLine cut(acknowledge);
-    cut.incoming = "READ\r";
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus, .cutRecord = 1}, cut),
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus, .cutRecord = 1}, "READ\r"),
               kFirst.substr(0, 14) + "\r" + kFirst + kSecond + "OVER\r");
-
-    MemoryLine batch;
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kHt630, .cutRecord = 2}, batch),
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kHt630, .cutRecord = 2}),
               "A\r1\r\n37600\r\nFINTRANSKALVO");
 }
 

@@ -3,11 +3,16 @@
 #include <set>
 #include <string>
 
+#include "tests/support/error_of.h"
 #include "text/ansi_text.h"
+#include "text/field_text.h"
+#include "text/number_text.h"
 #include "text/oem_text.h"
 
 namespace kalvo {
 namespace {
+
+using testing::errorOf;
 
 TEST(AnsiText, LiteralsBecomeOneByteACharacter) {
     EXPECT_EQ("Port_série"_ansi, "Port_s\xE9rie");
@@ -15,19 +20,24 @@ TEST(AnsiText, LiteralsBecomeOneByteACharacter) {
     EXPECT_EQ(""_ansi, "");
 }
 
-TEST(AnsiText, EveryByteSurvivesTheWayThroughUnicode) {
+TEST(AnsiText, GoesThroughUnicodeAndOemTextWithoutLoss) {
+    std::set<unsigned char> codes;
     for (int byte = 0; byte < 256; ++byte) {
-        const std::string ansi(1, static_cast<char>(byte));
-        EXPECT_EQ(fromUtf8(toUtf8(ansi)), ansi) << "byte " << byte;
+        const char ansi = static_cast<char>(byte);
+        EXPECT_EQ(fromUtf8(toUtf8(std::string(1, ansi))), std::string(1, ansi)) << "byte " << byte;
+        EXPECT_EQ(oemToAnsi(ansiToOem(ansi)), ansi) << "byte " << byte;
+        codes.insert(ansiToOem(ansi));
     }
+    EXPECT_EQ(codes.size(), 256U);
+    // Codes of page 850.
+    const std::string_view letters = "éÿÔ€A"_ansi;
+    for (const auto& [at, code] : {std::pair{0U, 130}, {1U, 152}, {2U, 226}, {3U, 213}, {4U, 65}})
+        EXPECT_EQ(ansiToOem(letters[at]), code);
 }
 
 TEST(AnsiText, WhatHasNoCharacterBecomesAQuestionMark) {
     EXPECT_EQ(fromUtf8("a→b"), "a?b");
-    EXPECT_EQ(fromUtf8("a\xE9"
-                       "b"),
-              "a?b")
-        << "a stray byte is not UTF-8";
+    EXPECT_EQ(fromUtf8("a\xE9-"), "a?-") << "a stray byte is not UTF-8";
     EXPECT_EQ(fromUtf8("\xC3"), "?") << "a cut sequence ends the text";
     EXPECT_EQ(fromUtf8("\U0001F600!"), "?!");
 }
@@ -39,22 +49,70 @@ TEST(AnsiText, ComparingIgnoresTheCaseOfAccentedLetters) {
     EXPECT_FALSE(equalIgnoringCase("ab", "abc"));
 }
 
-TEST(OemText, AccentedLettersHaveTheirCodesOfPage850) {
-    EXPECT_EQ(ansiToOem("é"_ansi[0]), 130);
-    EXPECT_EQ(ansiToOem("ÿ"_ansi[0]), 152);
-    EXPECT_EQ(ansiToOem("Ô"_ansi[0]), 226);
-    EXPECT_EQ(ansiToOem("€"_ansi[0]), 213);
-    EXPECT_EQ(ansiToOem('A'), 65);
+TEST(Fields, AreEndedByTheirSeparator) {
+    struct Case {
+        const char* text;
+        std::size_t n;
+        const char* separator;
+        const char* expected;
+    };
+    for (const auto& [text, n, separator, expected] :
+         {Case{"A;B;C", 3, ";", ""}, Case{"A;B;C;", 3, ";", "C"}, Case{";B;", 1, ";", ""},
+          Case{";B;", 2, ";", "B"}, Case{"A;B;", 0, ";", ""}, Case{"A;B;", 9, ";", ""},
+          Case{"X{TIMER}Y{TIMER}", 1, "{TIMER}", "X"},
+          Case{"X{TIMER}Y{TIMER}", 2, "{TIMER}", "TIMER}Y"},
+          Case{"X{TIMER}{TIMER}", 2, "{TIMER}", "TIMER}"}, Case{"aaa", 2, "aa", ""},
+          Case{"aaab", 2, "aa", ""}, Case{"A", 1, "", ""},
+          // The second "aa" begins one character behind the first.
+          Case{"xaaay", 2, "aa", ""}})
+        EXPECT_EQ(GetField(text, n, separator), expected) << text << " field " << n;
+    FieldCursor cursor("xaaay", "aa");
+    EXPECT_EQ(cursor.next(), "x");
+    EXPECT_EQ(cursor.next(), "");
+    EXPECT_TRUE(cursor.found()) << "an empty field between two separators";
+    cursor.next();
+    EXPECT_FALSE(cursor.found());
 }
 
-TEST(OemText, NoAnsiCharacterIsLost) {
-    std::set<unsigned char> codes;
-    for (int byte = 0; byte < 256; ++byte) {
-        const char ansi = static_cast<char>(byte);
-        codes.insert(ansiToOem(ansi));
-        EXPECT_EQ(oemToAnsi(ansiToOem(ansi)), ansi) << "byte " << byte;
-    }
-    EXPECT_EQ(codes.size(), 256U);
+TEST(Separators, AreCountedWithoutOverlap) {
+    EXPECT_EQ(CountSeparators("", ";"), 0U);
+    EXPECT_EQ(CountSeparators("A;;B;", ";"), 3U);
+    EXPECT_EQ(CountSeparators("aaaa", "aa"), 2U);
+    EXPECT_EQ(CountSeparators("{TIMER}x{TIMER", "{TIMER}"), 1U);
+    EXPECT_EQ(CountSeparators("abc", ""), 0U);
+}
+
+struct Number {
+    const char* text;
+    int expected;
+};
+
+TEST(NumberText, TheIntegerPartIsThatOfTheLeadingNumber) {
+    for (const auto& [text, expected] :
+         {Number{" 9600", 9600}, Number{"9600,N", 9600}, Number{"1.5", 1}, Number{" 1 2", 12},
+          Number{"", 0}, Number{"HT630", 0}, Number{"-1.5", -2}, Number{"+7", 7}, Number{"-", 0},
+          Number{"1e3", 1000}, Number{"99999999999", 2147483647}, Number{"nan", 0},
+          Number{"inf", 0}, Number{"1e999", 2147483647}})
+        EXPECT_EQ(integerPart(text), expected) << '"' << text << '"';
+    EXPECT_EQ(requiredIntegerPart(" 9600"), 9600);
+    EXPECT_EQ(requiredIntegerPart("1,5"), 1);
+    for (const char* text : {"9600 bauds", "HT630"})
+        EXPECT_EQ(errorOf([&] { (void)requiredIntegerPart(text); }), error_number::kTypeMismatch);
+    for (const auto& [text, number] : {Number{" 9600", 9600}, Number{" 0", 0}, Number{"-3", -3}})
+        EXPECT_EQ(withSignPosition(number), text);
+}
+
+TEST(NumberText, SixteenBitConversionRoundsHalfToEvenAndFailsWithTheNumberOfItsError) {
+    for (const auto& [text, expected] :
+         {Number{" 500 ", 500}, Number{"0.5", 0}, Number{"1.5", 2}, Number{"2.5", 2},
+          Number{"2,5", 2}, Number{"-32768", -32768}, Number{"32767.4", 32767}, Number{"+3", 3}})
+        EXPECT_EQ(toInteger16(text), expected) << '"' << text << '"';
+    for (const auto& [text, error] :
+         {Number{"", error_number::kTypeMismatch}, Number{"12abc", error_number::kTypeMismatch},
+          Number{"-", error_number::kTypeMismatch}, Number{"1 2", error_number::kTypeMismatch},
+          Number{"nan", error_number::kTypeMismatch}, Number{"32768", error_number::kOverflow},
+          Number{"-32769", error_number::kOverflow}, Number{"1e400", error_number::kOverflow}})
+        EXPECT_EQ(errorOf([&] { (void)toInteger16(text); }), error) << '"' << text << '"';
 }
 
 }  // namespace
