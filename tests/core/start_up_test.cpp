@@ -69,46 +69,33 @@ TEST_F(StartingUp, BringsEverythingUpAndShowsTheIcon) {
     EXPECT_THAT(world.icon.log[1], HasSubstr("add "));
 }
 
-TEST_F(StartingUp, AnInactivePortIsNotOpenedAndNothingIsSaid) {
+TEST_F(StartingUp, SaysWhatIsMissing) {
     portSerie("PortActif", "0");
     start();
-    EXPECT_FALSE(world.port.open);
+    EXPECT_FALSE(world.port.open) << "an inactive port is not opened, and nothing is said";
     EXPECT_THAT(world.dialogs.shown, IsEmpty());
     EXPECT_EQ(tip(), expectedTip("1", "Stock"));
-}
+    EXPECT_EQ(world.content("Scenarios/Stock.ini"), "")
+        << "not in the table: not compiled, but its file from before still serves";
 
-TEST_F(StartingUp, AnEmptyPortAsksForTheSettings) {
+    portSerie("PortActif", "1");
     portSerie("Port", "");
     start();
-    EXPECT_THAT(
-        world.dialogs.texts(),
-        ElementsAre(std::string("Veuillez configurer les paramétres de communication."_ansi)));
     EXPECT_EQ(settingsOpened, 1);
     EXPECT_FALSE(world.icon.log.empty());
-}
-
-TEST_F(StartingUp, AnOpenPortIsNotOpenedAgain) {
-    world.port.open = true;
-    world.port.port = 7;
-    start();
-    EXPECT_THAT(world.dialogs.texts(),
-                ElementsAre(std::string("Le port de communication : 7 est déja ouvert"_ansi)));
-    EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kCritical);
-    EXPECT_THAT(world.port.log, IsEmpty());
-}
-
-TEST_F(StartingUp, WithoutAScenarioTheIconSaysSo) {
+    portSerie("Port", "2");
     writeSetting(world.registry, kRacScenChx, "");
     start();
     EXPECT_EQ(tip(), expectedTip("2", "Aucun scénario choisi"_ansi));
-    EXPECT_THAT(world.dialogs.texts(),
-                ElementsAre(std::string("Aucun scénario n'est défini"_ansi)));
-}
-
-TEST_F(StartingUp, AScenarioNoLongerInTheTableIsNotCompiled) {
+    world.port.port = 7;
+    world.port.log.clear();
     start();
-    EXPECT_EQ(world.content("Scenarios/Stock.ini"), "");
-    EXPECT_EQ(tip(), expectedTip("2", "Stock")) << "its file from before still serves";
+    EXPECT_THAT(world.port.log, IsEmpty()) << "an open port is not opened again";
+    EXPECT_EQ(world.dialogs.shown[3].icon, MessageIcon::kCritical);
+    EXPECT_THAT(world.dialogs.texts(),
+                ElementsAre("Veuillez configurer les paramétres de communication."_ansi,
+                            "Aucun scénario n'est défini"_ansi, "Aucun scénario n'est défini"_ansi,
+                            "Le port de communication : 7 est déja ouvert"_ansi));
 }
 
 TEST_F(StartingUp, ErrorsAreShownAndTheProgramGoesOn) {

@@ -71,7 +71,7 @@ TEST_F(Steps, ReplacingGoesThroughAStatementWithoutItsBlank) {
     EXPECT_THAT(storedActions(), ElementsAre("1:a:0", "2:b:0", "3:c:0"));
 }
 
-TEST_F(Steps, InsertingTakesTheGapBeforeTheSelectedStep) {
+TEST_F(Steps, InsertingTakesTheGapBeforeTheSelectedStepAndDeletingClosesIt) {
     addScenario("S", kEmulationRow, {"&CODE", "&QTY"});
     actions.mnuinsert();
     EXPECT_EQ(world.dialogs.texts().back(),
@@ -84,20 +84,28 @@ TEST_F(Steps, InsertingTakesTheGapBeforeTheSelectedStep) {
     EXPECT_THAT(list.rows, ElementsAre("--- Touche F1", "--- &CODE", "--- &QTY"));
     EXPECT_THAT(storedActions(), ElementsAre("1:Touche F1:0", "2:&CODE:0", "3:&QTY:0"));
     EXPECT_FALSE(actions.insertMode);
+
+    actions.select(-1);
+    actions.mnusupp();
+    EXPECT_EQ(world.dialogs.texts().back(),
+              std::string("Vous devez selectionner un champs à supprimer"_ansi));
+    actions.select(0);
+    actions.mnusupp();
+    EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0", "2:&QTY:0")) << "the ranks close up";
+    actions.select(1);
+    actions.mnusupp();
+    EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0"));
+    EXPECT_THAT(list.rows, ElementsAre("--- &CODE"));
 }
 
 TEST_F(Steps, AnInsertThatIsGivenUpLeavesNoGap) {
     const std::vector<std::string> before = {"1:a:0", "2:b:0", "3:c:0"};
-    struct Case {
-        const char* how;
-        std::function<void()> giveUp;
-    };
     addScenario("S", kEmulationRow, {"a", "b", "c"});
-    for (const auto& [how, giveUp] :
-         std::vector<Case>{{"another row", [&] { actions.select(3); }},
-                           {"loading", [&] { scenarios.loadSelected(); }},
-                           {"deleting the gap", [&] { actions.mnusupp(); }},
-                           {"choosing the scenario", [&] { scenarios.chooseScenario(); }}}) {
+    for (const auto& [how, giveUp] : std::vector<std::pair<const char*, std::function<void()>>>{
+             {"another row", [&] { actions.select(3); }},
+             {"loading", [&] { scenarios.loadSelected(); }},
+             {"deleting the gap", [&] { actions.mnusupp(); }},
+             {"choosing the scenario", [&] { scenarios.chooseScenario(); }}}) {
         actions.select(1);
         actions.mnuinsert();
         giveUp();
@@ -112,20 +120,6 @@ TEST_F(Steps, AnInsertThatIsGivenUpLeavesNoGap) {
     state.database->Execute("UPDATE Actions SET NumAction=7 WHERE NumAction=3");
     actions.reload();
     EXPECT_EQ(storedActions(), before) << "a gap from an earlier run";
-}
-
-TEST_F(Steps, DeletingClosesTheRanks) {
-    addScenario("S", kEmulationRow, {"a", "b", "c"});
-    actions.mnusupp();
-    EXPECT_EQ(world.dialogs.texts().back(),
-              std::string("Vous devez selectionner un champs à supprimer"_ansi));
-    actions.select(0);
-    actions.mnusupp();
-    EXPECT_THAT(storedActions(), ElementsAre("1:b:0", "2:c:0"));
-    actions.select(1);
-    actions.mnusupp();
-    EXPECT_THAT(storedActions(), ElementsAre("1:b:0"));
-    EXPECT_THAT(list.rows, ElementsAre("--- b"));
 }
 
 TEST_F(Steps, MarkersStandAtTheEndAndAreNoSteps) {

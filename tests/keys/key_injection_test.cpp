@@ -15,8 +15,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class Sending : public ::testing::Test {
-protected:
+struct Sending : ::testing::Test {
     testing::FakeKeyboard keyboard;
     testing::FakeEventPump events;
     Keysend keysend{keyboard, events};
@@ -55,11 +54,8 @@ TEST_F(Sending, RecordsCarryScanCodesAndTheFlagsOfTheFamily) {
     const std::vector<KeyRecord> down = {{0x10, 0x90, 8}, {0x141, 0xC1, 8}};
     const std::vector<KeyRecord> up = {{0x10, 0x90, 10}, {0x141, 0xC1, 10}};
     EXPECT_THAT(keyboard.batches, ElementsAre(down, up));
-}
-
-TEST_F(Sending, TheLayoutIsAskedForAtEveryKeyEvent) {
-    typed("ab");
-    EXPECT_EQ(keyboard.layoutQueries, 4);
+    typed("b");
+    EXPECT_EQ(keyboard.layoutQueries, 4) << "the layout is asked for at every key event";
 }
 
 TEST_F(Sending, LocksAreOffWhileTypingAndBackAfterwards) {
@@ -76,18 +72,12 @@ TEST_F(Sending, LocksAreOffWhileTypingAndBackAfterwards) {
 }
 
 TEST_F(Sending, AScriptsOwnLockKeysCountAgainstTheInitialState) {
-    struct Case {
-        const char* script;
-        bool before;
-        bool after;
-    };
-    for (const auto& [script, before, after] :
-         {Case{"{CAPSLOCK}", false, false}, Case{"{CAPSLOCK}", true, true},
-          Case{"{CAPSLOCK 2}", false, false}, Case{"{CAPSLOCK 2}", true, true}}) {
-        keyboard.setLock(kVkCapital, before);
-        typed(script);
-        EXPECT_EQ(keyboard.lockOn(kVkCapital), after) << script << (before ? " from on" : "");
-    }
+    for (const char* script : {"{CAPSLOCK}", "{CAPSLOCK 2}"})
+        for (const bool before : {false, true}) {
+            keyboard.setLock(kVkCapital, before);
+            typed(script);
+            EXPECT_EQ(keyboard.lockOn(kVkCapital), before) << script;
+        }
     typed("{NUMLOCK 2}");
     EXPECT_FALSE(keyboard.lockOn(kVkNumLock));
     keyboard.setLock(kVkNumLock, true);
@@ -104,9 +94,7 @@ TEST_F(Sending, DigitsOfTheWaitSwitchRestoringOff) {
     const auto before = events.tick;
     typed("a", 1);
     EXPECT_GT(events.tick - before, 20U) << "and any wait pauses";
-}
-
-TEST_F(Sending, WaitingEndsWhenTheTickCountWrapsAround) {
+    // Waiting ends when the tick count wraps around.
     events.tick = 0xFFFFFFFE;
     keysend.WaitWithEvents(1000);
     EXPECT_LT(events.tick, 10U);

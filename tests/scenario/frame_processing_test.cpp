@@ -12,6 +12,7 @@
 #include "scenario/scenario_store.h"
 #include "settings/options.h"
 #include "tests/support/site.h"
+#include "tests/support/words.h"
 
 namespace kalvo {
 namespace {
@@ -80,17 +81,14 @@ TEST_F(Processing, ATimerSetsThePauseAndSplitsTheScript) {
 
 TEST_F(Processing, LaterPassesStartAtTheLoopPoint) {
     actions({"a", "&CODE", "b"});
-    struct Case {
-        const char* boucle;
-        const char* depart;
-        const char* expected;
-    };
-    for (const auto& [boucle, depart, expected] :
-         {Case{"2", "3", "a1b2b3b"}, Case{"0", "0", "a1ba2ba3b"}, Case{"", "2", "1b2b3b"},
-          Case{"", "", "a1ba2ba3b"}, Case{"x", "2", "a1b2b3b"}, Case{"-4", "", "a1ba2ba3b"}}) {
-        index("Boucle", boucle);
-        index("Depart", depart);
-        EXPECT_EQ(process("1\r2\r3\r"), expected) << boucle << '/' << depart;
+    // Boucle, Depart, script.
+    for (const std::string& row : testing::split(
+             "2 3 a1b2b3b|0 0 a1ba2ba3b|'' 2 1b2b3b|'' '' a1ba2ba3b|x 2 a1b2b3b|-4 '' a1ba2ba3b",
+             "|")) {
+        const auto c = testing::words(row);
+        index("Boucle", c[0].c_str());
+        index("Depart", c[1].c_str());
+        EXPECT_EQ(process("1\r2\r3\r"), c[2]) << row;
     }
 }
 
@@ -202,18 +200,15 @@ TEST_F(Processing, TheCounterAdvancesOncePerFrame) {
 }
 
 TEST_F(Processing, TheDecimalSeparatorIsPutIn) {
-    struct Case {
-        const char* text;
-        const char* separator;
-        const char* expected;
-    };
-    for (const auto& [text, separator, expected] :
-         {Case{"12.5", "", "12.5"}, Case{"12.5 1.0", ",", "12,5 1,0"}, Case{"12.00", "x", "12"},
-          Case{"12.50", "x", "12.50"}, Case{"1.000", "x", "10"}, Case{"12,00", "x", "12"},
-          Case{"1,5", ".", "1.5"}, Case{"1.5,2", ",", "1,5,2"}, Case{"{A.B}", ",", "{A,B}"},
-          Case{"15", ",", "15"}})
-        EXPECT_EQ(withDecimalSeparator(text, separator), expected) << text << ' ' << separator;
-
+    // Text -> separator -> result.
+    for (const std::string& row : testing::split(
+             "12.5 ->  -> 12.5|12.5 1.0 -> , -> 12,5 1,0|12.00 -> x -> 12|12.50 -> x -> 12.50|"
+             "1.000 -> x -> 10|12,00 -> x -> 12|1,5 -> . -> 1.5|1.5,2 -> , -> 1,5,2|"
+             "{A.B} -> , -> {A,B}|15 -> , -> 15",
+             "|")) {
+        const auto c = testing::split(row, " -> ");
+        EXPECT_EQ(withDecimalSeparator(c[0], c[1]), c[2]) << row;
+    }
     actions({"&PRIX", "{F1}."});
     run.DecimalSeparator = ",";
     EXPECT_EQ(process("2.5\r"), "2,5{F1},");

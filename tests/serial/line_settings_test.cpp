@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 #include <tuple>
 
+#include "tests/support/words.h"
 #include "text/runtime_error.h"
 
 namespace kalvo {
@@ -35,14 +35,13 @@ TEST(LineSettings, ReadsEveryForm) {
 }
 
 TEST(LineSettings, RefusesEverythingElse) {
-    // Behind each "|" another one; the first is empty.
-    std::istringstream all(
-        "|,,,|9600|9600,N,8|9600,N,8,1,|9600,N,8,1,1| 9600,N,8,1|9600 ,N,8,1|9600,N,8,1 |"
-        "9600,N, 8,1|0,N,8,1|-9600,N,8,1|+9600,N,8,1|9600.0,N,8,1|0x2580,N,8,1|4000001,N,8,1|"
-        "99999999999,N,8,1|HT630,N,8,1|,N,8,1|9600,,8,1|9600,n,8,1|9600,X,8,1|9600,NN,8,1|"
-        "9600,N,3,1|9600,N,9,1|9600,N,08,1|9600,N,,1|9600,N,8,|9600,N,8,0|9600,N,8,3|"
-        "9600,N,8,1,5|9600,N,8,1.50|9600;N;8;1");
-    for (std::string text; std::getline(all, text, '|');) {
+    for (const std::string& text : testing::split(
+             "|,,,|9600|9600,N,8|9600,N,8,1,|9600,N,8,1,1| 9600,N,8,1|9600 ,N,8,1|9600,N,8,1 |"
+             "9600,N, 8,1|0,N,8,1|-9600,N,8,1|+9600,N,8,1|9600.0,N,8,1|0x2580,N,8,1|4000001,N,8,1|"
+             "99999999999,N,8,1|HT630,N,8,1|,N,8,1|9600,,8,1|9600,n,8,1|9600,X,8,1|9600,NN,8,1|"
+             "9600,N,3,1|9600,N,9,1|9600,N,08,1|9600,N,,1|9600,N,8,|9600,N,8,0|9600,N,8,3|"
+             "9600,N,8,1,5|9600,N,8,1.50|9600;N;8;1",
+             "|")) {
         try {
             (void)parseLineSettings(text);
             ADD_FAILURE() << "accepted: " << text;

@@ -81,19 +81,5 @@ TEST(TerminalOptions, AreReadFromTheCommandLine) {
         EXPECT_NE(parseTerminalOptions({"--help"}).help.find(option), std::string::npos);
 }
 
-TEST(TerminalOptions, RefuseCallsThatMakeNoSense) {
-    std::istringstream calls(
-        "|HT630 f|HT999 --pty f|HT630 --pty|HT630 --pty f g|HT630 --pty --device /dev/x f|"
-        "HT630 --device /dev/x --link l f|HT630 --device /dev/x --wait-open f|HT630 --pty --device|"
-        "HT630 --pty --connect|PT630 --pty --connect --empty|PT630 --pty --empty f|"
-        "PT630 --pty --tab f|PT630 --pty --lose-ack 1 f|HT630 --pty --unknown f|"
-        "HT630 --pty --speed 0 f|HT630 --pty --speed 9600x f|HT630 --pty --repeat 0 f|"
-        "HT630 --pty --wait -1 f|HT630 --pty --noise 1.5 f|HT630 --pty --noise nan f|"
-        "HT630 --pty --pause 300 f|HT630 --pty --pause 300: f|HT630 --pty --separator ab f|"
-        "HT630 --pty --separator '' f");
-    for (std::string call; std::getline(calls, call, '|');)
-        EXPECT_THROW((void)parseTerminalOptions(words(call)), UsageError) << call;
-}
-
 }  // namespace
 }  // namespace kalvo

@@ -2,45 +2,30 @@
 #pragma once
 
 #include <chrono>
-#include <deque>
 #include <functional>
 #include <mutex>
+#include <stdexcept>
 #include <thread>
-#include <utility>
 
-#include "platform/event_pump.h"
+#include "platform/queued_event_pump.h"
 
 namespace kalvo::testing {
 
 inline constexpr std::chrono::seconds kDeadline{20};
 
-class TestPump : public EventPump {
+class TestPump : public QueuedEventPump {
 public:
+    TestPump()
+        : QueuedEventPump(
+              [](const RuntimeError& e) { throw std::runtime_error(e.description()); }) {}
+
     void DoEvents() override {
-        for (;;) {
-            std::function<void()> handler;
-            {
-                const std::lock_guard lock(mutex_);
-                if (queue_.empty()) return;
-                handler = std::move(queue_.front());
-                queue_.pop_front();
-            }
-            handler();
+        while (deliverWaiting()) {
         }
     }
     void waitForEvents(int milliseconds) override {
         DoEvents();
         Sleep(milliseconds);
-    }
-    [[nodiscard]] bool ending() override { return false; }
-    void Sleep(int milliseconds) override {
-        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
-    }
-    std::uint32_t GetTickCount() override { return 0; }
-    LocalTime now() override { return {}; }
-    void post(std::function<void()> handler) override {
-        const std::lock_guard lock(mutex_);
-        queue_.push_back(std::move(handler));
     }
 
     // Delivers events until the condition holds; false after the deadline.
@@ -60,8 +45,7 @@ public:
     }
 
 private:
-    std::mutex mutex_;
-    std::deque<std::function<void()>> queue_;
+    void wake() override {}
 };
 
 // Waits without delivering any event; false after the deadline.

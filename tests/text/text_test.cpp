@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tests/support/error_of.h"
+#include "tests/support/words.h"
 #include "text/ansi_text.h"
 #include "text/field_text.h"
 #include "text/number_text.h"
@@ -13,6 +14,8 @@ namespace kalvo {
 namespace {
 
 using testing::errorOf;
+using testing::split;
+using testing::words;
 
 TEST(AnsiText, LiteralsBecomeOneByteACharacter) {
     EXPECT_EQ("Port_série"_ansi, "Port_s\xE9rie");
@@ -50,22 +53,16 @@ TEST(AnsiText, ComparingIgnoresTheCaseOfAccentedLetters) {
 }
 
 TEST(Fields, AreEndedByTheirSeparator) {
-    struct Case {
-        const char* text;
-        std::size_t n;
-        const char* separator;
-        const char* expected;
-    };
-    for (const auto& [text, n, separator, expected] :
-         {Case{"A;B;C", 3, ";", ""}, Case{"A;B;C;", 3, ";", "C"}, Case{";B;", 1, ";", ""},
-          Case{";B;", 2, ";", "B"}, Case{"A;B;", 0, ";", ""}, Case{"A;B;", 9, ";", ""},
-          Case{"X{TIMER}Y{TIMER}", 1, "{TIMER}", "X"},
-          Case{"X{TIMER}Y{TIMER}", 2, "{TIMER}", "TIMER}Y"},
-          Case{"X{TIMER}{TIMER}", 2, "{TIMER}", "TIMER}"}, Case{"aaa", 2, "aa", ""},
-          Case{"aaab", 2, "aa", ""}, Case{"A", 1, "", ""},
-          // The second "aa" begins one character behind the first.
-          Case{"xaaay", 2, "aa", ""}})
-        EXPECT_EQ(GetField(text, n, separator), expected) << text << " field " << n;
+    // Text, number, separator, field; the second "aa" of "xaaay" begins one character behind
+    // the first.
+    for (const std::string& row :
+         split("A;B;C 3 ; ''|A;B;C; 3 ; C|;B; 1 ; ''|;B; 2 ; B|A;B; 0 ; ''|A;B; 9 ; ''|"
+               "X{TIMER}Y{TIMER} 1 {TIMER} X|X{TIMER}Y{TIMER} 2 {TIMER} TIMER}Y|"
+               "X{TIMER}{TIMER} 2 {TIMER} TIMER}|aaa 2 aa ''|aaab 2 aa ''|A 1 '' ''|xaaay 2 aa ''",
+               "|")) {
+        const auto c = words(row);
+        EXPECT_EQ(GetField(c[0], std::stoul(c[1]), c[2]), c[3]) << row;
+    }
     FieldCursor cursor("xaaay", "aa");
     EXPECT_EQ(cursor.next(), "x");
     EXPECT_EQ(cursor.next(), "");

@@ -1,0 +1,59 @@
+// A scenario's test and its preview: nothing that is in force changes.
+#include "editor/test_run.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "editor/script_preview.h"
+#include "tests/editor/editor_site.h"
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+struct ScenarioTest : ::testing::Test, testing::EditorSite {
+    [[nodiscard]] ScriptPreview preview(std::string_view frame) {
+        return previewScript(platform, state, current.scenarioNumber, frame);
+    }
+};
+
+TEST_F(ScenarioTest, IsPreviewedThenTypedFourTimes) {
+    addScenario("Stock", testing::kEmulationRow,
+                {"&CODE", "Touche Tab", "&QTY", std::string("Touche Entrée"_ansi)});
+    EXPECT_EQ(preview("REF\r\n12\r\n").script, "REF{TAB}12{ENTER}");
+    EXPECT_FALSE(files.fileExists(scenarioFile(folder.path(), "Stock")));
+    EXPECT_THAT(world.keyboard.batches, IsEmpty());
+
+    // It asks four times for each field, and types after two seconds.
+    world.dialogs.inputs = {"a", "1", "b", "2", "c", "3", "d", "4"};
+    bool minimised = false;
+    runScenarioTest(platform, state, current, [&] { minimised = true; });
+    EXPECT_TRUE(minimised);
+    EXPECT_EQ(world.dialogs.shown.size(), 8U);
+    EXPECT_EQ(world.dialogs.shown[1].text, "Valeur du champs &QTY");
+    EXPECT_THAT(world.events.sleeps, ::testing::Contains(2000));
+    EXPECT_EQ(world.keyboard.typed(), "A>1!B>2!C>3!D>4!");
+    EXPECT_EQ(state.scenario.active.ScenarioName, "") << "a test puts nothing in force";
+}
+
+TEST_F(ScenarioTest, LeavesAnotherOneInForce) {
+    addScenario("Actif", testing::kEmulationRow, {"&CODE", "Touche Tab"});
+    scenarios.chooseScenario();
+    addScenario("Essai", testing::kFileRow, {"&QTY", "x"});
+    scenarios.editPath(folder / "lot.txt");
+    EXPECT_TRUE(preview("1\r").toFile);
+    EXPECT_EQ(preview("1\r2\r").script, "1x2x");
+    world.dialogs.inputs = {"1", "2", "3", "4"};
+    runScenarioTest(platform, state, current, [] {});
+    EXPECT_THAT(state.scenario.active.ActionLines, ElementsAre("", "&CODE", "Touche Tab"));
+    EXPECT_FALSE(state.scenario.active.FileMode);
+    current.scenarioNumber = 99;
+    EXPECT_EQ(preview("1\r").script, "") << "no such scenario";
+}
+
+}  // namespace
+}  // namespace kalvo
