@@ -277,27 +277,20 @@ TEST(FrameFields, AreEndedByCarriageReturns) {
 
 TEST(PartialFrames, RecordsComeOutInSlotOrder) {
     struct Case {
-        const char* frame;
-        std::vector<std::int16_t> map;
+        const char *frame, *map;
         std::int16_t count;
         const char* expected;
     };
-    for (const auto& [frame, map, count, expected] : {
-             Case{"a\rb\r", {2, 1}, 2, "b\ra\r"},
-             Case{"a\rb\rc\rd\r", {2, 1}, 2, "b\ra\rd\rc\r"},
-             Case{"a\rb\rc\r", {2, 1}, 2, "b\ra\r"},
-             Case{"a\rb\rc", {1, 1, 2}, 2, "a\ra\rb\r"},
-             Case{"a\rb\r", {9, 1, -1, 0}, 2, "\ra\r\r\r"},
-             Case{"a\r\nb\r\n", {1, 2}, 2, "a\r\nb\r"},
-             Case{"a\rb\r", {}, 1, ""},
-             Case{"a\rb\r", {1}, 0, ""},
-             Case{"a\rb\r", {1}, -5, ""},
-             Case{"a\rb\r", {1}, 32767, ""},
-             Case{"", {1}, 1, ""},
-         }) {
+    for (const auto& [frame, map, count, expected] :
+         {Case{"a\rb\r", "2 1", 2, "b\ra\r"}, Case{"a\rb\rc\rd\r", "2 1", 2, "b\ra\rd\rc\r"},
+          Case{"a\rb\rc\r", "2 1", 2, "b\ra\r"}, Case{"a\rb\rc", "1 1 2", 2, "a\ra\rb\r"},
+          Case{"a\rb\r", "9 1 -1 0", 2, "\ra\r\r\r"}, Case{"a\r\nb\r\n", "1 2", 2, "a\r\nb\r"},
+          Case{"a\rb\r", "", 1, ""}, Case{"a\rb\r", "1", 0, ""}, Case{"a\rb\r", "1", -5, ""},
+          Case{"a\rb\r", "1", 32767, ""}, Case{"", "1", 1, ""}}) {
         std::vector<SubFrameSlot> slots(1);
-        for (const std::int16_t subFrame : map)
-            slots.push_back({static_cast<std::int16_t>(slots.size()), subFrame});
+        for (const std::string& subFrame : testing::words(map))
+            slots.push_back({static_cast<std::int16_t>(slots.size()),
+                             static_cast<std::int16_t>(std::stoi(subFrame))});
         EXPECT_EQ(reassembleSubFrames(frame, slots, count), expected) << frame << " by " << count;
     }
 }

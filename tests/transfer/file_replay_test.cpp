@@ -8,6 +8,7 @@
 
 #include "settings/options.h"
 #include "tests/support/fake_platform.h"
+#include "tests/support/words.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {
@@ -41,62 +42,42 @@ struct Replay : ::testing::Test {
 // The frame a file becomes, as a file scenario of one field and one break shows it.
 TEST_F(Replay, EveryLineBecomesARecordOfTheFrame) {
     struct Case {
-        std::string_view content, separator, fields;
-    };
-    const Case cases[] = {
-        {"a;b\r\nc;d\r\ne;f", ";", "a|b|c|d|e|f|"},
-        {"a;b;\n", ";", "a|b|"},
-        {"a\r\r\nb\n", ";", "a|b|"},
-        {"a||b\n\nc\n", "||", "a|b||c|"},
-        {"a;b\n", "#", "a;b|"},
+        const char *content, *separator, *fields;
     };
     run.active.FileMode = true;
     world.compiled("S", "Fichier", "Chemin", world.folder / "out.txt");
     actions({"&CODE", "|"});
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.content);
-        EXPECT_TRUE(replay(std::string(c.content), c.separator));
-        EXPECT_EQ(world.content("out.txt"), c.fields);
+    for (const Case& c : {Case{"a;b\r\nc;d\r\ne;f", ";", "a|b|c|d|e|f|"},
+                          Case{"a;b;\n", ";", "a|b|"}, Case{"a\r\r\nb\n", ";", "a|b|"},
+                          Case{"a||b\n\nc\n", "||", "a|b||c|"}, Case{"a;b\n", "#", "a;b|"}}) {
+        EXPECT_TRUE(replay(c.content, c.separator)) << c.content;
+        EXPECT_EQ(world.content("out.txt"), c.fields) << c.content;
     }
 }
 
-TEST_F(Replay, OfATimedScriptTheTextBehindTheLastTimerIsNotTyped) {
-    actions({"&CODE", "&Timer 70", "&QTY"});
-    EXPECT_TRUE(replay("AB;CD\n"));
-    EXPECT_EQ(typed(), "AB");
-    EXPECT_EQ(world.events.sleeps, (std::vector<int>{100, 70}));
-    EXPECT_TRUE(replay("AB;CD\nEF;GH\n"));
-    EXPECT_EQ(typed(), "ABCDEF");
-}
-
-TEST_F(Replay, WithoutTimerOnlyAScriptWithALockTokenIsTyped) {
-    actions({"&CODE"});
-    EXPECT_TRUE(replay("AB\n"));
-    EXPECT_EQ(typed(), "");
-
-    actions({"{CAPSLOCK}", "&CODE"});
-    world.keyboard.setLock(kVkCapital, true);
-    EXPECT_TRUE(replay("AB\n"));
-    EXPECT_EQ(typed(), "AB");
-    EXPECT_FALSE(world.keyboard.lockOn(kVkCapital));
-
-    world.keyboard.keybdEvents.clear();
-    actions({"{NUMLOCK}", "&CODE", "{NUMLOCK}"});
-    EXPECT_TRUE(replay("AB\n"));
-    EXPECT_EQ(typed(), "AB");
-    EXPECT_EQ(world.keyboard.keybdEvents.size(), 4U);
-}
-
-TEST_F(Replay, EverythingIsTypedWhereTheSiteWantsIt) {
+TEST_F(Replay, OnlyTextBeforeATimerOrWithALockTokenIsTypedUnlessTheSiteWantsAll) {
+    struct Case {
+        const char *actions, *frame, *typed, *typedWhole;
+    };
     for (const bool whole : {false, true}) {
         setOption(world.profiles, world.folder.path(), Option::kWholeReplay, whole ? 1 : 0);
-        for (const char* last : {"x", "{TIMER}x"}) {
-            actions({"&CODE", last});
-            EXPECT_TRUE(replay("AB\n"));
-            const std::string without = *last == 'x' ? "" : "AB";
-            EXPECT_EQ(typed(), whole ? "ABX" : without) << last;
+        for (const Case& c :
+             {Case{"&CODE x", "AB\n", "", "ABX"}, Case{"&CODE {TIMER}x", "AB\n", "AB", "ABX"},
+              Case{"&CODE {TIMER} &QTY", "AB;CD\nEF;GH\n", "ABCDEF", "ABCDEFGH"},
+              Case{"{CAPSLOCK} &CODE", "AB\n", "AB", "AB"},
+              Case{"{NUMLOCK} &CODE {NUMLOCK}", "AB\n", "AB", "AB"}}) {
+            actions(testing::words(c.actions));
+            EXPECT_TRUE(replay(c.frame));
+            EXPECT_EQ(typed(), whole ? c.typedWhole : c.typed) << c.actions;
         }
     }
+    EXPECT_EQ(world.keyboard.keybdEvents.size(), 8U) << "the two NumLock keys, twice";
+    world.events.sleeps.clear();
+    actions({"{CAPSLOCK}", "&CODE", "&Timer 70"});
+    world.keyboard.setLock(kVkCapital, true);
+    EXPECT_TRUE(replay("AB\n"));
+    EXPECT_FALSE(world.keyboard.lockOn(kVkCapital));
+    EXPECT_EQ(world.events.sleeps.back(), 70);
 }
 
 TEST_F(Replay, AMissingFileIsSaidAndAFailingOutputReported) {

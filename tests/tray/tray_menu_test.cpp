@@ -33,13 +33,17 @@ struct Menu : ::testing::Test, testing::Site {
     Menu() { world.port.open = true; }
 };
 
-TEST_F(Menu, SettingsOpenUnlessAPasswordIsLeftInTheRegistry) {
+TEST_F(Menu, SettingsOpenUnlessAPasswordIsLeftInTheRegistryAndReplayAsksOrTakesTheConfiguredFile) {
     menu.choose(MenuEntry::kSettings);
-    EXPECT_THAT(log, ElementsAre("settings"));
+    menu.choose(MenuEntry::kReplay);
+    EXPECT_THAT(log, ElementsAre("settings", "replay"));
     writeSetting(world.registry, "MDPUTL", "x");
+    profiles.write(portSerieIni(folder.path()), "Port_série"_ansi, "Fichier", folder / "lot.txt");
     menu.choose(MenuEntry::kSettings);
-    EXPECT_THAT(log, ElementsAre("settings"));
-    EXPECT_THAT(world.dialogs.texts(), ElementsAre(std::string("Problème de mot de passe"_ansi)));
+    menu.choose(MenuEntry::kReplay);
+    EXPECT_EQ(log.size(), 2U);
+    EXPECT_THAT(world.dialogs.texts(),
+                ElementsAre("Problème de mot de passe"_ansi, "Le fichier n'existe pas"));
 }
 
 TEST_F(Menu, AnOrderScenarioBecomesTheActiveOneEachTime) {
@@ -85,15 +89,6 @@ TEST_F(Menu, QuitClosesThePortRemovesTheIconAndEndsInATransferToo) {
     };
     EXPECT_THROW(menu.choose(MenuEntry::kTransfer), ProgramEnd);
     EXPECT_THAT(log, ElementsAre("end", "end")) << "nothing is dispatched any more";
-}
-
-TEST_F(Menu, ReplayTakesTheConfiguredFileOrAsks) {
-    menu.choose(MenuEntry::kReplay);
-    EXPECT_THAT(log, ElementsAre("replay"));
-    profiles.write(portSerieIni(folder.path()), "Port_série"_ansi, "Fichier", folder / "lot.txt");
-    menu.choose(MenuEntry::kReplay);
-    EXPECT_THAT(world.dialogs.texts(), ElementsAre("Le fichier n'existe pas"));
-    EXPECT_THAT(log, ElementsAre("replay"));
 }
 
 TEST(MenuHighlight, GoesRoundWithTheArrows) {

@@ -61,15 +61,21 @@ TEST(Keyboard, KnowsTheFamilyAndTheOemCodes) {
     EXPECT_THROW(keyboard.SendKeys("a", false), RuntimeError);
 }
 
+// Presses and releases a lock key; its state while it is held.
+int press(WindowsKeyboard& keyboard, std::uint8_t lock) {
+    const auto scan = static_cast<std::uint8_t>(keyboard.MapVirtualKeyA(lock));
+    keyboard.keybd_event(lock, scan, kKeyEventExtendedKey);
+    const int held = keyboard.GetKeyState(lock);
+    keyboard.keybd_event(lock, scan, kKeyEventExtendedKey | kKeyEventKeyUp);
+    return held;
+}
+
 TEST(Keyboard, SeesTheLocksItSwitchesAtOnce) {
     WindowsKeyboard keyboard;
     for (const std::uint8_t lock : kLocks) {
         const auto before = keyboard.GetKeyState(lock) & 1;
         for (const int expected : {1 - before, before}) {
-            const auto scan = static_cast<std::uint8_t>(keyboard.MapVirtualKeyA(lock));
-            keyboard.keybd_event(lock, scan, kKeyEventExtendedKey);
-            EXPECT_LT(keyboard.GetKeyState(lock), 0) << "held";
-            keyboard.keybd_event(lock, scan, kKeyEventExtendedKey | kKeyEventKeyUp);
+            EXPECT_LT(press(keyboard, lock), 0) << "held";
             EXPECT_EQ(keyboard.GetKeyState(lock), expected) << lock;
         }
     }
@@ -80,11 +86,6 @@ TEST(Keyboard, ScriptsPutTheLocksBack) {
     WindowsKeyboard keyboard;
     testing::FakeEventPump events;
     Keysend keysend(keyboard, events);
-    const auto press = [&](std::uint8_t lock) {
-        const auto scan = static_cast<std::uint8_t>(keyboard.MapVirtualKeyA(lock));
-        keyboard.keybd_event(lock, scan, kKeyEventExtendedKey);
-        keyboard.keybd_event(lock, scan, kKeyEventExtendedKey | kKeyEventKeyUp);
-    };
     const auto states = [&] {
         std::string text;
         for (const int lock : kLocks)
@@ -94,7 +95,7 @@ TEST(Keyboard, ScriptsPutTheLocksBack) {
     ASSERT_EQ(states(), "000");
     for (const std::string initial : {"000", "100", "010", "001", "111"}) {
         for (std::size_t i = 0; i < 3; ++i)
-            if (states()[i] != initial[i]) press(kLocks[i]);
+            if (states()[i] != initial[i]) press(keyboard, kLocks[i]);
         ASSERT_EQ(states(), initial);
         for (const char* script : {"", "aB\xE9", "{NUMLOCK 2}", "{SCROLLLOCK}{SCROLLLOCK}"}) {
             keysend.SendKeyScript(script, 0);
@@ -103,36 +104,29 @@ TEST(Keyboard, ScriptsPutTheLocksBack) {
     }
     keysend.SendKeyScript("{CAPSLOCK}", 0);
     EXPECT_EQ(states(), "111") << "off at first, then the script's own press";
-    for (const std::uint8_t lock : kLocks) press(lock);
+    for (const std::uint8_t lock : kLocks) press(keyboard, lock);
     keysend.SendKeyScript("{CAPSLOCK}", 0);
     EXPECT_EQ(states(), "000") << "the script's press is taken back";
 }
 
-TEST(Keyboard, RecordsOfOneBatchGoTogether) {
+TEST(Keyboard, RecordsGoTogetherAndTheKeyStateArrayIsTheThreadsOwn) {
     WindowsKeyboard keyboard;
-    auto& layout = keyboard.foregroundLayout();
-    const std::uint16_t scan = layout.MapVirtualKeyExA(kVkShift);
-    const std::vector<KeyRecord> down{{kVkShift, scan, kKeyEventScanCode}};
-    const std::vector<KeyRecord> up{{kVkShift, scan, kKeyEventScanCode | kKeyEventKeyUp}};
-    keyboard.SendInput(down);
-    EXPECT_LT(keyboard.GetKeyState(kVkShift), 0);
-    keyboard.SendInput(up);
-    EXPECT_GE(keyboard.GetKeyState(kVkShift), 0);
+    const std::uint16_t scan = keyboard.foregroundLayout().MapVirtualKeyExA(kVkShift);
+    for (const std::uint32_t up : {0U, kKeyEventKeyUp}) {
+        keyboard.SendInput(std::vector<KeyRecord>{{kVkShift, scan, kKeyEventScanCode | up}});
+        EXPECT_EQ(keyboard.GetKeyState(kVkShift) < 0, up == 0);
+    }
     keyboard.SendInput({});
-}
 
-TEST(KeyStateArray, IsTheThreadsOwn) {
-    WindowsKeyboard keyboard;
     std::array<std::uint8_t, 256> state{};
-    keyboard.GetKeyboardState(state);
-    const std::uint8_t before = state[kVkNumLock];
-    state[kVkNumLock] = before ^ 1U;
-    keyboard.SetKeyboardState(state);
     std::array<std::uint8_t, 256> after{};
-    keyboard.GetKeyboardState(after);
-    EXPECT_EQ(after[kVkNumLock], before ^ 1U);
-    state[kVkNumLock] = before;
-    keyboard.SetKeyboardState(state);
+    keyboard.GetKeyboardState(state);
+    for (int flip = 0; flip < 2; ++flip) {  // and back
+        state[kVkNumLock] ^= 1U;
+        keyboard.SetKeyboardState(state);
+        keyboard.GetKeyboardState(after);
+        EXPECT_EQ(after[kVkNumLock], state[kVkNumLock]);
+    }
 }
 
 }  // namespace
