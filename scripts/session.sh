@@ -37,7 +37,7 @@ start_x_server() {
   until_true "serveur X" grep -q . "$work/display"
   DISPLAY=:$(cat "$work/display")
   export DISPLAY
-  setxkbmap "$1" 2>/dev/null || true
+  setxkbmap "$1" 2>/dev/null || fail "disposition de clavier $1"
 }
 
 # start_desktop_session: a window manager and a notification area at the bottom right.
@@ -140,8 +140,7 @@ frame_processed() {
 # save_editor: the program types the editor's own commands, too.
 save_editor() {
   printf '^o{ENTER}' | "$bin/kalvo-horizon" --app-dir "$site" type -
-  until_true "enregistrement" cmp "$work/expected.txt" "$work/typed.txt" ||
-    fail "ce qui est arrivé diffère ($work/expected.txt, $work/typed.txt)"
+  until_true "ce qui est attendu ($work/expected.txt, $work/typed.txt)" cmp "$work/expected.txt" "$work/typed.txt"
 }
 
 # Windows of a desktop session, by a pattern of their titles.
@@ -170,11 +169,13 @@ start_desktop() {
   program=$!
   processes+=("$program")
 }
-# end_desktop: SIGTERM ends it, cleanly and soon.
-end_desktop() {
-  kill -TERM "$program"
-  until_true "fin propre" test ! -d "/proc/$program"
+# end_cleanly PROCESS: SIGTERM ends it soon, and its exit code is 0.
+end_cleanly() {
+  kill -TERM "$1"
+  until_true "fin propre" test ! -d "/proc/$1"
+  wait "$1" || fail "code de retour $?"
 }
+end_desktop() { end_cleanly "$program"; }
 
 # desktop_test LAYOUT: what every test of the desktop program begins with.
 desktop_test() {
