@@ -25,8 +25,7 @@ const char* const kLicences =
     "<li>Qt 6 : GNU LGPL version 3</li>"
     "<li>SQLite : domaine public</li>"
     "<li>Asio : Boost Software License 1.0</li>"
-    "<li>libxkbcommon, XCB, libX11 : MIT</li>"
-    "<li>libmdb (mdbtools) : GNU LGPL version 2</li></ul>";
+    "<li>libxkbcommon, XCB, libX11 : MIT</li></ul>";
 
 struct Tool {
     const char* program;

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <system_error>
 
-#include "platform/jet/jet_error.h"
+#include "platform/jet/jet_signature.h"
 #include "platform/jet/jet_tables.h"
 #include "platform/sqlite/database_path.h"
 #include "platform/sqlite/file_placement.h"
@@ -78,7 +78,6 @@ void fillExisting(const fs::path& file, const JetTables& tables) {
 JetTables readSource(const fs::path& source) {
     std::error_code error;
     if (!fs::exists(source, error)) throw fileMissingError(shownName(source));
-    if (jetVersionOf(source) == JetVersion::kNone) throw formatError(shownName(source));
     return readJetTables(source);
 }
 
@@ -130,7 +129,7 @@ JetImportReport importJetDatabase(const fs::path& source, std::string_view targe
 
 std::optional<JetUpgrade> upgradeJetInPlace(std::string_view path) {
     const fs::path file = databaseFile(path);
-    if (jetVersionOf(file) == JetVersion::kNone) return std::nullopt;
+    if (jetVersionOfFile(file) == JetVersion::kNone) return std::nullopt;
     const JetTables tables = readSource(file);
     const TemporaryFile made(file);
     buildScenarioDatabase(made.path(),

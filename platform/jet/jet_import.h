@@ -1,7 +1,5 @@
 // Bringing the scenarios of a Jet database (the files of the former data engine)
-// into a scenario database. Paths are code page 1252 but
-// for that of a source, which may be any file. To be called before the
-// program starts threads: the file is read in a forked process.
+// into a scenario database. All paths are code page 1252.
 #pragma once
 
 #include <cstddef>
@@ -9,8 +7,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "platform/jet/jet_signature.h"
 
 namespace kalvo {
 
@@ -22,8 +18,8 @@ struct JetImportReport {
 // Copies the three tables of `source` into `target`, which is made, or must hold
 // neither scenarios nor actions yet; all of it or, on an error, nothing. The source
 // is only read. RuntimeError 3024 when it is missing, 3343 when it is not a Jet
-// database or damaged, 3078 and 3265 for a missing table or column, 58 when the
-// target holds scenarios, and those of opening and writing the target.
+// database, damaged, protected or too new, 3078 and 3265 for a missing table or column,
+// 58 when the target holds scenarios, and those of opening and writing the target.
 JetImportReport importJetDatabase(const std::filesystem::path& source, std::string_view target);
 
 struct JetUpgrade {
