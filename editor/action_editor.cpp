@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "editor/warning.h"
 #include "keys/key_files.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
@@ -187,8 +188,7 @@ void ActionEditor::editStep(int row) {
 
 void ActionEditor::mnuinsert() {
     if (!stepSelected()) {
-        platform_.dialogs.message("Veuillez sélectionner un champ avant d'insérer"_ansi,
-                                  kApplicationTitle, MessageIcon::kExclamation);
+        showWarning(platform_.dialogs, "Veuillez sélectionner un champ avant d'insérer"_ansi);
         return;
     }
     if (insertMode) return;
@@ -200,8 +200,7 @@ void ActionEditor::mnuinsert() {
 
 void ActionEditor::mnusupp() {
     if (!stepSelected()) {
-        platform_.dialogs.message("Vous devez selectionner un champs à supprimer"_ansi,
-                                  kApplicationTitle, MessageIcon::kExclamation);
+        showWarning(platform_.dialogs, "Vous devez selectionner un champs à supprimer"_ansi);
         return;
     }
     keepTrue([&] { removeSelected(); });

@@ -2,17 +2,12 @@
 
 #include <vector>
 
+#include "editor/warning.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
 #include "platform/file_system.h"
-#include "platform/notify_icon.h"
-#include "platform/serial_port.h"
-#include "scenario/scenario_compiler.h"
-#include "scenario/scenario_loader.h"
 #include "scenario/scenario_store.h"
-#include "scenario/tray_tip.h"
 #include "settings/application_paths.h"
-#include "settings/settings_store.h"
 #include "text/number_text.h"
 #include "text/runtime_error.h"
 
@@ -26,37 +21,18 @@ std::vector<std::string> scenarioTypes() {
 
 std::string scenarioRow(std::string_view name) { return std::string(kRowPrefix).append(name); }
 
-void warn(const Platform& platform, std::string_view text) {
-    platform.dialogs.message(text, kApplicationTitle, MessageIcon::kExclamation);
-}
-
 }  // namespace
 
 void ScenarioEditor::load() {
     form.CboType.rows = scenarioTypes();
     ChargeScenarios();
-    ChargeScenForChoix();
-    readChoices();
-    form.txtSep = readSetting(platform_.registry, kSepDec);
-    form.CboChoixText = form.RacScenChx;
-    form.CboChoix.select(form.RacScenChx);
+    choices_.load();
 }
 
 void ScenarioEditor::ChargeScenarios() {
     form.LstScen.clear();
     for (const std::string& name : scenarioNames(*state_.database))
         form.LstScen.rows.push_back(scenarioRow(name));
-}
-
-void ScenarioEditor::ChargeScenForChoix() {
-    form.CboChoix = {scenarioNames(*state_.database)};
-    form.CboChoix.select(form.CboChoixText);
-}
-
-void ScenarioEditor::readChoices() {
-    form.RacInvent = pendingInvent_.value_or(readSetting(platform_.registry, kRacInvent));
-    form.RacCde = pendingCde_.value_or(readSetting(platform_.registry, kRacCde));
-    form.RacScenChx = readSetting(platform_.registry, kRacScenChx);
 }
 
 void ScenarioEditor::select(int row) {
@@ -162,7 +138,7 @@ void ScenarioEditor::save() {
     }
     if (!nameIsFree()) return;
     keepTrue([&] { insertNew(); });
-    ChargeScenForChoix();
+    choices_.ChargeScenForChoix();
     stepsShown = true;
     actions_.ChargeTouches();
     actions_.loadSteps(0, 0);
@@ -171,11 +147,11 @@ void ScenarioEditor::save() {
 // A scenario is found by its name, and so is its compiled file: it needs one of its own.
 bool ScenarioEditor::nameIsFree() {
     if (trimBlanks(form.TxtNomScen).empty()) {
-        warn(platform_, "Vous devez donner un nom au scénario."_ansi);
+        showWarning(platform_.dialogs, "Vous devez donner un nom au scénario."_ansi);
         return false;
     }
     if (!findScenario(*state_.database, form.TxtNomScen)) return true;
-    warn(platform_, "Un scénario de ce nom existe déjà."_ansi);
+    showWarning(platform_.dialogs, "Un scénario de ce nom existe déjà."_ansi);
     return false;
 }
 
@@ -201,7 +177,7 @@ void ScenarioEditor::insertNew() {
 void ScenarioEditor::deleteScenario() {
     const std::string name = current_.scenarioName;
     if (name.empty()) {
-        warn(platform_, "Veuillez choisir un scénario."_ansi);
+        showWarning(platform_.dialogs, "Veuillez choisir un scénario."_ansi);
         return;
     }
     if (!platform_.dialogs.confirm(
@@ -216,20 +192,7 @@ void ScenarioEditor::deleteScenario() {
         form.LstScen.remove(form.LstScen.selected);
         kalvo::deleteScenario(*state_.database, current_.scenarioNumber);
     });
-    for (const std::string_view choice : {kRacScenChx, kRacInvent, kRacCde})
-        if (readSetting(platform_.registry, choice) == name)
-            writeSetting(platform_.registry, choice, "");
-    forget(name);
-    readChoices();
-    ChargeScenForChoix();
-}
-
-// A scenario that is gone is neither the current one nor anybody's choice.
-void ScenarioEditor::forget(const std::string& name) {
-    if (connectionChoice_ == name) connectionChoice_.clear();
-    if (form.CboChoixText == name) form.CboChoixText.clear();
-    if (pendingInvent_ == name) pendingInvent_.reset();
-    if (pendingCde_ == name) pendingCde_.reset();
+    choices_.forget(name);
     current_.scenarioNumber = 0;
     current_.scenarioName.clear();
     stepsShown = false;
@@ -238,86 +201,18 @@ void ScenarioEditor::forget(const std::string& name) {
     form.TxtChemin.clear();
 }
 
-void ScenarioEditor::writeChoices(std::string_view chosen) {
-    writeSetting(platform_.registry, kRacInvent, form.RacInvent);
-    writeSetting(platform_.registry, kRacCde, form.RacCde);
-    writeSetting(platform_.registry, kRacScenChx, chosen);
-    pendingInvent_.reset();
-    pendingCde_.reset();
-    form.RacScenChx = chosen;
-    state_.RacInvent = form.RacInvent;
-    state_.RacCde = form.RacCde;
-}
-
-void ScenarioEditor::compile(std::string_view name) {
-    if (name.empty()) return;
-    actions_.cancelInsert();
-    const auto numero = findScenario(*state_.database, name);
-    if (!numero) return;
-    const Compilation compilation =
-        CompileScenario(platform_, *state_.database, state_.scenario.applicationFolder, *numero);
-    if (!compilation.problem.empty()) warn(platform_, compilation.problem);
-}
-
 void ScenarioEditor::chooseScenario() {
     const std::string name = current_.scenarioName.empty()
                                  ? rowText(form.LstScen.at(form.LstScen.selected))
                                  : current_.scenarioName;
     if (name.empty()) {
-        warn(platform_, "Veuillez choisir un scénario."_ansi);
+        showWarning(platform_.dialogs, "Veuillez choisir un scénario."_ansi);
         return;
     }
-    writeChoices(name);
-    compile(name);
-    LoadActiveScenario(platform_, state_.scenario);
+    choices_.putInForce(name);
     updateChemin(*state_.database, current_.scenarioNumber, form.TxtChemin);
-    connectionChoice_.clear();
-    form.CboChoixText = name;
-    form.CboChoix.select(name);
 }
 
-void ScenarioEditor::chooseConnection(int row) {
-    form.CboChoix.selected = row;
-    connectionChoice_ = form.CboChoixText = form.CboChoix.at(row);
-}
-
-void ScenarioEditor::chooseInventory(std::string_view name) {
-    pendingInvent_ = form.RacInvent = name;
-}
-
-void ScenarioEditor::chooseOrder(std::string_view name) { pendingCde_ = form.RacCde = name; }
-
-void ScenarioEditor::applyChoice(const std::string& choice) {
-    writeChoices(choice);
-    if (form.txtSep.size() != 1) form.txtSep = ".";
-    writeSetting(platform_.registry, kSepDec, form.txtSep);
-    state_.scenario.DecimalSeparator = form.txtSep;
-    compile(choice);
-    compile(form.RacInvent);
-    compile(form.RacCde);
-    LoadActiveScenario(platform_, state_.scenario);
-    connectionChoice_.clear();
-}
-
-void ScenarioEditor::applyConfiguration() {
-    try {
-        const std::string choice =
-            connectionChoice_.empty() ? form.CboChoixText : connectionChoice_;
-        if (choice.empty())
-            warn(platform_, "Vous devez entrer un choix pour le scenario choisi.");
-        else
-            applyChoice(choice);
-        serial_.saveAndReconnect();
-    } catch (const RuntimeError&) {
-        warn(platform_,
-             "Une erreur vient de se produire. L'opération en cours a été annulée. Merci de bien "
-             "vouloir recommencer"_ansi);
-    }
-    platform_.icon.modify(trayTip(platform_.port.CommPort(), state_.scenario.active.ScenarioName));
-}
-
-bool ScenarioEditor::unsaved() const {
-    return enteringNew() || !connectionChoice_.empty() || pendingInvent_ || pendingCde_;
-}
+bool ScenarioEditor::unsaved() const { return enteringNew() || choices_.unsaved(); }
 
 }  // namespace kalvo

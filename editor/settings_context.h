@@ -7,6 +7,7 @@
 
 #include "editor/action_editor.h"
 #include "editor/current_scenario.h"
+#include "editor/scenario_choices.h"
 #include "editor/scenario_editor.h"
 #include "editor/serial_config.h"
 #include "platform/platform.h"
@@ -33,6 +34,7 @@ struct SettingsContext {
     CurrentScenario& current;
     SerialConfig& serial;
     ActionEditor& actions;
+    ScenarioChoices& choices;
     ScenarioEditor& scenarios;
     SettingsServices services;
     // Delivers, then shows everywhere what has changed.

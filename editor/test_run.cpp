@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "core/script_typing.h"
+#include "editor/warning.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
@@ -69,8 +70,7 @@ void runScenarioTest(const Platform& platform, RunTimeState& state, const Curren
     ScenarioRun& run = state.scenario;
     const Compilation compilation =
         CompileScenario(platform, *state.database, run.applicationFolder, scenario->Numero);
-    if (!compilation.problem.empty())
-        platform.dialogs.message(compilation.problem, kApplicationTitle, MessageIcon::kExclamation);
+    if (!compilation.problem.empty()) showWarning(platform.dialogs, compilation.problem);
     const KeptScenario kept(run, scenario->Nom);
     LoadTestScenario(platform, run, scenario->Nom);
     run.keys.LoadKeyCorrespondence(platform.profiles, run.applicationFolder);

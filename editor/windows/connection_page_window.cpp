@@ -29,7 +29,7 @@ ConnectionPage::ConnectionPage(const SettingsContext& context) : context_(contex
           QStyle::SP_DialogApplyButton,
           "Enregistre et applique toute la configuration, puis rouvre le port (Entrée).",
           {Qt::Key_Return, Qt::Key_Enter, Qt::ALT | Qt::Key_V},
-          [this] { context_.act([this] { context_.scenarios.applyConfiguration(); }); }},
+          [this] { context_.act([this] { context_.choices.applyConfiguration(); }); }},
          {"Fermer",
           QStyle::SP_DialogCloseButton,
           "Ferme la fenêtre sans rien enregistrer (Échap).",
@@ -38,14 +38,14 @@ ConnectionPage::ConnectionPage(const SettingsContext& context) : context_(contex
 
     CboChoix = makeComboBox("CboChoix",
                             "Le scénario appliqué à ce que les terminaux envoient chaque jour.",
-                            [this](int row) { context_.scenarios.chooseConnection(row); });
+                            [this](int row) { context_.choices.chooseConnection(row); });
     CboInvent = makeComboBox("CboInvent", "Le scénario réservé aux inventaires.", [this](int row) {
-        context_.scenarios.chooseInventory(row <= 0 ? std::string()
+        context_.choices.chooseInventory(row <= 0 ? std::string()
                                                     : fromQString(CboInvent->itemText(row)));
     });
     CboCde = makeComboBox(
         "CboCde", "Le scénario que l'entrée Commande du menu met en service.", [this](int row) {
-            context_.scenarios.chooseOrder(row <= 0 ? std::string()
+            context_.choices.chooseOrder(row <= 0 ? std::string()
                                                     : fromQString(CboCde->itemText(row)));
         });
     txtSep = new QLineEdit;
@@ -55,7 +55,7 @@ ConnectionPage::ConnectionPage(const SettingsContext& context) : context_(contex
         "Le caractère qui remplace le point ou la virgule décimale ; x supprime les décimales "
         "nulles.");
     connect(txtSep, &QLineEdit::textChanged, this,
-            [this](const QString& text) { context_.scenarios.form.txtSep = fromQString(text); });
+            [this](const QString& text) { context_.choices.form.txtSep = fromQString(text); });
     for (QComboBox* const box : {CboChoix, CboInvent, CboCde}) box->setMinimumWidth(kNameWidth);
 
     auto* const scenarios = new QGroupBox("Scénarios en service");
@@ -75,7 +75,7 @@ ConnectionPage::ConnectionPage(const SettingsContext& context) : context_(contex
 
 // The names of all scenarios behind a row for none.
 RowList ConnectionPage::namesWithNone(const std::string& chosen) const {
-    RowList list = context_.scenarios.form.CboChoix;
+    RowList list = context_.choices.form.CboChoix;
     list.rows.insert(list.rows.begin(), "(aucun)");
     list.select(chosen);
     if (list.selected < 0) list.selected = 0;
@@ -83,7 +83,7 @@ RowList ConnectionPage::namesWithNone(const std::string& chosen) const {
 }
 
 void ConnectionPage::refresh() {
-    const ScenarioForm& form = context_.scenarios.form;
+    const ChoicesForm& form = context_.choices.form;
     showRows(CboChoix, form.CboChoix);
     CboChoix->setPlaceholderText(toQString(form.CboChoixText));
     showRows(CboInvent, namesWithNone(form.RacInvent));

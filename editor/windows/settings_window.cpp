@@ -38,12 +38,14 @@ SettingsWindow::SettingsWindow(const Platform& platform, RunTimeState& state, Ac
     : lock_(lock),
       serial_(platform, state),
       actions_(platform, state, current_),
-      scenarios_(platform, state, current_, serial_, actions_),
+      choices_(platform, state, serial_, actions_),
+      scenarios_(platform, state, current_, actions_, choices_),
       context_{platform,
                state,
                current_,
                serial_,
                actions_,
+               choices_,
                scenarios_,
                std::move(services),
                [this](const std::function<void()>& handler) {
@@ -86,7 +88,7 @@ void SettingsWindow::makeTabs() {
     TabParam->addTab(systemKeys_, "Touches &systémes");
     TabParam->addTab(scenario_, "S&cénario");
     connect(TabParam, &QTabWidget::currentChanged, this,
-            [this] { context_.act([this] { scenarios_.readChoices(); }); });
+            [this] { context_.act([this] { choices_.readChoices(); }); });
     // The tab widget has these keys, too, but a drop-down list with the focus eats them.
     new QShortcut(Qt::CTRL | Qt::Key_Tab, this, [this] { turnTab(1); });
     new QShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, this, [this] { turnTab(-1); });

@@ -49,6 +49,7 @@ private:
     CurrentScenario current_;
     SerialConfig serial_;
     ActionEditor actions_;
+    ScenarioChoices choices_;
     ScenarioEditor scenarios_;
     SettingsContext context_;
     QTabWidget* TabParam = nullptr;

@@ -22,7 +22,8 @@ struct EditorSite : Site {
     CurrentScenario current;
     SerialConfig serial{platform, state};
     ActionEditor actions{platform, state, current};
-    ScenarioEditor scenarios{platform, state, current, serial, actions};
+    ScenarioChoices choices{platform, state, serial, actions};
+    ScenarioEditor scenarios{platform, state, current, actions, choices};
 
     EditorSite() {
         for (const char* name : {"Touche.ini", "Corres.ini", "TouFic.ini"})

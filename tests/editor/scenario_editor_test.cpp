@@ -154,8 +154,8 @@ TEST_F(Scenarios, AnApostropheBreaksTheStatementAndNothingElse) {
 TEST_F(Scenarios, DeletingTakesFileRowsStepsAndChoicesAlong) {
     addScenario("Garde", kEmulationRow, {"&CODE"});
     addScenario("Stock", kEmulationRow, {"&CODE", "&QTY"});
-    scenarios.chooseInventory("Stock");
-    scenarios.chooseOrder("Garde");
+    choices.chooseInventory("Stock");
+    choices.chooseOrder("Garde");
     scenarios.chooseScenario();
     const std::string file = scenarioFile(folder.path(), "Stock");
     ASSERT_TRUE(files.fileExists(file));
@@ -199,14 +199,14 @@ TEST_F(Scenarios, ChoosingOneMakesItTheOneInForce) {
 TEST_F(Scenarios, ApplyingCompilesEveryChoiceAndKeepsOneSeparatorCharacter) {
     for (const char* name : {"Un", "Deux", "Trois"}) addScenario(name, kEmulationRow, {"&CODE"});
     scenarios.load();
-    scenarios.chooseConnection(0);
-    scenarios.chooseInventory("Deux");
-    scenarios.readChoices();
-    EXPECT_EQ(form.RacInvent, "Deux") << "a choice not applied yet survives the tab change";
-    scenarios.chooseOrder("Trois");
+    choices.chooseConnection(0);
+    choices.chooseInventory("Deux");
+    choices.readChoices();
+    EXPECT_EQ(choices.form.RacInvent, "Deux") << "a choice not applied yet survives the tab change";
+    choices.chooseOrder("Trois");
     for (const auto& [typed, kept] : {std::pair{",", ","}, {"", "."}, {"::", "."}}) {
-        form.txtSep = typed;
-        scenarios.applyConfiguration();
+        choices.form.txtSep = typed;
+        choices.applyConfiguration();
         EXPECT_EQ(choice(kSepDec), kept);
         EXPECT_EQ(state.scenario.DecimalSeparator, kept);
     }
@@ -221,17 +221,17 @@ TEST_F(Scenarios, ApplyingWithoutChoiceStillStoresThePortAndFailuresAreSummedUp)
     scenarios.load();
     serial.ChargeCommunication();
     serial.choosePort(1);
-    scenarios.applyConfiguration();
+    choices.applyConfiguration();
     EXPECT_EQ(lastMessage(), "Vous devez entrer un choix pour le scenario choisi.");
     EXPECT_EQ(portSetting(port_serie::kPort), "2");
 
     setPort(port_serie::kPortActive, "1");
     setPort(port_serie::kSpeed, "");
     addScenario("Un", kEmulationRow, {"&CODE"});
-    scenarios.chooseConnection(0);
+    choices.chooseConnection(0);
     world.port.openError = error_number::kPortInvalid;
     serial.chooseStopBits(0);
-    scenarios.applyConfiguration();
+    choices.applyConfiguration();
     EXPECT_EQ(lastMessage(),
               "Une erreur vient de se produire. L'opération en cours a été annulée. "
               "Merci de bien vouloir recommencer");
