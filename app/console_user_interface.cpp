@@ -45,8 +45,8 @@ bool ConsoleDialogs::confirm(std::string_view text, std::string_view title, Mess
     return equalIgnoringCase(readLine(), "oui");
 }
 
-std::string ConsoleDialogs::inputBox(std::string_view prompt, std::string_view title,
-                                     std::string_view defaultText) {
+std::optional<std::string> ConsoleDialogs::inputBox(std::string_view prompt, std::string_view title,
+                                                    std::string_view defaultText) {
     message(prompt, title, MessageIcon::kNone);
     std::string answer = readLine();
     return answer.empty() ? std::string(defaultText) : answer;

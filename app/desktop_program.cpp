@@ -102,8 +102,11 @@ private:
                                  bindings_.shippedData);
         splash.hide();
         foreground_->giveBack();
-        if (!startUp(platform(), state_, reception_, [this] { settings_.show(); }))
-            settings_.offerOtherPort();
+        switch (startUp(platform(), state_, reception_, [this] { settings_.show(); })) {
+            case PortStart::kUnavailable: settings_.offerOtherPort(); break;
+            case PortStart::kSettingsRefused: settings_.showRefusedLine(); break;
+            case PortStart::kDone: break;
+        }
         journal_.begin();
         if (!QtNotifyIcon::available())
             menuWindow_.stay(

@@ -7,12 +7,14 @@
 #include "editor/access_lock.h"
 #include "editor/windows/login_window.h"
 #include "editor/windows/port_choice_window.h"
+#include "platform/dialogs.h"
 #include "platform/notify_icon.h"
 #include "platform/qt/qt_text.h"
 #include "platform/serial_port.h"
 #include "scenario/tray_tip.h"
 #include "settings/application_paths.h"
 #include "settings/serial_settings.h"
+#include "settings/settings_store.h"
 #include "text/number_text.h"
 #include "transfer/portable_transfer_window.h"
 
@@ -96,6 +98,21 @@ void DesktopSettings::offerOtherPort() {
         tried = port.CommPort();
     }
     platform_.icon.modify(trayTip(port.CommPort(), state_.scenario.active.ScenarioName));
+}
+
+void DesktopSettings::showRefusedLine() {
+    const std::string speed =
+        readPortSerie(platform_.profiles, bindings_.applicationFolder, port_serie::kSpeed);
+    platform_.dialogs.message(
+        unusableSpeed(speed)
+            ? std::string("La vitesse enregistrée n'est pas un nombre : "_ansi) + speed +
+                  std::string(". Choisissez-la dans l'onglet Propriétés, puis enregistrez avec "
+                              "« Valider » de l'onglet Connexion."_ansi)
+            : std::string(
+                  "Le port refuse les réglages enregistrés : corrigez-les dans l'onglet "
+                  "Propriétés, puis enregistrez avec « Valider » de l'onglet Connexion."_ansi),
+        kApplicationTitle, MessageIcon::kExclamation);
+    show();
 }
 
 void DesktopSettings::askForErase() {

@@ -36,6 +36,8 @@ public:
 
     // After a start without its port: the user may name others until one opens.
     void offerOtherPort();
+    // After a start with a port that does not take its settings: says so and shows them.
+    void showRefusedLine();
 
     // Whether the terminal may forget what it has sent. Asked once the program has come to
     // rest.

@@ -18,6 +18,14 @@ bool pushesBatches(std::string_view terminalType) {
     return equalIgnoringCase(terminalType, "HT630") || equalIgnoringCase(terminalType, "PT630");
 }
 
+void sayUnknownFlow(const Platform& platform, std::string_view applicationFolder) {
+    const std::string flow = unknownFlow(platform.profiles, applicationFolder);
+    if (flow.empty()) return;
+    platform.icon.notify(std::string("Contrôle de flux inconnu dans PortSerie.ini (Flux="_ansi) +
+                         flow +
+                         std::string(") : la ligne est ouverte sans contrôle de flux."_ansi));
+}
+
 SerialReception::SerialReception(const Platform& platform, RunTimeState& state,
                                  BatchJournal& journal, std::function<void()> dispatch)
     : platform_(platform),
@@ -42,6 +50,7 @@ void SerialReception::configurePort() {
         port.onInput([this](std::string_view bytes) { journal_.keepFlow(bytes); });
     else
         port.onInput(nullptr);
+    sayUnknownFlow(platform_, folder);
     configureLine(port, lineSettings(platform_.profiles, folder),
                   storedHandshaking(platform_.profiles, folder));
 }

@@ -65,6 +65,12 @@ void openConfiguredPort(const Platform& platform, RunTimeState& state, SerialRec
     if (name.empty()) name = "Aucun scénario choisi"_ansi;
 }
 
+PortStart refusal(const RuntimeError& error) {
+    const bool another = error.number() == error_number::kPortInvalid ||
+                         error.number() == error_number::kPortAlreadyOpen;
+    return another ? PortStart::kUnavailable : PortStart::kSettingsRefused;
+}
+
 void showError(const Platform& platform, const RuntimeError& error) {
     platform.dialogs.message(errorText(error) + "\r\n\r\nL'application va se fermer.",
                              kApplicationTitle, MessageIcon::kCritical);
@@ -72,9 +78,10 @@ void showError(const Platform& platform, const RuntimeError& error) {
 
 }  // namespace
 
-bool startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
-             const std::function<void()>& openSettings) {
+PortStart startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
+                  const std::function<void()>& openSettings) {
     bool portRefused = false;
+    PortStart port = PortStart::kDone;
     try {
         state.database =
             platform.databases.OpenDatabase(scenarioDatabase(state.scenario.applicationFolder));
@@ -85,12 +92,13 @@ bool startUp(const Platform& platform, RunTimeState& state, SerialReception& rec
                                                   state.scenario.applicationFolder);
         openConfiguredPort(platform, state, reception, openSettings, portRefused);
     } catch (const RuntimeError& error) {
+        if (portRefused) port = refusal(error);
         showError(platform, error);
     }
     const std::string tip = trayTip(platform.port.CommPort(), state.scenario.active.ScenarioName);
     platform.icon.add(tip);
     platform.icon.modify(tip);
-    return !portRefused;
+    return port;
 }
 
 }  // namespace kalvo

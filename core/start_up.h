@@ -1,6 +1,7 @@
 // The load event of the hidden main window: brings the whole run-time state up.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "core/run_time_state.h"
@@ -9,12 +10,18 @@
 
 namespace kalvo {
 
+// What became of the configured port.
+enum class PortStart : std::uint8_t {
+    kDone,             // open, or none is used
+    kUnavailable,      // missing, or held by another program: another one may do
+    kSettingsRefused,  // it does not open with the settings that are stored
+};
+
 // Database, settings, scenario, key tables, port and tray icon, in this order. A
 // run-time error on the way is shown and the icon is created all the same: the
 // program goes on with what it has. `openSettings` shows the settings window, which
-// is asked for when no port is configured. False when the configured port could not be
-// opened.
-bool startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
-             const std::function<void()>& openSettings);
+// is asked for when no port is configured.
+PortStart startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
+                  const std::function<void()>& openSettings);
 
 }  // namespace kalvo

@@ -128,15 +128,26 @@ void ActionEditor::loadSteps(std::int16_t boucle, std::int16_t depart) {
 }
 
 std::int16_t ActionEditor::askPlace() {
-    const std::string answer = platform_.dialogs.inputBox("Place du champs dans la trame d'origine",
-                                                          kApplicationTitle, "");
+    const std::string answer =
+        platform_.dialogs.inputBox("Place du champs dans la trame d'origine", kApplicationTitle, "")
+            .value_or("");
     return toInteger16(std::to_string(integerPart(answer)));
+}
+
+// The database's statements take no apostrophe, the compiled file ends a step at an "@".
+bool ActionEditor::accepted(std::string_view typed) {
+    if (typed.find_first_of("'@") == std::string_view::npos) return true;
+    showWarning(platform_.dialogs,
+                "Un champ ne peut contenir ni apostrophe (') ni arobase (@)."_ansi);
+    return false;
 }
 
 void ActionEditor::pick(std::string_view entry) {
     std::string value(entry);
     if (entry == kFreeField) {
-        value = platform_.dialogs.inputBox("Valeur du champs libre : ", kApplicationTitle, "");
+        value = platform_.dialogs.inputBox("Valeur du champs libre : ", kApplicationTitle, "")
+                    .value_or("");
+        if (!accepted(value)) return;
     }
     if (value.empty()) return;
     keepTrue([&] { pickValue(value); });
@@ -177,9 +188,11 @@ void ActionEditor::replaceRow(int row, const std::string& value) {
 
 void ActionEditor::editStep(int row) {
     if (!isStep(row)) return;
-    const std::string answer = platform_.dialogs.inputBox(
-        "Valeur du champ :", "Modification de champ", rowText(LstChamps.at(row)));
-    if (answer.empty()) return;
+    const std::string answer =
+        platform_.dialogs
+            .inputBox("Valeur du champ :", "Modification de champ", rowText(LstChamps.at(row)))
+            .value_or("");
+    if (answer.empty() || !accepted(answer)) return;
     keepTrue([&] {
         LstChamps.rows[static_cast<std::size_t>(row)] = stepRow(answer);
         updateAction(*state_.database, current_.scenarioNumber, row + 1, answer);

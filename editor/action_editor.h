@@ -70,6 +70,7 @@ private:
     void replaceRow(int row, const std::string& value);
     [[nodiscard]] int lastStep();
     [[nodiscard]] std::int16_t askPlace();
+    [[nodiscard]] bool accepted(std::string_view typed);
     template <typename Change>
     void keepTrue(Change change);
 

@@ -19,10 +19,10 @@ std::vector<std::string> portRows() {
     return rows;
 }
 
+bool portOffered(int row) { return row >= 0 && row < kPorts && (row + 1) % 10 != 0; }
+
 void storePortChoice(ProfileFiles& profiles, std::string_view applicationFolder, int row) {
-    const bool listed = row >= 0 && row < kPorts;
-    const bool endsInZero = listed && (row + 1) % 10 == 0;
-    const int port = listed && !endsInZero ? row + 1 : 1;
+    const int port = portOffered(row) ? row + 1 : 1;
     WriteIniValue(profiles, port_serie::kSection, port_serie::kPort, std::to_string(port),
                   portSerieIni(applicationFolder));
 }

@@ -12,6 +12,9 @@ namespace kalvo {
 // "COM 1" to "COM 20".
 [[nodiscard]] std::vector<std::string> portRows();
 
+// Whether that row can be chosen: ports 10 and 20 are stored as port 1.
+[[nodiscard]] bool portOffered(int row);
+
 // Stores the row's port: its index + 1 when the row's text ends in a digit
 // other than 0, port 1 for every other row (10 and 20 included) and for no row.
 void storePortChoice(ProfileFiles& profiles, std::string_view applicationFolder, int row);

@@ -18,6 +18,8 @@ void ScenarioChoices::load() {
     ChargeScenForChoix();
     readChoices();
     form.txtSep = readSetting(platform_.registry, kSepDec);
+    if (form.txtSep.empty()) form.txtSep = ".";
+    storedSeparator_ = form.txtSep;
     form.CboChoixText = form.RacScenChx;
     form.CboChoix.select(form.RacScenChx);
 }
@@ -74,10 +76,18 @@ void ScenarioChoices::putInForce(const std::string& name) {
     form.CboChoix.select(name);
 }
 
+void ScenarioChoices::recompile() {
+    for (const std::string_view choice : {kRacScenChx, kRacInvent, kRacCde})
+        compile(readSetting(platform_.registry, choice));
+    if (!readSetting(platform_.registry, kRacScenChx).empty())
+        LoadActiveScenario(platform_, state_.scenario);
+}
+
 void ScenarioChoices::apply(const std::string& choice) {
     writeChoices(choice);
     if (form.txtSep.size() != 1) form.txtSep = ".";
     writeSetting(platform_.registry, kSepDec, form.txtSep);
+    storedSeparator_ = form.txtSep;
     state_.scenario.DecimalSeparator = form.txtSep;
     compile(choice);
     compile(form.RacInvent);
@@ -116,8 +126,28 @@ void ScenarioChoices::forget(const std::string& name) {
     ChargeScenForChoix();
 }
 
+void ScenarioChoices::follow(const std::string& old, const std::string& name) {
+    const auto replace = [&](std::string& chosen) {
+        if (equalIgnoringCase(chosen, old)) chosen = name;
+    };
+    const bool inForce = equalIgnoringCase(state_.scenario.active.ScenarioName, old);
+    for (const std::string_view choice : {kRacScenChx, kRacInvent, kRacCde})
+        if (equalIgnoringCase(readSetting(platform_.registry, choice), old))
+            writeSetting(platform_.registry, choice, name);
+    for (std::string* const chosen :
+         {&state_.RacInvent, &state_.RacCde, &connectionChoice_, &form.CboChoixText})
+        replace(*chosen);
+    if (pendingInvent_) replace(*pendingInvent_);
+    if (pendingCde_) replace(*pendingCde_);
+    readChoices();
+    ChargeScenForChoix();
+    compile(name);
+    if (inForce) LoadActiveScenario(platform_, state_.scenario);
+}
+
 bool ScenarioChoices::unsaved() const {
-    return !connectionChoice_.empty() || pendingInvent_ || pendingCde_;
+    return !connectionChoice_.empty() || form.txtSep != storedSeparator_ || pendingInvent_ ||
+           pendingCde_;
 }
 
 }  // namespace kalvo

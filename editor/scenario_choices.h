@@ -46,11 +46,15 @@ public:
 
     // Puts the named scenario in force at once.
     void putInForce(const std::string& name);
+    // Compiles the chosen scenarios as they are stored now, and reloads the one in force.
+    void recompile();
     // Choices, separator, compilation, serial settings, port. A failure ends it
     // with a message.
     void applyConfiguration();
     // A scenario that is gone is nobody's choice.
     void forget(const std::string& name);
+    // A scenario has got another name: it stays chosen, and in force.
+    void follow(const std::string& old, const std::string& name);
 
     // Whether there are choices that are stored nowhere yet.
     [[nodiscard]] bool unsaved() const;
@@ -66,6 +70,7 @@ private:
     ActionEditor& actions_;
     // Made on the connection tab and not applied yet.
     std::string connectionChoice_;
+    std::string storedSeparator_;
     std::optional<std::string> pendingInvent_;
     std::optional<std::string> pendingCde_;
 };

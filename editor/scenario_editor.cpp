@@ -6,7 +6,11 @@
 #include "platform/database.h"
 #include "platform/dialogs.h"
 #include "platform/file_system.h"
+#include "platform/notify_icon.h"
+#include "platform/serial_port.h"
+#include "scenario/scenario_names.h"
 #include "scenario/scenario_store.h"
+#include "scenario/tray_tip.h"
 #include "settings/application_paths.h"
 #include "text/number_text.h"
 #include "text/runtime_error.h"
@@ -75,7 +79,7 @@ void ScenarioEditor::showProperties(const ScenarioRecord& scenario) {
     form.CboType.select(scenario.Type);
     current_.scenarioType = form.CboType.at(form.CboType.selected);
     form.ChcPartiel = current_.partialFrame = scenario.Trame == 1;
-    form.chkIncrement = scenario.Specif == 1;
+    form.chkIncrement = storedIncrement_ = scenario.Specif == 1;
     form.FraCheminShown = scenario.Type == kFileType;
     form.TxtChemin = scenario.Chemin;
 }
@@ -88,7 +92,7 @@ void ScenarioEditor::createNew() {
     form.TxtChemin.clear();
     form.ChcPartiel = current_.partialFrame = false;
     form.ChDatalogic = current_.datalogic = false;
-    form.chkIncrement = false;
+    form.chkIncrement = storedIncrement_ = false;
     form.LstScen.selected = -1;
     fieldCount_.clear();
     current_.scenarioNumber = 0;
@@ -104,7 +108,8 @@ void ScenarioEditor::chooseType(int row) {
 
 void ScenarioEditor::clickPartialFrame(bool ticked) {
     fieldCount_ =
-        platform_.dialogs.inputBox("Nombre de champs dans la trame :", kApplicationTitle, "");
+        platform_.dialogs.inputBox("Nombre de champs dans la trame :", kApplicationTitle, "")
+            .value_or("");
     form.ChcPartiel = ticked && !fieldCount_.empty() && fieldCount_ != "0";
 }
 
@@ -134,9 +139,10 @@ void ScenarioEditor::save() {
     Database& database = *state_.database;
     if (current_.scenarioNumber != 0 && scenarioExists(database, current_.scenarioNumber)) {
         updateOutput(database, current_.scenarioNumber, form.TxtChemin, form.chkIncrement);
+        storedIncrement_ = form.chkIncrement;
         return;
     }
-    if (!nameIsFree()) return;
+    if (!nameIsFree(form.TxtNomScen)) return;
     keepTrue([&] { insertNew(); });
     choices_.ChargeScenForChoix();
     stepsShown = true;
@@ -145,14 +151,16 @@ void ScenarioEditor::save() {
 }
 
 // A scenario is found by its name, and so is its compiled file: it needs one of its own.
-bool ScenarioEditor::nameIsFree() {
-    if (trimBlanks(form.TxtNomScen).empty()) {
-        showWarning(platform_.dialogs, "Vous devez donner un nom au scénario."_ansi);
-        return false;
-    }
-    if (!findScenario(*state_.database, form.TxtNomScen)) return true;
-    showWarning(platform_.dialogs, "Un scénario de ce nom existe déjà."_ansi);
-    return false;
+bool ScenarioEditor::nameIsFree(const std::string& name) {
+    std::string problem = refusalOfName(name);
+    if (trimBlanks(name).empty())
+        problem = "Vous devez donner un nom au scénario."_ansi;
+    else if (name.find('\'') != std::string::npos)
+        problem = "Nom de scénario refusé : il contient une apostrophe"_ansi;
+    else if (problem.empty() && findScenario(*state_.database, name))
+        problem = "Un scénario de ce nom existe déjà."_ansi;
+    if (!problem.empty()) showWarning(platform_.dialogs, problem);
+    return problem.empty();
 }
 
 void ScenarioEditor::insertNew() {
@@ -170,35 +178,83 @@ void ScenarioEditor::insertNew() {
     scenario.NbrTrame = toInteger16(fieldCount_);
     insertScenario(*state_.database, scenario);
     current_.scenarioNumber = scenario.Numero;
+    storedIncrement_ = form.chkIncrement;
     form.LstScen.selected = form.LstScen.count() - 1;
     current_.scenarioName = scenario.Nom;
 }
 
 void ScenarioEditor::deleteScenario() {
+    if (!scenarioSelected()) return;
     const std::string name = current_.scenarioName;
-    if (name.empty()) {
-        showWarning(platform_.dialogs, "Veuillez choisir un scénario."_ansi);
-        return;
-    }
     if (!platform_.dialogs.confirm(
             std::string("Attention. Cette suppression sera définitive. Voulez-vous réellement "
                         "supprimer le scénario "_ansi) +
                 name + "?",
             kApplicationTitle, MessageIcon::kExclamation))
         return;
-    const std::string file = scenarioFile(state_.scenario.applicationFolder, name);
-    if (platform_.files.fileExists(file)) platform_.files.remove(file);
+    removeCompiledFile(name);
     keepTrue([&] {
         form.LstScen.remove(form.LstScen.selected);
         kalvo::deleteScenario(*state_.database, current_.scenarioNumber);
     });
     choices_.forget(name);
+    // Nothing is typed by a scenario that is no more.
+    if (equalIgnoringCase(state_.scenario.active.ScenarioName, name)) {
+        state_.scenario.active = {};
+        platform_.icon.modify(trayTip(platform_.port.CommPort(), ""));
+    }
     current_.scenarioNumber = 0;
     current_.scenarioName.clear();
     stepsShown = false;
     form.inputsShown = false;
     form.TxtNomScen.clear();
     form.TxtChemin.clear();
+}
+
+void ScenarioEditor::removeCompiledFile(const std::string& name) {
+    const std::string file = scenarioFile(state_.scenario.applicationFolder, name);
+    if (platform_.files.fileExists(file)) platform_.files.remove(file);
+}
+
+bool ScenarioEditor::scenarioSelected() {
+    if (!current_.scenarioName.empty()) return true;
+    showWarning(platform_.dialogs, "Veuillez choisir un scénario."_ansi);
+    return false;
+}
+
+// A name that a scenario may have; empty when the user gives up.
+std::string ScenarioEditor::askForName(std::string_view prompt) {
+    std::string name = current_.scenarioName;
+    do {
+        name = platform_.dialogs.inputBox(prompt, kApplicationTitle, name).value_or("");
+    } while (!name.empty() && !nameIsFree(name));
+    return name;
+}
+
+void ScenarioEditor::rename() {
+    if (!scenarioSelected()) return;
+    const std::string old = current_.scenarioName;
+    const std::string name = askForName("Nouveau nom du scénario :"_ansi);
+    if (name.empty()) return;
+    updateNom(*state_.database, current_.scenarioNumber, name);
+    removeCompiledFile(old);
+    choices_.follow(old, name);
+    selectNamed(name);
+}
+
+void ScenarioEditor::duplicate() {
+    if (!scenarioSelected()) return;
+    const std::string name = askForName("Nom du nouveau scénario :"_ansi);
+    if (name.empty()) return;
+    copyScenario(*state_.database, current_.scenarioNumber, name);
+    choices_.ChargeScenForChoix();
+    selectNamed(name);
+}
+
+void ScenarioEditor::selectNamed(const std::string& name) {
+    ChargeScenarios();
+    form.LstScen.select(scenarioRow(name));
+    select(form.LstScen.selected);
 }
 
 void ScenarioEditor::chooseScenario() {
@@ -213,6 +269,8 @@ void ScenarioEditor::chooseScenario() {
     updateChemin(*state_.database, current_.scenarioNumber, form.TxtChemin);
 }
 
-bool ScenarioEditor::unsaved() const { return enteringNew() || choices_.unsaved(); }
+bool ScenarioEditor::unsaved() const {
+    return enteringNew() || form.chkIncrement != storedIncrement_ || choices_.unsaved();
+}
 
 }  // namespace kalvo

@@ -61,6 +61,10 @@ public:
     // else; a new one, under a name of its own, is added and its step windows open.
     void save();
     void deleteScenario();
+    // Asks for another name of the selected scenario; what chose it by name follows.
+    void rename();
+    // Asks for the name of a new scenario that is like the selected one, and selects it.
+    void duplicate();
     // Makes the selected scenario the one in force.
     void chooseScenario();
 
@@ -71,7 +75,11 @@ private:
     void showProperties(const ScenarioRecord& scenario);
     [[nodiscard]] bool enteringNew() const;
     [[nodiscard]] bool mayAbandonNew();
-    [[nodiscard]] bool nameIsFree();
+    [[nodiscard]] bool nameIsFree(const std::string& name);
+    [[nodiscard]] bool scenarioSelected();
+    [[nodiscard]] std::string askForName(std::string_view prompt);
+    void removeCompiledFile(const std::string& name);
+    void selectNamed(const std::string& name);
     void insertNew();
     template <typename Change>
     void keepTrue(Change change);
@@ -82,6 +90,7 @@ private:
     ActionEditor& actions_;
     ScenarioChoices& choices_;
     std::string fieldCount_;
+    bool storedIncrement_ = false;
 };
 
 }  // namespace kalvo

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "core/serial_reception.h"
 #include "editor/port_choice.h"
 #include "keys/key_files.h"
 #include "platform/serial_port.h"
@@ -15,6 +16,7 @@ namespace kalvo {
 namespace {
 
 constexpr std::string_view kParityLetters = "NEOMS";
+constexpr std::string_view kUsualSpeed = "9600";
 
 // The row of a number written with or without its sign position.
 int rowOf(RowList list, std::string_view text) {
@@ -43,12 +45,7 @@ void SerialConfig::ChargeCommunication() {
     choice_ = {};
     if (!stored(port_serie::kPort).empty()) {
         choosePort(integerPart(stored(port_serie::kPort)) - 1);
-        const std::string speed = stored(port_serie::kSpeed);
-        chooseSpeed(rowOf(CboVitesse, speed));
-        if (CboVitesse.selected < 0) {
-            unlistedSpeed = speed;
-            choice_.speed = integerPart(speed);
-        }
+        showSpeed(stored(port_serie::kSpeed));
         chooseDataBits(rowOf(CboDonnées, stored(port_serie::kDataBits)));
         choice_.protocol = stored(port_serie::kProtocol);
         chooseProtocol(rowOf(CboProtocol, choice_.protocol));
@@ -60,6 +57,18 @@ void SerialConfig::ChargeCommunication() {
         if (!flow.empty()) chooseFlow(integerPart(flow));
     }
     saved_ = choice_;
+    if (unusableSpeed(stored(port_serie::kSpeed))) {
+        // A terminal type that was written over it: the speed has to be chosen anew.
+        chooseSpeed(rowOf(CboVitesse, kUsualSpeed));
+        saved_.speed = 0;
+    }
+}
+
+void SerialConfig::showSpeed(const std::string& speed) {
+    chooseSpeed(rowOf(CboVitesse, speed));
+    if (CboVitesse.selected >= 0 || unusableSpeed(speed)) return;
+    unlistedSpeed = speed;
+    choice_.speed = integerPart(speed);
 }
 
 void SerialConfig::fillLists() {
@@ -78,7 +87,17 @@ void SerialConfig::fillLists() {
 }
 
 void SerialConfig::choosePort(int row) {
-    if (choose(CboPort, row)) choice_.port = static_cast<std::int16_t>(row + 1);
+    if (!choose(CboPort, row)) return;
+    choice_.port = static_cast<std::int16_t>(row + 1);
+    if (stored(port_serie::kPort).empty()) chooseUsualLine();
+}
+
+void SerialConfig::chooseUsualLine() {
+    if (CboVitesse.selected < 0) chooseSpeed(rowOf(CboVitesse, kUsualSpeed));
+    if (CboDonnées.selected < 0) chooseDataBits(rowOf(CboDonnées, "8"));
+    if (CboParité.selected < 0) chooseParity(0);
+    if (CboArret.selected < 0) chooseStopBits(0);
+    if (CboFlux.selected < 0) chooseFlow(0);
 }
 
 void SerialConfig::chooseSpeed(int row) {
@@ -118,17 +137,19 @@ void SerialConfig::writeSettings(ProtocolKey protocolKey) {
     write(protocolKey == ProtocolKey::kOwn ? port_serie::kProtocol : port_serie::kSpeed,
           choice_.protocol);
     write(port_serie::kFlow, choice_.flow);
-    saved_ = choice_;
 }
 
 void SerialConfig::saveProperties() {
     writeSettings(ProtocolKey::kOverSpeed);
+    saved_ = {};
     closePort();
     openWithStoredSettings();
+    saved_ = choice_;
 }
 
 void SerialConfig::saveAndReconnect() {
     writeSettings(ProtocolKey::kOwn);
+    saved_ = choice_;
     if (!portActive(platform_.profiles, state_.scenario.applicationFolder)) return;
     closePort();
     platform_.port.setCommPort(integerPart(stored(port_serie::kPort)));
@@ -148,6 +169,7 @@ void SerialConfig::openWithStoredSettings() {
     const std::string parity = stored(port_serie::kParity);
     const std::string stopBits = number(port_serie::kStopBits);
     state_.TerminalType = stored(port_serie::kProtocol);
+    sayUnknownFlow(platform_, state_.scenario.applicationFolder);
     configureLine(platform_.port, speed + "," + parity + "," + dataBits + "," + stopBits,
                   storedHandshaking(platform_.profiles, state_.scenario.applicationFolder));
     platform_.port.setPortOpen(true);

@@ -37,9 +37,9 @@ public:
 
     // "Valider" of the properties: the terminal type ends up in `Vitesse`, over
     // the speed, and `Protocol` stays as it was. Sites rely on the order of the
-    // writes. The port is closed and opened again with what the file now says, its
-    // number aside. RuntimeError 13 when a number in the file is none; those of the
-    // port.
+    // writes; the choice counts as unsaved until "Connexion" has applied it, unless the
+    // port opens with what was written. The port is closed and opened again with what the file now
+    // says, its number aside. RuntimeError 13 when a number in the file is none; those of the port.
     void saveProperties();
 
     // The apply of the tab "Connexion": the terminal type goes to its own key;
@@ -47,6 +47,9 @@ public:
     void saveAndReconnect();
 
 private:
+    // What most terminals are set to, for a site that has nothing stored yet.
+    void chooseUsualLine();
+
     // What the window keeps while the user works.
     struct Choice {
         std::int16_t port = 0;
@@ -62,6 +65,7 @@ private:
     enum class ProtocolKey { kOverSpeed, kOwn };
 
     void fillLists();
+    void showSpeed(const std::string& speed);
     void writeSettings(ProtocolKey protocolKey);
     void closePort();
     void openWithStoredSettings();

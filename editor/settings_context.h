@@ -39,6 +39,8 @@ struct SettingsContext {
     SettingsServices services;
     // Delivers, then shows everywhere what has changed.
     std::function<void(const std::function<void()>&)> act;
+    // The terminal type is not stored by the properties: shows where it is.
+    std::function<void()> applyStillDue;
     // Closes the settings window, after asking about what is not stored yet.
     std::function<void()> close;
 };

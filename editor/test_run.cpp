@@ -1,5 +1,6 @@
 #include "editor/test_run.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -45,16 +46,24 @@ private:
     bool chosen_;
 };
 
-std::string askForFrame(const Platform& platform, Database& database, std::int16_t scenario) {
+std::string roundTitle(int round) {
+    return std::string(kApplicationTitle) + " : trame " + std::to_string(round) + " sur " +
+           std::to_string(kSimulatedFrames);
+}
+
+// Nothing when the user cancels.
+std::optional<std::string> askForFrame(const Platform& platform, Database& database,
+                                       std::int16_t scenario) {
     std::string frame;
-    for (int round = 0; round < kSimulatedFrames; ++round) {
+    for (int round = 1; round <= kSimulatedFrames; ++round) {
         for (int step = 1;; ++step) {
             const auto value = readActionText(database, scenario, step);
             if (!value) break;
-            if (value->starts_with('&') || value->starts_with('^'))
-                frame +=
-                    platform.dialogs.inputBox("Valeur du champs " + *value, kApplicationTitle, "") +
-                    "\r\n";
+            if (!value->starts_with('&') && !value->starts_with('^')) continue;
+            const auto answer =
+                platform.dialogs.inputBox("Valeur du champs " + *value, roundTitle(round), "");
+            if (!answer) return std::nullopt;
+            frame += *answer + "\r\n";
         }
     }
     return frame;
@@ -66,7 +75,8 @@ void runScenarioTest(const Platform& platform, RunTimeState& state, const Curren
                      const std::function<void()>& minimise) {
     const auto scenario = readScenario(*state.database, current.scenarioNumber);
     if (!scenario) return;
-    std::string frame = askForFrame(platform, *state.database, scenario->Numero);
+    auto frame = askForFrame(platform, *state.database, scenario->Numero);
+    if (!frame) return;
     ScenarioRun& run = state.scenario;
     const Compilation compilation =
         CompileScenario(platform, *state.database, run.applicationFolder, scenario->Numero);
@@ -74,8 +84,8 @@ void runScenarioTest(const Platform& platform, RunTimeState& state, const Curren
     const KeptScenario kept(run, scenario->Nom);
     LoadTestScenario(platform, run, scenario->Nom);
     run.keys.LoadKeyCorrespondence(platform.profiles, run.applicationFolder);
-    SplitFrameFields(platform, run, frame);
-    const std::string script = BuildKeyScript(platform, run, frame);
+    SplitFrameFields(platform, run, *frame);
+    const std::string script = BuildKeyScript(platform, run, *frame);
     platform.progress.unload();
     minimise();
     platform.events.DoEvents();

@@ -9,10 +9,10 @@
 
 namespace kalvo {
 
-// Asks for the fields of four simulated frames, compiles and loads the scenario, calls
-// `minimise`, leaves the user two seconds to bring the target application to the
-// front, and types (or writes) the result. Afterwards the scenario that was in force
-// is so again. RuntimeErrors of the database.
+// Asks for the fields of four simulated frames (cancelling one ends the test), compiles and loads
+// the scenario, calls `minimise`, leaves the user two seconds to bring the target application to
+// the front, and types (or writes) the result. Afterwards the scenario that was in force is so
+// again. RuntimeErrors of the database.
 void runScenarioTest(const Platform& platform, RunTimeState& state, const CurrentScenario& current,
                      const std::function<void()>& minimise);
 

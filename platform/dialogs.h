@@ -1,6 +1,7 @@
 // What is said to and asked of the user.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,9 +22,10 @@ public:
     [[nodiscard]] virtual bool confirm(std::string_view text, std::string_view title,
                                        MessageIcon icon) = 0;
 
-    // One line of text; empty when the user cancels.
-    [[nodiscard]] virtual std::string inputBox(std::string_view prompt, std::string_view title,
-                                               std::string_view defaultText) = 0;
+    // One line of text, which may be empty; nothing when the user cancels.
+    [[nodiscard]] virtual std::optional<std::string> inputBox(std::string_view prompt,
+                                                              std::string_view title,
+                                                              std::string_view defaultText) = 0;
 
     // An open-file dialog; the chosen path, empty when the user cancels. `filter`
     // is "label|pattern|label|pattern".

@@ -32,6 +32,9 @@ public:
     // Creates the key when missing. False when the value could not be stored.
     virtual bool set(RegistryRoot root, std::string_view path, std::string_view name,
                      const RegistryValue& value) = 0;
+
+    // Removes a value, if it is there. False when that failed.
+    virtual bool remove(RegistryRoot root, std::string_view path, std::string_view name) = 0;
 };
 
 }  // namespace kalvo

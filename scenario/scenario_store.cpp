@@ -137,6 +137,27 @@ void updateDepart(Database& database, std::int16_t numero, std::int16_t action) 
                      " WHERE Numero=" + text(numero));
 }
 
+void updateNom(Database& database, std::int16_t numero, std::string_view nom) {
+    database.Execute("UPDATE Scenarios SET Nom=" + quoted(nom) + " WHERE Numero=" + text(numero));
+}
+
+std::int16_t copyScenario(Database& database, std::int16_t numero, std::string_view nom) {
+    std::int16_t copy = 0;
+    database.Transaction([&] {
+        copy = nextScenarioNumber(database);
+        database.Execute(
+            "INSERT INTO Scenarios (Numero,Nom,Type,Trame,Specif,Chemin,Nbrtrame,Boucle,Depart) "
+            "SELECT " +
+            text(copy) + "," + quoted(nom) +
+            ",Type,Trame,Specif,Chemin,Nbrtrame,Boucle,Depart FROM Scenarios WHERE Numero=" +
+            text(numero));
+        database.Execute(
+            "INSERT INTO Actions (NumeroScen,Numaction,Champs,PlaceTrame) SELECT " + text(copy) +
+            ",Numaction,Champs,PlaceTrame FROM Actions WHERE NumeroScen=" + text(numero));
+    });
+    return copy;
+}
+
 void deleteScenario(Database& database, std::int16_t numero) {
     database.Execute("DELETE FROM Scenarios WHERE Numero=" + text(numero));
     database.Execute("DELETE FROM Actions WHERE NumeroScen=" + text(numero));
@@ -189,6 +210,19 @@ void updateAction(Database& database, std::int16_t numero, std::int32_t position
                   std::string_view champs) {
     database.Execute("UPDATE Actions SET Champs=" + quoted(champs) +
                      " WHERE NumAction=" + text(position) + "AND NumeroScen=" + text(numero));
+}
+
+int countActions(Database& database, std::string_view champs) {
+    int count = 0;
+    const auto rows =
+        database.OpenRecordset("SELECT Champs FROM Actions WHERE Champs=" + quoted(champs));
+    for (; !rows->Eof(); rows->MoveNext()) ++count;
+    return count;
+}
+
+void renameActions(Database& database, std::string_view champs, std::string_view renamed) {
+    database.Execute("UPDATE Actions SET Champs=" + quoted(renamed) +
+                     " WHERE Champs=" + quoted(champs));
 }
 
 void openActionGap(Database& database, std::int16_t numero, std::int32_t row) {

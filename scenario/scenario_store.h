@@ -73,6 +73,12 @@ void updateChemin(Database& database, std::int16_t numero, std::string_view chem
 void updateBoucle(Database& database, std::int16_t numero, std::int16_t action);
 void updateDepart(Database& database, std::int16_t numero, std::int16_t action);
 
+void updateNom(Database& database, std::int16_t numero, std::string_view nom);
+
+// Adds a scenario like another one, with its actions, under a number and a name of its own.
+// Its number.
+std::int16_t copyScenario(Database& database, std::int16_t numero, std::string_view nom);
+
 // Removes a scenario and its actions.
 void deleteScenario(Database& database, std::int16_t numero);
 
@@ -94,6 +100,10 @@ void insertAction(Database& database, std::int16_t numero, std::int32_t position
                   const ActionRecord& action);
 void updateAction(Database& database, std::int16_t numero, std::int32_t position,
                   std::string_view champs);
+
+// How many actions of all scenarios have that text, and another text for all of these.
+[[nodiscard]] int countActions(Database& database, std::string_view champs);
+void renameActions(Database& database, std::string_view champs, std::string_view renamed);
 
 // Frees position row + 1: what stands there and behind it moves up by one.
 void openActionGap(Database& database, std::int16_t numero, std::int32_t row);

@@ -9,11 +9,11 @@
 
 namespace kalvo {
 
-// Exactly kTipLength characters: cut or padded with blanks.
+// Without a scenario the tip says so. Exactly kTipLength characters: cut or padded with blanks.
 [[nodiscard]] inline std::string trayTip(int portNumber, std::string_view scenarioName) {
     std::string tip = "Kalvo COM " + std::to_string(portNumber);
     tip += " : Ouvert, Scénario : "_ansi;
-    tip += scenarioName;
+    tip += scenarioName.empty() ? "Aucun scénario choisi"_ansi : scenarioName;
     tip.resize(kTipLength, ' ');
     return tip;
 }

@@ -15,6 +15,15 @@ bool portActive(ProfileFiles& profiles, std::string_view applicationFolder) {
     return integerPart(readPortSerie(profiles, applicationFolder, port_serie::kPortActive)) != 0;
 }
 
+bool unusableSpeed(std::string_view speed) { return !speed.empty() && integerPart(speed) <= 0; }
+
+std::string unknownFlow(ProfileFiles& profiles, std::string_view applicationFolder) {
+    const std::string flow = readPortSerie(profiles, applicationFolder, port_serie::kFlow);
+    const std::string_view mode = trimBlanks(flow);
+    const bool known = mode.empty() || (mode.size() == 1 && mode >= "0" && mode <= "3");
+    return known ? std::string() : flow;
+}
+
 std::string lineSettings(ProfileFiles& profiles, std::string_view applicationFolder) {
     const auto text = [&](std::string_view key) {
         return readPortSerie(profiles, applicationFolder, key);

@@ -38,6 +38,12 @@ inline constexpr std::size_t kSpeeds = 16;
 // Whether the program opens the port at all.
 [[nodiscard]] bool portActive(ProfileFiles& profiles, std::string_view applicationFolder);
 
+// Whether the stored speed, a text, is there but no number: no port opens with it.
+[[nodiscard]] bool unusableSpeed(std::string_view speed);
+
+// The stored flow control text when it stands for no flow control there is; empty otherwise.
+[[nodiscard]] std::string unknownFlow(ProfileFiles& profiles, std::string_view applicationFolder);
+
 // The line settings as the serial control wants them: speed, parity letter, data
 // bits and stop bits joined by ",", the numbers cut to their integer part, the
 // parity as it stands in the file.

@@ -41,12 +41,12 @@ ConnectionPage::ConnectionPage(const SettingsContext& context) : context_(contex
                             [this](int row) { context_.choices.chooseConnection(row); });
     CboInvent = makeComboBox("CboInvent", "Le scénario réservé aux inventaires.", [this](int row) {
         context_.choices.chooseInventory(row <= 0 ? std::string()
-                                                    : fromQString(CboInvent->itemText(row)));
+                                                  : fromQString(CboInvent->itemText(row)));
     });
     CboCde = makeComboBox(
         "CboCde", "Le scénario que l'entrée Commande du menu met en service.", [this](int row) {
             context_.choices.chooseOrder(row <= 0 ? std::string()
-                                                    : fromQString(CboCde->itemText(row)));
+                                                  : fromQString(CboCde->itemText(row)));
         });
     txtSep = new QLineEdit;
     txtSep->setObjectName("txtSep");
@@ -66,8 +66,16 @@ ConnectionPage::ConnectionPage(const SettingsContext& context) : context_(contex
     auto* const numbers = new QGroupBox("Nombres");
     (new QFormLayout(numbers))->addRow("Séparateur &décimal :", txtSep);
 
+    LblSuite = new QLabel(
+        "Le type de terminal et la vitesse ne sont pas encore enregistrés : « Valider », ici, les "
+        "enregistre et rouvre le port.");
+    LblSuite->setObjectName("LblSuite");
+    LblSuite->setWordWrap(true);
+    LblSuite->hide();
+
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(bar);
+    layout->addWidget(LblSuite);
     layout->addWidget(scenarios);
     layout->addWidget(numbers);
     layout->addStretch();
@@ -82,10 +90,12 @@ RowList ConnectionPage::namesWithNone(const std::string& chosen) const {
     return list;
 }
 
+void ConnectionPage::showApplyDue() { LblSuite->show(); }
+
 void ConnectionPage::refresh() {
+    if (!context_.serial.unsaved()) LblSuite->hide();
     const ChoicesForm& form = context_.choices.form;
-    showRows(CboChoix, form.CboChoix);
-    CboChoix->setPlaceholderText(toQString(form.CboChoixText));
+    showRows(CboChoix, form.CboChoix, toQString(form.CboChoixText));
     showRows(CboInvent, namesWithNone(form.RacInvent));
     showRows(CboCde, namesWithNone(form.RacCde));
     const QSignalBlocker quiet(txtSep);

@@ -6,6 +6,7 @@
 #include "editor/settings_context.h"
 
 class QComboBox;
+class QLabel;
 class QLineEdit;
 
 namespace kalvo {
@@ -16,6 +17,8 @@ public:
 
     // Shows what the controllers hold.
     void refresh();
+    // Says that "Valider" is still to be pressed here.
+    void showApplyDue();
 
 private:
     [[nodiscard]] RowList namesWithNone(const std::string& chosen) const;
@@ -25,6 +28,7 @@ private:
     QComboBox* CboInvent;
     QComboBox* CboCde;
     QLineEdit* txtSep;
+    QLabel* LblSuite;
 };
 
 }  // namespace kalvo

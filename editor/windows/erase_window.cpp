@@ -24,11 +24,9 @@ EraseWindow::EraseWindow(const std::function<void(bool erase)>& answer) {
     CmdOK->setObjectName("CmdOK");
     CmdOK->setToolTip("Efface du terminal les données qu'il vient d'envoyer.");
     CmdOK->setAutoDefault(false);
-    auto* const CmdNon = buttons->addButton("&Non", QDialogButtonBox::RejectRole);
+    CmdNon = buttons->addButton("&Non", QDialogButtonBox::RejectRole);
     CmdNon->setObjectName("CmdNon");
     CmdNon->setToolTip("Laisse les données dans le terminal (Échap).");
-    CmdNon->setDefault(true);
-    CmdNon->setFocus();
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(lblMessage);
     layout->addWidget(buttons);
@@ -36,6 +34,13 @@ EraseWindow::EraseWindow(const std::function<void(bool erase)>& answer) {
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(this, &QDialog::finished, this,
             [answer](int result) { answer(result == QDialog::Accepted); });
+}
+
+// The toolkit makes the first button the default one whenever the window appears.
+void EraseWindow::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    CmdNon->setDefault(true);
+    CmdNon->setFocus();
 }
 
 }  // namespace kalvo

@@ -4,6 +4,8 @@
 #include <QDialog>
 #include <functional>
 
+class QPushButton;
+
 namespace kalvo {
 
 // Never takes the focus by itself: keys that are being typed must not answer it. Closing
@@ -11,6 +13,12 @@ namespace kalvo {
 class EraseWindow : public QDialog {
 public:
     explicit EraseWindow(const std::function<void(bool erase)>& answer);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    QPushButton* CmdNon;
 };
 
 }  // namespace kalvo

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "editor/key_listing.h"
+#include "editor/key_renaming.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 
@@ -49,7 +50,8 @@ KeyPage::KeyPage(const SettingsContext& context, KeyPageNames names,
         label->setObjectName(names_.label + QString::number(index));
         auto* const box = new QLineEdit(toQString(key.label));
         box->setObjectName(names_.box + QString::number(index));
-        box->setToolTip("Le nom de cette touche dans la liste des touches d'un scénario.");
+        box->setToolTip(
+            "Le nom de cette touche, entre accolades, dans la liste des touches d'un scénario.");
         box->setCursorPosition(0);
         label->setBuddy(box);
         boxes_.push_back(box);
@@ -78,8 +80,9 @@ void KeyPage::save() {
     context_.act([this] {
         std::vector<std::string> labels;
         for (QLineEdit* const box : boxes_) labels.push_back(fromQString(box->text()));
-        saveKeyLabels(context_.platform.profiles, context_.state.scenario.applicationFolder,
-                      names_.section, labels);
+        if (!storeKeyLabels(context_.platform, context_.state, context_.choices, names_.section,
+                            labels))
+            return;
         for (QLineEdit* const box : boxes_) box->setModified(false);
         context_.close();
     });

@@ -4,6 +4,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QStandardItemModel>
 #include <QVBoxLayout>
 #include <string>
 
@@ -27,6 +28,10 @@ PortChoiceWindow::PortChoiceWindow(ProfileFiles& profiles, std::string_view appl
         QString text = toQString(rows[row]);
         if (row < devices.size() && !devices[row].empty()) text += " : " + toQString(devices[row]);
         CboChoix->addItem(text);
+        if (!portOffered(static_cast<int>(row)))
+            qobject_cast<QStandardItemModel*>(CboChoix->model())
+                ->item(CboChoix->count() - 1)
+                ->setEnabled(false);
     }
     CboChoix->setCurrentIndex(current - 1);
     auto* const label = new QLabel("Choisissez un autre &port :");
@@ -36,6 +41,10 @@ PortChoiceWindow::PortChoiceWindow(ProfileFiles& profiles, std::string_view appl
     CmdOK->setObjectName("CmdOK");
     CmdOK->setToolTip("Enregistre ce port et essaie de l'ouvrir (Entrée).");
     CmdOK->setDefault(true);
+    auto* const CmdAnnuler = buttons->addButton("Annuler", QDialogButtonBox::RejectRole);
+    CmdAnnuler->setObjectName("CmdAnnuler");
+    CmdAnnuler->setToolTip("Continue sans port (Échap).");
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(label);
     layout->addWidget(CboChoix);

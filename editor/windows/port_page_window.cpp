@@ -1,5 +1,6 @@
 #include "editor/windows/port_page_window.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
@@ -8,14 +9,18 @@
 #include <QPushButton>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "editor/windows/row_list_view.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 
 namespace {
+
+constexpr int kTimeBetweenLooks = 1000;  // milliseconds
 
 // A frame around one control.
 QGroupBox* frame(const QString& title, QWidget* control) {
@@ -28,15 +33,24 @@ QGroupBox* frame(const QString& title, QWidget* control) {
 
 PortPage::PortPage(const SettingsContext& context)
     : context_(context), devices_(context.services.portDevices()) {
+    plugging_.setInterval(kTimeBetweenLooks);
+    connect(&plugging_, &QTimer::timeout, this, [this] { followPlugging(); });
+    plugging_.start();
     auto* const bar = makeToolBar(
         "TlbPrpp",
         {{"Valider",
           QStyle::SP_DialogApplyButton,
-          "Enregistre ces réglages, rouvre le port avec eux et ferme la fenêtre (Alt+V).",
+          "Enregistre ces réglages et rouvre le port avec eux (Alt+V). Un autre type de terminal "
+          "n'est pris en compte que par « Valider » de l'onglet Connexion.",
           {Qt::ALT | Qt::Key_V},
           [this] {
               context_.act([this] {
-                  context_.serial.saveProperties();
+                  try {
+                      context_.serial.saveProperties();
+                  } catch (const RuntimeError&) {
+                      context_.applyStillDue();
+                      throw;
+                  }
                   context_.close();
               });
           }},
@@ -118,14 +132,25 @@ QWidget* PortPage::rightColumn() {
     return column;
 }
 
-void PortPage::refresh() {
-    SerialConfig& serial = context_.serial;
-    RowList ports = serial.CboPort;
+void PortPage::followPlugging() {
+    if (!isVisible() || CboPort->view()->isVisible()) return;
+    std::vector<std::string> devices = context_.services.portDevices();
+    if (devices == devices_) return;
+    devices_ = std::move(devices);
+    showPorts();
+}
+
+void PortPage::showPorts() {
+    RowList ports = context_.serial.CboPort;
     for (std::size_t row = 0; row < ports.rows.size() && row < devices_.size(); ++row)
         if (!devices_[row].empty()) ports.rows[row] += " : " + devices_[row];
     showRows(CboPort, ports);
-    showRows(CboVitesse, serial.CboVitesse);
-    CboVitesse->setPlaceholderText(toQString(serial.unlistedSpeed));
+}
+
+void PortPage::refresh() {
+    SerialConfig& serial = context_.serial;
+    showPorts();
+    showRows(CboVitesse, serial.CboVitesse, toQString(serial.unlistedSpeed));
     showRows(CboDonnées, serial.CboDonnées);
     showRows(CboParité, serial.CboParité);
     showRows(CboArret, serial.CboArret);

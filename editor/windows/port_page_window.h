@@ -1,7 +1,10 @@
 // The tab "Propriétés": port, line settings and terminal type.
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
+#include <string>
+#include <vector>
 
 #include "editor/settings_context.h"
 
@@ -20,9 +23,12 @@ public:
 private:
     [[nodiscard]] QWidget* leftColumn();
     [[nodiscard]] QWidget* rightColumn();
+    void followPlugging();
+    void showPorts();
 
     const SettingsContext& context_;
     std::vector<std::string> devices_;
+    QTimer plugging_;
     QComboBox *CboPort, *CboVitesse, *CboProtocol, *CboDonnées, *CboParité, *CboArret, *CboFlux;
     QCheckBox* ChDatalogic;
 };

@@ -16,8 +16,10 @@ QComboBox* makeComboBox(const QString& name, const QString& tip,
     return box;
 }
 
-void showRows(QComboBox* box, const RowList& list) {
+void showRows(QComboBox* box, const RowList& list, const QString& unlisted) {
     const QSignalBlocker quiet(box);
+    // The toolkit selects the first row when it is given an empty placeholder.
+    box->setPlaceholderText(unlisted.isEmpty() ? " " : unlisted);
     bool same = box->count() == list.count();
     for (int row = 0; same && row < list.count(); ++row)
         same = box->itemText(row) == toQString(list.at(row));

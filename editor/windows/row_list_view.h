@@ -14,8 +14,9 @@ namespace kalvo {
 [[nodiscard]] QComboBox* makeComboBox(const QString& name, const QString& tip,
                                       const std::function<void(int row)>& choose);
 
-// Shows rows and selection without calling `choose`.
-void showRows(QComboBox* box, const RowList& list);
+// Shows rows and selection without calling `choose`; without selection the box shows
+// `unlisted`.
+void showRows(QComboBox* box, const RowList& list, const QString& unlisted = {});
 void showRows(QListWidget* box, const RowList& list);
 
 // Calls `select` with the row the user selects, -1 for none.

@@ -68,7 +68,17 @@ QWidget* ScenarioPage::listSide() {
           QStyle::SP_TrashIcon,
           "Supprime définitivement le scénario sélectionné, après confirmation (Ctrl+Suppr).",
           {Qt::CTRL | Qt::Key_Delete},
-          [this] { context_.act([this] { context_.scenarios.deleteScenario(); }); }}});
+          [this] { context_.act([this] { context_.scenarios.deleteScenario(); }); }},
+         {"Dupliquer",
+          QStyle::SP_FileDialogDetailedView,
+          "Crée un scénario semblable au scénario sélectionné, avec ses actions (Ctrl+U).",
+          {Qt::CTRL | Qt::Key_U},
+          [this] { context_.act([this] { context_.scenarios.duplicate(); }); }},
+         {"Renommer",
+          QStyle::SP_FileDialogContentsView,
+          "Donne un autre nom au scénario sélectionné (F2).",
+          {Qt::Key_F2},
+          [this] { context_.act([this] { context_.scenarios.rename(); }); }}});
     LstScen = new QListWidget;
     LstScen->setObjectName("LstScen");
     LstScen->setToolTip(
@@ -171,6 +181,11 @@ void ScenarioPage::refresh() {
     for (QWidget* const input :
          std::initializer_list<QWidget*>{LblNomScen, TxtNomScen, LblType, CboType, ChcPartiel})
         input->setVisible(form.inputsShown);
+    // What "Enregistrer" does not change of a scenario that exists.
+    const bool entering = context_.current.scenarioNumber == 0;
+    TxtNomScen->setReadOnly(!entering);
+    CboType->setEnabled(entering);
+    ChcPartiel->setEnabled(entering);
     FraChemin->setVisible(form.FraCheminShown);
     showText(TxtNomScen, form.TxtNomScen);
     showRows(CboType, form.CboType);

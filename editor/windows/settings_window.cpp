@@ -11,6 +11,7 @@
 #include "editor/windows/connection_page_window.h"
 #include "editor/windows/key_page_window.h"
 #include "editor/windows/key_picker_window.h"
+#include "editor/windows/placed_window.h"
 #include "editor/windows/port_page_window.h"
 #include "editor/windows/scenario_page_window.h"
 #include "editor/windows/test_window.h"
@@ -25,11 +26,6 @@ namespace {
 
 // Tabs that can be used without password: the first two.
 constexpr int kOpenTabs = 2;
-
-// The registry value that keeps where a window stood.
-std::string placeName(const QWidget* window) {
-    return "Place" + window->objectName().toStdString();
-}
 
 }  // namespace
 
@@ -52,6 +48,10 @@ SettingsWindow::SettingsWindow(const Platform& platform, RunTimeState& state, Ac
                    context_.services.deliver(handler);
                    refresh();
                },
+               [this] {
+                   TabParam->setCurrentWidget(connection_);
+                   connection_->showApplyDue();
+               },
                [this] { close(); }} {
     setObjectName("frmparametrage");
     setWindowTitle("Paramétres <-> Clavier");
@@ -63,7 +63,7 @@ SettingsWindow::SettingsWindow(const Platform& platform, RunTimeState& state, Ac
     makeStepWindows();
     showAccess();
     refresh();
-    for (QWidget* const window : placedWindows()) restorePlace(window);
+    for (QWidget* const window : placedWindows()) restorePlace(window, platform.registry);
 }
 
 SettingsWindow::~SettingsWindow() = default;
@@ -174,9 +174,7 @@ void SettingsWindow::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
-    for (QWidget* const window : placedWindows())
-        writeSetting(context_.platform.registry, placeName(window),
-                     window->saveGeometry().toBase64().toStdString());
+    for (const QWidget* const window : placedWindows()) keepPlace(window);
     if (actions_.insertMode) context_.services.deliver([this] { actions_.cancelInsert(); });
     lock_ = {};
     scenarios_.stepsShown = false;
@@ -186,12 +184,6 @@ void SettingsWindow::closeEvent(QCloseEvent* event) {
 
 std::array<QWidget*, 4> SettingsWindow::placedWindows() {
     return {this, FrmActions, FrmTouches, FrmTest};
-}
-
-void SettingsWindow::restorePlace(QWidget* window) {
-    const std::string place = readSetting(context_.platform.registry, placeName(window));
-    if (!place.empty())
-        window->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(place)));
 }
 
 }  // namespace kalvo

@@ -43,7 +43,6 @@ private:
     void placeStepWindows();
     [[nodiscard]] bool unsaved() const;
     [[nodiscard]] std::array<QWidget*, 4> placedWindows();
-    void restorePlace(QWidget* window);
 
     AccessLock& lock_;
     CurrentScenario current_;

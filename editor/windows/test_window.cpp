@@ -13,8 +13,11 @@
 #include "editor/key_listing.h"
 #include "editor/script_preview.h"
 #include "editor/test_run.h"
+#include "platform/dialogs.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
 #include "text/runtime_error.h"
 
 namespace kalvo {
@@ -121,6 +124,11 @@ void TestWindow::showPreview() {
 }
 
 void TestWindow::takeLastFrame() {
+    if (context_.state.ReceivedData.empty()) {
+        context_.platform.dialogs.message("Aucune trame n'a encore été reçue d'un terminal."_ansi,
+                                          kApplicationTitle, MessageIcon::kInformation);
+        return;
+    }
     TxtTrame->setPlainText(
         toQString(context_.state.ReceivedData).replace("\r\n", "\n").replace('\r', '\n').trimmed());
 }

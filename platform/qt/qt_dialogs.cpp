@@ -68,16 +68,18 @@ bool QtDialogs::confirm(std::string_view text, std::string_view title, MessageIc
     return box.clickedButton() == yes;
 }
 
-std::string QtDialogs::inputBox(std::string_view prompt, std::string_view title,
-                                std::string_view defaultText) {
+std::optional<std::string> QtDialogs::inputBox(std::string_view prompt, std::string_view title,
+                                               std::string_view defaultText) {
     QInputDialog dialog(QApplication::activeWindow());
     dialog.setObjectName("frmSaisie");
     dialog.setWindowTitle(toQString(title));
-    dialog.setLabelText(toQString(prompt).replace("\r\n", "\n"));
+    // The label belongs to the box: an "&" of the text would be its shortcut.
+    dialog.setLabelText(toQString(prompt).replace("\r\n", "\n").replace("&", "&&"));
     dialog.setTextValue(toQString(defaultText));
     dialog.setOkButtonText("OK");
     dialog.setCancelButtonText("Annuler");
-    return dialog.exec() == QDialog::Accepted ? fromQString(dialog.textValue()) : std::string();
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return fromQString(dialog.textValue());
 }
 
 std::string QtDialogs::openFile(std::string_view startFolder, std::string_view filter) {

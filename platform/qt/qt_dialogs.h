@@ -10,8 +10,8 @@ class QtDialogs : public Dialogs {
 public:
     void message(std::string_view text, std::string_view title, MessageIcon icon) override;
     bool confirm(std::string_view text, std::string_view title, MessageIcon icon) override;
-    std::string inputBox(std::string_view prompt, std::string_view title,
-                         std::string_view defaultText) override;
+    std::optional<std::string> inputBox(std::string_view prompt, std::string_view title,
+                                        std::string_view defaultText) override;
     std::string openFile(std::string_view startFolder, std::string_view filter) override;
     void beep() override;
 };

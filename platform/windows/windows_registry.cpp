@@ -63,4 +63,10 @@ bool WindowsRegistry::set(RegistryRoot root, std::string_view path, std::string_
                           static_cast<DWORD>(value.data.size())) == ERROR_SUCCESS;
 }
 
+bool WindowsRegistry::remove(RegistryRoot root, std::string_view path, std::string_view name) {
+    const LSTATUS status =
+        RegDeleteKeyValueA(handleOf(root), std::string(path).c_str(), std::string(name).c_str());
+    return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
+}
+
 }  // namespace kalvo

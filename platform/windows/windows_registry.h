@@ -14,6 +14,7 @@ public:
                                                      std::string_view name) override;
     bool set(RegistryRoot root, std::string_view path, std::string_view name,
              const RegistryValue& value) override;
+    bool remove(RegistryRoot root, std::string_view path, std::string_view name) override;
 };
 
 }  // namespace kalvo

@@ -45,6 +45,17 @@ TEST_F(RegistryContract, TextsComeBackAsTheyWereSet) {
     }
 }
 
+TEST_F(RegistryContract, ARemovedValueIsMissingAndTheOthersStay) {
+    EXPECT_TRUE(registry_.set(kUser, kKey, "a", {kRegSz, "1"}));
+    EXPECT_TRUE(registry_.set(kUser, kKey, "weg", {kRegSz, "1\r\n2"}));
+    EXPECT_TRUE(registry_.set(kUser, kKey, "b", {kRegSz, "3"}));
+    EXPECT_TRUE(registry_.remove(kUser, kKey, "WEG"));
+    EXPECT_TRUE(registry_.remove(kUser, kKey, "weg")) << "what is not there is removed";
+    EXPECT_EQ(textOf(registry_.query(kUser, kKey, "weg")), "(missing)");
+    EXPECT_EQ(textOf(registry_.query(kUser, kKey, "a")), "1");
+    EXPECT_EQ(textOf(registry_.query(kUser, kKey, "b")), "3");
+}
+
 TEST_F(RegistryContract, KeysAndNamesIgnoreCase) {
     EXPECT_TRUE(registry_.set(kUser, kKey, "Scénario"_ansi, {kRegSz, "1"}));
     EXPECT_TRUE(

@@ -176,11 +176,15 @@ TEST_F(Steps, PartialFramesAskForThePlaceOfAField) {
     EXPECT_EQ(std::count(list.rows.begin(), list.rows.end(), "--- &EMP"), 0);
 }
 
-TEST_F(Steps, AnApostropheIsRefusedAndTheListShowsWhatIsStored) {
+TEST_F(Steps, WhatNoStepCanHoldIsRefusedWhereItIsTyped) {
     addScenario("S", kEmulationRow, {"a"});
-    world.dialogs.inputs = {"l'article", "l'article"};
-    EXPECT_EQ(errorOf([&] { actions.pick("Champs libre"); }), error_number::kDataSyntax);
-    EXPECT_EQ(errorOf([&] { actions.editStep(0); }), error_number::kDataSyntax);
+    for (const char* typed : {"l'article", "a@b"}) {
+        const std::size_t shown = world.dialogs.shown.size();
+        world.dialogs.inputs = {typed, typed};
+        actions.pick("Champs libre");
+        actions.editStep(0);
+        EXPECT_EQ(world.dialogs.shown.size(), shown + 4) << "two questions, two refusals";
+    }
     EXPECT_EQ(list.rows.front(), "--- a");
     EXPECT_THAT(storedActions(), ElementsAre("1:a:0"));
 }

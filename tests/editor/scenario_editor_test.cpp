@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "editor/access_lock.h"
+#include "editor/key_renaming.h"
 #include "editor/key_tables.h"
 #include "keys/key_files.h"
 #include "tests/editor/editor_site.h"
@@ -18,6 +19,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using testing::errorOf;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::kEmulationRow;
 using testing::kFileRow;
@@ -134,13 +136,15 @@ TEST_F(Scenarios, SelectingAndLoadingShowsWhatSavingWouldChange) {
     EXPECT_FALSE(scenarios.unsaved());
 }
 
-TEST_F(Scenarios, AnApostropheBreaksTheStatementAndNothingElse) {
+TEST_F(Scenarios, ANameThatNoFileOrStatementTakesIsRefusedWhereItIsTyped) {
     scenarios.createNew();
-    form.TxtNomScen = "L'inventaire";
     scenarios.chooseType(kEmulationRow);
-    EXPECT_EQ(errorOf([&] { scenarios.save(); }), error_number::kDataSyntax);
-    EXPECT_THAT(form.LstScen.rows, IsEmpty()) << "no row without its scenario";
-    EXPECT_FALSE(scenarios.stepsShown);
+    for (const char* name : {"L'inventaire", "../PortSerie", "a\\b", "..", " "}) {
+        form.TxtNomScen = name;
+        scenarios.save();
+        EXPECT_THAT(form.LstScen.rows, IsEmpty()) << name;
+        EXPECT_FALSE(scenarios.stepsShown);
+    }
     form.TxtNomScen = "Inventaire";
     scenarios.save();
     EXPECT_EQ(stored(1).Nom, "Inventaire");
@@ -179,6 +183,46 @@ TEST_F(Scenarios, DeletingTakesFileRowsStepsAndChoicesAlong) {
     EXPECT_EQ(lastMessage(), "Veuillez choisir un scénario.");
     current.scenarioNumber = 1;
     EXPECT_THAT(storedActions(), Not(IsEmpty()));
+}
+
+TEST_F(Scenarios, ARenamedOneStaysChosenAndInForceADeletedOneDoesNot) {
+    addScenario("Stock", kEmulationRow, {"&CODE", "Touche F1"});
+    scenarios.chooseScenario();
+    choices.chooseOrder("Stock");
+    world.dialogs.inputs = {"Reserve"};
+    scenarios.rename();
+    EXPECT_EQ(state.scenario.active.ScenarioName, "Reserve");
+    EXPECT_EQ(choice(kRacScenChx), "Reserve");
+    EXPECT_EQ(choices.form.RacCde, "Reserve") << "not applied yet, and followed";
+    EXPECT_EQ(current.scenarioName, "Reserve");
+    world.dialogs.inputs = {"Reserve", "Copie"};
+    scenarios.duplicate();
+    EXPECT_THAT(form.LstScen.rows, ElementsAre("--- Reserve", "--- Copie")) << "a name of its own";
+    EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0", "2:Touche F1:0"));
+    scenarios.select(0);
+    world.dialogs.confirmations = {true};
+    scenarios.deleteScenario();
+    EXPECT_THAT(state.scenario.active.ActionLines, ElementsAre("")) << "it types no more";
+    EXPECT_THAT(world.icon.lastTip, HasSubstr("Aucun sc"));
+}
+
+TEST_F(Scenarios, RenamingAKeyTakesItsStepsAlong) {
+    addScenario("Stock", kEmulationRow, {"&CODE", "Touche Tab"});
+    scenarios.chooseScenario();
+    std::vector<std::string> labels(kSystemKeys);
+    const auto store = [&] {
+        return storeKeyLabels(platform, state, choices, kSystemSection, labels);
+    };
+    for (const char* refused : {"Tabulation", "{l'onglet}", "{a@b}", "{}", "{Copier (Ctrl+C)}"}) {
+        labels[1] = refused;
+        EXPECT_FALSE(store()) << refused;
+    }
+    labels[1] = "{Tabulation}";
+    world.dialogs.confirmations = {true};
+    EXPECT_TRUE(store());
+    EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0", "2:Tabulation:0"));
+    EXPECT_EQ(state.scenario.keys.textOf("{Tabulation}"), "{TAB}");
+    EXPECT_EQ(state.scenario.active.ActionLines.back(), "Tabulation") << "compiled and loaded";
 }
 
 TEST_F(Scenarios, ChoosingOneMakesItTheOneInForce) {

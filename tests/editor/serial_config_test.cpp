@@ -67,8 +67,12 @@ TEST_F(SerialSettingsWindow, ShowsTheListsAndWhatIsStored) {
     EXPECT_EQ(serial.CboProtocol.at(1), "ScanPal");
     setPorts({{port_serie::kParity, "?"}, {port_serie::kSpeed, "HT630"}});
     serial.ChargeCommunication();
+    EXPECT_EQ(chosen(), "2 6 3 -1 1 2 1 ") << "a usual speed";
+    EXPECT_TRUE(serial.unsaved()) << "until it is stored";
+    setPort(port_serie::kSpeed, " 7200");
+    serial.ChargeCommunication();
     EXPECT_EQ(chosen(), "2 -1 3 -1 1 2 1 ");
-    EXPECT_EQ(serial.unlistedSpeed, "HT630");
+    EXPECT_EQ(serial.unlistedSpeed, "7200");
 }
 
 TEST_F(SerialSettingsWindow, ApplyWritesEveryKeyAndOpensThePortAgain) {

@@ -158,6 +158,7 @@ TEST_F(SettingsWindowTest, TheSettingsAreAppliedAndStayUsableAfterAnError) {
     showTab(0);
     pick("CboChoix", "Stock");
     pick("CboCde", "Stock");
+    find<QLineEdit>("txtSep")->selectAll();
     QTest::keyClicks(find<QLineEdit>("txtSep"), ",");
     press("TlbConnect", 1);
     EXPECT_TRUE(world.port.open);

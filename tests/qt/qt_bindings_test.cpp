@@ -104,7 +104,7 @@ TEST(QtDialogs, AnInputGivesItsTextOrNothing) {
     });
     EXPECT_EQ(dialogs.inputBox("Nom", "Titre", "x"), std::string("xé€"_ansi));
     whenOpen<QInputDialog>([](QInputDialog& input) { input.reject(); });
-    EXPECT_EQ(dialogs.inputBox("Nom", "Titre", "x"), "");
+    EXPECT_EQ(dialogs.inputBox("Nom", "Titre", "x"), std::nullopt);
 }
 
 TEST(QtProgress, ShowsLabelAndBarAndStartsAfresh) {

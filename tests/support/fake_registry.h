@@ -24,6 +24,10 @@ public:
         values_[keyOf(path, name)] = value;
         return true;
     }
+    bool remove(RegistryRoot, std::string_view path, std::string_view name) override {
+        values_.erase(keyOf(path, name));
+        return true;
+    }
 
 private:
     static std::string keyOf(std::string_view path, std::string_view name) {

@@ -21,7 +21,7 @@ public:
     std::vector<Shown> shown;
     // Answers to the questions to come.
     std::deque<bool> confirmations;
-    std::deque<std::string> inputs;
+    std::deque<std::optional<std::string>> inputs;  // nothing: cancelled
     std::string lastDefault;
     std::string chosenFile;
     std::string startFolder;
@@ -40,11 +40,11 @@ public:
         message(text, title, icon);
         return take(confirmations, false);
     }
-    std::string inputBox(std::string_view prompt, std::string_view title,
-                         std::string_view defaultText) override {
+    std::optional<std::string> inputBox(std::string_view prompt, std::string_view title,
+                                        std::string_view defaultText) override {
         message(prompt, title, MessageIcon::kNone);
         lastDefault = defaultText;
-        return take(inputs, std::string());
+        return take(inputs, std::optional<std::string>(""));
     }
     std::string openFile(std::string_view folder, std::string_view) override {
         startFolder = folder;

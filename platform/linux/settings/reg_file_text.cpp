@@ -198,4 +198,12 @@ std::optional<std::string> withRegistryValue(std::string content, std::string_vi
     return encodeFile(std::move(file));
 }
 
+std::string withoutRegistryValue(std::string content, std::string_view path,
+                                 std::string_view name) {
+    FileText file = decodeRegFile(std::move(content));
+    for (Place place = locate(file, path, name); place.item; place = locate(file, path, name))
+        file.text.erase(place.item->begin, place.item->next - place.item->begin);
+    return encodeFile(std::move(file));
+}
+
 }  // namespace kalvo

@@ -38,4 +38,8 @@ namespace kalvo {
                                                            std::string_view name,
                                                            const RegistryValue& value);
 
+// The content without that value, every other byte kept.
+[[nodiscard]] std::string withoutRegistryValue(std::string content, std::string_view path,
+                                               std::string_view name);
+
 }  // namespace kalvo

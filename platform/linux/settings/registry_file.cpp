@@ -30,4 +30,11 @@ bool RegistryFile::set(RegistryRoot /*root*/, std::string_view path, std::string
     });
 }
 
+bool RegistryFile::remove(RegistryRoot root, std::string_view path, std::string_view name) {
+    if (!query(root, path, name)) return true;
+    return updateWholeFile(file_, [&](std::string content) {
+        return std::optional(withoutRegistryValue(std::move(content), path, name));
+    });
+}
+
 }  // namespace kalvo
