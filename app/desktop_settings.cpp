@@ -57,6 +57,7 @@ void DesktopSettings::show() {
         window_ = new SettingsWindow(
             platform_, state_, lock_,
             {.deliver = [this](const auto& handler) { events_.deliver(handler); },
+             .unlock = [this] { return LoginWindow(platform_, lock_).exec() == QDialog::Accepted; },
              .portDevices = [this] { return portDevices(); },
              .showPortableTransfer = [this](QWidget* owner) { showPortableTransfer(owner); }});
     window_->showAccess();

@@ -20,6 +20,8 @@ namespace kalvo {
 struct SettingsServices {
     // Runs what a control does as an event of the program, which shows its errors.
     std::function<void(const std::function<void()>&)> deliver;
+    // Asks for the password; true when the settings may be changed from now on.
+    std::function<bool()> unlock = [] { return false; };
     // The device behind port 1, 2, ... as users know it (code page 1252); empty where there is
     // none.
     std::function<std::vector<std::string>()> portDevices;

@@ -2,10 +2,13 @@
 
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <array>
 #include <utility>
 
 #include "platform/qt/qt_text.h"
@@ -17,6 +20,9 @@ namespace {
 
 constexpr int kPathWidth = 380;
 constexpr int kSeparatorWidth = 60;
+
+constexpr std::array<std::pair<const char*, const char*>, 4> kUsualSeparators = {
+    {{";", ";"}, {",", ","}, {"Tab", "\t"}, {"|", "|"}}};
 
 }  // namespace
 
@@ -61,7 +67,18 @@ FileReplayWindow::FileReplayWindow(ReplayForm form,
     grid->addWidget(txtFic, 0, 1);
     grid->addWidget(openBar, 0, 2);
     grid->addWidget(new QLabel("Séparateur de champs :"), 1, 0);
-    grid->addWidget(txtSep, 1, 1, Qt::AlignLeft);
+    auto* const separators = new QHBoxLayout;
+    separators->addWidget(txtSep);
+    for (const auto& [name, text] : kUsualSeparators) {
+        auto* const button = new QPushButton(name);
+        button->setToolTip(QString("Les champs sont séparés par : ") + name);
+        pressWithEnter(button);
+        connect(button, &QPushButton::clicked, this,
+                [this, text = QString(text)] { txtSep->setText(text); });
+        separators->addWidget(button);
+    }
+    separators->addStretch();
+    grid->addLayout(separators, 1, 1);
 
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(connectBar);

@@ -2,12 +2,14 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QTabWidget>
 #include <QToolBar>
@@ -79,6 +81,8 @@ QWidget* ScenarioPage::listSide() {
           "Donne un autre nom au scénario sélectionné (F2).",
           {Qt::Key_F2},
           [this] { context_.act([this] { context_.scenarios.rename(); }); }}});
+    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    bar->setMinimumWidth(bar->sizeHint().width());  // no button behind an arrow
     LstScen = new QListWidget;
     LstScen->setObjectName("LstScen");
     LstScen->setToolTip(
@@ -164,9 +168,30 @@ QGroupBox* ScenarioPage::pathFrame() {
     FraChemin = new QGroupBox("Fichier de récupération");
     FraChemin->setObjectName("FraChemin");
     auto* const rows = new QFormLayout(FraChemin);
-    rows->addRow("Che&min :", TxtChemin);
+    auto* const CmdParcourir = new QPushButton("Parco&urir...");
+    CmdParcourir->setObjectName("CmdParcourir");
+    CmdParcourir->setToolTip("Choisit le fichier, qui peut ne pas exister encore.");
+    pressWithEnter(CmdParcourir);
+    connect(CmdParcourir, &QPushButton::clicked, this, [this] { choosePath(); });
+    auto* const path = new QHBoxLayout;
+    path->addWidget(TxtChemin, 1);
+    path->addWidget(CmdParcourir);
+    auto* const label = new QLabel("Che&min :");
+    label->setBuddy(TxtChemin);
+    rows->addRow(label, path);
     rows->addRow(chkIncrement);
     return FraChemin;
+}
+
+void ScenarioPage::choosePath() {
+    const QString chosen =
+        QFileDialog::getSaveFileName(this, "Fichier de récupération", TxtChemin->text(),
+                                     "Fichiers texte (*.txt);;Tous les fichiers (*)", nullptr,
+                                     QFileDialog::DontConfirmOverwrite);
+    if (chosen.isEmpty()) return;
+    TxtChemin->setText(chosen);
+    TxtChemin->setModified(true);
+    finishEditing();
 }
 
 void ScenarioPage::finishEditing() {

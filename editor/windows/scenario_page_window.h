@@ -27,6 +27,7 @@ private:
     [[nodiscard]] QWidget* listSide();
     [[nodiscard]] QWidget* propertiesSide();
     [[nodiscard]] QGroupBox* pathFrame();
+    void choosePath();
 
     const SettingsContext& context_;
     QListWidget* LstScen;

@@ -1,12 +1,16 @@
 #include "editor/windows/settings_window.h"
 
 #include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "editor/line_status.h"
 #include "editor/windows/actions_window.h"
 #include "editor/windows/connection_page_window.h"
 #include "editor/windows/key_page_window.h"
@@ -17,6 +21,8 @@
 #include "editor/windows/test_window.h"
 #include "keys/key_files.h"
 #include "platform/dialogs.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/tool_bar.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 
@@ -94,6 +100,24 @@ void SettingsWindow::makeTabs() {
     new QShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, this, [this] { turnTab(-1); });
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(TabParam);
+    layout->addLayout(makeFoot());
+}
+
+QLayout* SettingsWindow::makeFoot() {
+    LblEtat = new QLabel;
+    LblEtat->setObjectName("LblEtat");
+    LblEtat->setToolTip("Le port et le scénario en service en ce moment.");
+    CmdDeverrouiller = new QPushButton("Déve&rrouiller...");
+    CmdDeverrouiller->setObjectName("CmdDeverrouiller");
+    CmdDeverrouiller->setToolTip("Demande le mot de passe ; les onglets grisés s'ouvrent ensuite.");
+    pressWithEnter(CmdDeverrouiller);
+    connect(CmdDeverrouiller, &QPushButton::clicked, this, [this] {
+        if (context_.services.unlock()) showAccess();
+    });
+    auto* const foot = new QHBoxLayout;
+    foot->addWidget(LblEtat, 1);
+    foot->addWidget(CmdDeverrouiller);
+    return foot;
 }
 
 void SettingsWindow::turnTab(int step) {
@@ -130,12 +154,14 @@ void SettingsWindow::placeStepWindows() {
 void SettingsWindow::showAccess() {
     for (int tab = kOpenTabs; tab < TabParam->count(); ++tab)
         TabParam->setTabEnabled(tab, lock_.accessLevel == 1);
+    CmdDeverrouiller->setVisible(lock_.accessLevel != 1);
 }
 
 void SettingsWindow::refresh() {
     connection_->refresh();
     port_->refresh();
     scenario_->refresh();
+    LblEtat->setText(toQString(lineStatus(context_.platform, context_.state)));
     showSteps();
 }
 

@@ -7,6 +7,9 @@
 #include "editor/access_lock.h"
 #include "editor/settings_context.h"
 
+class QLabel;
+class QLayout;
+class QPushButton;
 class QTabWidget;
 
 namespace kalvo {
@@ -35,6 +38,7 @@ protected:
 
 private:
     void makeTabs();
+    [[nodiscard]] QLayout* makeFoot();
     void turnTab(int step);
     void makeStepWindows();
     void refresh();
@@ -52,6 +56,8 @@ private:
     ScenarioEditor scenarios_;
     SettingsContext context_;
     QTabWidget* TabParam = nullptr;
+    QLabel* LblEtat = nullptr;
+    QPushButton* CmdDeverrouiller = nullptr;
     ConnectionPage* connection_ = nullptr;
     PortPage* port_ = nullptr;
     KeyPage* particularKeys_ = nullptr;
