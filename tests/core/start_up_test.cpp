@@ -108,7 +108,7 @@ TEST_F(StartingUp, ErrorsAreShownAndTheProgramGoesOn) {
                                   HasSubstr("\r\n\r\nL'application va se fermer."))));
     EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kCritical);
     EXPECT_FALSE(world.port.open) << "the rest of the steps is left out";
-    EXPECT_EQ(tip(), expectedTip("1", ""));
+    EXPECT_EQ(tip(), expectedTip("1", "Aucun scénario choisi"_ansi));
 
     std::filesystem::rename(database + ".away", database);
     world.dialogs.shown.clear();
