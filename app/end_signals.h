@@ -1,4 +1,4 @@
-// The signals of a run without windows: end (SIGINT, SIGTERM; Ctrl+C or closing the
+// The signals of a run without windows: end (SIGINT, SIGTERM, SIGHUP; Ctrl+C or closing the
 // console on Windows) and transfer (SIGUSR1; Ctrl+Break).
 #pragma once
 

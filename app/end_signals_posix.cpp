@@ -22,6 +22,10 @@ constexpr timespec kLookInterval{0, 100'000'000};
 EndSignals::EndSignals() : waiting_(std::make_unique<Waiting>()) {
     sigemptyset(&waiting_->signals);
     for (const int signal : {SIGINT, SIGTERM, SIGUSR1}) sigaddset(&waiting_->signals, signal);
+    // Whoever started us may want us to outlive the terminal.
+    struct sigaction hangUp {};
+    sigaction(SIGHUP, nullptr, &hangUp);
+    if (hangUp.sa_handler != SIG_IGN) sigaddset(&waiting_->signals, SIGHUP);
     pthread_sigmask(SIG_BLOCK, &waiting_->signals, nullptr);
 }
 
@@ -34,7 +38,7 @@ void EndSignals::start(std::function<void()> onEnd, std::function<void()> onTran
             while (!stop.stop_requested()) {
                 const int signal = sigtimedwait(&signals, nullptr, &kLookInterval);
                 if (signal == SIGUSR1) onTransfer();
-                if (signal == SIGINT || signal == SIGTERM) onEnd();
+                if (signal == SIGINT || signal == SIGTERM || signal == SIGHUP) onEnd();
             }
         });
 }

@@ -56,7 +56,7 @@ Result measure(RecordingWindow& window, const std::string& text,
     return {static_cast<double>(text.size()) / seconds, text.size() - same};
 }
 
-void typeRaw(const kalvo::X11Connection& connection, const kalvo::testing::KeyboardState& keyboard,
+void typeRaw(kalvo::X11Connection& connection, const kalvo::testing::KeyboardState& keyboard,
              const std::string& text) {
     std::array<std::uint8_t, 256> keycodes{};
     for (const char c : text) {
@@ -92,7 +92,7 @@ int main() {
     const kalvo::testing::KeyboardState state(server.display());
     kalvo::X11Keyboard keyboard(server.display());
     kalvo::testing::FakeEventPump events;
-    const kalvo::X11Connection connection(server.display());
+    kalvo::X11Connection connection(server.display());
 
     const std::string text = plainText(kOurs);
     const Result ours = measure(window, text, [&] {

@@ -21,10 +21,12 @@ namespace kalvo {
 std::string_view reasonOf(TypingStop stop) {
     switch (stop) {
         case TypingStop::kNone: break;
-        case TypingStop::kStopKey: return "arrêtée au clavier"_ansi;
+        case TypingStop::kStopKey: return "arrêtée au clavier (touche Échap)"_ansi;
+        case TypingStop::kUserStop: return "arrêtée depuis le menu"_ansi;
         case TypingStop::kOtherApplication:
             return "une autre application est passée au premier plan"_ansi;
         case TypingStop::kTargetGone: return "la fenêtre cible a été fermée"_ansi;
+        case TypingStop::kNoTarget: return "aucune application n'est au premier plan"_ansi;
         case TypingStop::kKeyboardLost: return "pas d'affichage"_ansi;
         case TypingStop::kProgramEnds: return "le programme a été arrêté"_ansi;
     }
@@ -85,11 +87,12 @@ private:
             fromPass > 1 ? beginOf(static_cast<std::size_t>(fromPass) - 1, script) : 0;
         report_.passesDone = passesBefore(skipped);
         journal_.typing(report_.batch, report_.passes, report_.passesDone);
+        TypingNews news;
+        news.progress = [&](std::size_t typed) {
+            journal_.typing(report_.batch, report_.passes, passesBefore(skipped + typed));
+        };
         const Typing typing = typeScript(platform_, script.substr(skipped), scenario_.TimerPause,
-                                         ScriptSource::kReceived, [&](std::size_t typed) {
-                                             journal_.typing(report_.batch, report_.passes,
-                                                             passesBefore(skipped + typed));
-                                         });
+                                         ScriptSource::kReceived, news);
         if (typing.stop == TypingStop::kNone) {
             report_.passesDone = report_.passes;
             journal_.typed(report_.batch, report_.passes);

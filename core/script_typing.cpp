@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "keys/script_tokens.h"
 #include "platform/event_pump.h"
@@ -9,6 +10,8 @@
 namespace kalvo {
 
 namespace {
+
+constexpr int kPauseStep = 100;  // milliseconds
 
 bool holdsLockToken(std::string_view text) {
     return text.find(kNumLockToken) != std::string_view::npos ||
@@ -18,8 +21,8 @@ bool holdsLockToken(std::string_view text) {
 class ScriptTyping {
 public:
     ScriptTyping(const Platform& platform, std::string_view script, ScriptSource source,
-                 const std::function<void(std::size_t)>& progress)
-        : platform_(platform), script_(script), source_(source), progress_(progress) {}
+                 const TypingNews& news)
+        : platform_(platform), script_(script), source_(source), news_(news) {}
 
     Typing run(int timerPause) {
         platform_.watch.begin();
@@ -62,21 +65,37 @@ private:
             switchCapsLockOffForTokens(platform_.keyboard, text.text());
             send(text.text(), [&](std::size_t typed) { return begin + text.before(typed); });
             if (!going()) return;
+            // The pause belongs to what is done: typing goes on behind its token.
+            typing_.resumeAt = std::min(begin + piece.size() + kTimerToken.size(), script_.size());
             platform_.events.DoEvents();
-            platform_.events.Sleep(std::max(timerPause, 0));
+            pause(timerPause);
+        }
+    }
+
+    // In steps, so that a stop does not wait for its end.
+    void pause(int milliseconds) {
+        for (int left = std::max(milliseconds, 0); left > 0 && going(); left -= kPauseStep) {
+            platform_.events.Sleep(std::min(left, kPauseStep));
+            platform_.events.answerUser();
+            typing_.stop =
+                platform_.events.ending() ? TypingStop::kProgramEnds : platform_.watch.look();
         }
     }
 
     // `place` turns a position in the text into one in the script.
     template <typename Place>
     void send(const std::string& text, const Place& place) {
-        Keysend keysend(platform_.keyboard, platform_.events, platform_.watch,
-                        [&](std::size_t typed) {
-                            typing_.typed = place(typed);
-                            if (progress_) progress_(typing_.typed);
-                        });
+        TypingNews news;
+        news.progress = [&](std::size_t typed) {
+            typing_.typed = place(typed);
+            if (news_.progress) news_.progress(typing_.typed);
+        };
+        news.disturbed = [&](std::size_t typed) {
+            if (news_.disturbed) news_.disturbed(place(typed));
+        };
+        Keysend keysend(platform_.keyboard, platform_.events, platform_.watch, std::move(news));
         const Typing piece = keysend.SendKeyScript(text, 0);
-        typing_ = {place(piece.typed), piece.stop};
+        typing_ = {place(piece.typed), piece.stop, place(piece.resumeAt), piece.lead};
     }
 
     [[nodiscard]] bool going() const { return typing_.stop == TypingStop::kNone; }
@@ -84,15 +103,15 @@ private:
     const Platform& platform_;
     std::string_view script_;
     ScriptSource source_;
-    const std::function<void(std::size_t)>& progress_;
+    const TypingNews& news_;
     Typing typing_;
 };
 
 }  // namespace
 
 Typing typeScript(const Platform& platform, std::string_view script, int timerPause,
-                  ScriptSource source, const std::function<void(std::size_t)>& progress) {
-    return ScriptTyping(platform, script, source, progress).run(timerPause);
+                  ScriptSource source, const TypingNews& news) {
+    return ScriptTyping(platform, script, source, news).run(timerPause);
 }
 
 }  // namespace kalvo

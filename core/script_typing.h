@@ -21,11 +21,10 @@ enum class ScriptSource { kReceived, kReplayed };
 
 // Types a script into the focused application. {TIMER} splits it into pieces that
 // are typed one after another with a pause of `timerPause` milliseconds after each;
-// {NUMLOCK} presses NumLock, {CAPSLOCK} switches CapsLock off. `progress` hears now and
-// then how many characters of the script are done. What is not typed on purpose counts as
+// {NUMLOCK} presses NumLock, {CAPSLOCK} switches CapsLock off. `news` counts in characters
+// of this script, as the answer does. What is not typed on purpose counts as
 // done at the end. ProgramEnd does not come out of here: it is a reason to stop.
 Typing typeScript(const Platform& platform, std::string_view script, int timerPause,
-                  ScriptSource source = ScriptSource::kReceived,
-                  const std::function<void(std::size_t typed)>& progress = {});
+                  ScriptSource source = ScriptSource::kReceived, const TypingNews& news = {});
 
 }  // namespace kalvo

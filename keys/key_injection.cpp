@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <span>
+#include <utility>
 
 #include "keys/family_9x.h"
 #include "text/number_text.h"
@@ -14,11 +15,14 @@ namespace {
 constexpr std::uint8_t kPlatform9x = 1;
 constexpr std::int16_t kSettleTime = 20;  // milliseconds
 constexpr int kKeysBetweenLooks = 64;
-constexpr std::uint32_t kTimeBetweenLooks = 10;  // milliseconds
+constexpr std::uint32_t kTimeBetweenLooks = 10;    // milliseconds
+constexpr std::uint32_t kTimeBetweenAnswers = 33;  // milliseconds
+constexpr int kHoldInterval = 5;                   // milliseconds
 
 constexpr Key kCapsLockKey{Key::Kind::kNamed, kVkCapital};
 constexpr Key kNumLockKey{Key::Kind::kNamed, kVkNumLock};
 constexpr Key kScrollLockKey{Key::Kind::kNamed, kVkScroll};
+constexpr Key kEnterKey{Key::Kind::kNamed, 0x0D};
 
 // The modifiers a shift state asks for, in the order in which they are sent.
 struct NeededModifier {
@@ -48,7 +52,7 @@ Typing Keysend::SendKeyScript(std::string_view script, std::int16_t wait) {
     chooseFlags(family);
     if (family == OsFamily::k9x) {
         sendByPlatform(keyboard_, script, wait);
-        return {script.size(), TypingStop::kNone};
+        return {script.size(), TypingStop::kNone, 0, {}};
     }
     const LockStates initial = switchLocksOff();
     KeyScriptReader reader(script, [this](char c) { return keyboard_.CharToOemA(c); });
@@ -82,35 +86,64 @@ Keysend::LockStates Keysend::switchLocksOff() {
 
 Typing Keysend::typeEvents(KeyScriptReader& reader) {
     Typing typing;
-    keysSinceLook_ = 0;
-    lastLook_ = events_.GetTickCount();
+    keysSinceLook_ = kKeysBetweenLooks;  // once before the first key
     for (;;) {
         if (typing.stop == TypingStop::kNone && reader.betweenKeys() && timeToLook()) {
-            typing = {reader.typed(), look()};
-            if (typing.stop != TypingStop::kNone)
+            keyboard_.finishInput();
+            typing.typed = reader.typed();
+            typing.stop = look(typing.typed);
+            if (typing.stop == TypingStop::kNone) {
+                if (news_.progress) news_.progress(typing.typed);
+                keyboard_.holdLayout();
+            } else {
+                auto continuation = reader.continuation();
+                typing.resumeAt = continuation.place;
+                typing.lead = std::move(continuation.lead);
                 reader.stop();
-            else if (progress_)
-                progress_(typing.typed);
+            }
         }
         const auto event = reader.next();
-        if (!event) return typing;
+        if (!event) break;
         switch (event->action) {
             case KeyEvent::Action::kDown: SendKeyDown(event->key); break;
             case KeyEvent::Action::kUp: SendKeyUp(event->key); break;
             case KeyEvent::Action::kFlipNumLock: FlipNumLock(); break;
         }
+        if (event->key == kEnterKey) enterSent_ = true;
     }
+    keyboard_.finishInput();
+    return typing;
 }
 
+// An Enter ends a record more often than not: a look there keeps what goes wrong to one.
 bool Keysend::timeToLook() {
     const std::uint32_t now = events_.GetTickCount();
-    if (++keysSinceLook_ < kKeysBetweenLooks && now - lastLook_ < kTimeBetweenLooks) return false;
+    const bool often = ++keysSinceLook_ < kKeysBetweenLooks && !enterSent_;
+    if (often && now - lastLook_ < kTimeBetweenLooks) return false;
     keysSinceLook_ = 0;
+    enterSent_ = false;
     lastLook_ = now;
     return true;
 }
 
-TypingStop Keysend::look() {
+// Waits, too, as long as the watch wants it.
+TypingStop Keysend::look(std::size_t typed) {
+    if (events_.GetTickCount() - lastAnswer_ >= kTimeBetweenAnswers) {
+        lastAnswer_ = events_.GetTickCount();
+        events_.answerUser();
+    }
+    TypingStop stop = lookOnce();
+    const bool disturbed = watch_.hold() == TypingWatch::Hold::kUserKey;
+    while (stop == TypingStop::kNone && watch_.hold() != TypingWatch::Hold::kNone) {
+        events_.answerUser();
+        events_.Sleep(kHoldInterval);
+        stop = lookOnce();
+    }
+    if (disturbed && news_.disturbed) news_.disturbed(typed);
+    return stop;
+}
+
+TypingStop Keysend::lookOnce() {
     if (events_.ending()) return TypingStop::kProgramEnds;
     if (!keyboard_.connected()) return TypingStop::kKeyboardLost;
     return watch_.look();

@@ -23,18 +23,29 @@ enum class OsFamily { k9x, kNt };
 struct Typing {
     std::size_t typed = 0;  // characters from its beginning, whole
     TypingStop stop = TypingStop::kNone;
+    // Of a script that was stopped: it goes on with `lead` and what is behind `resumeAt`.
+    std::size_t resumeAt = 0;
+    std::string lead;
+};
+
+// What a sender tells while it types; positions are in characters of the script.
+struct TypingNews {
+    std::function<void(std::size_t typed)> progress;
+    // The user pressed keys of his own: what stands there may not be what was typed.
+    std::function<void(std::size_t typed)> disturbed;
 };
 
 // Types key scripts. Lock keys are off while a script is typed and are put back
-// afterwards, but for what the script itself does to them. Between keys, at least every
-// 64 of them and every 10 ms, it looks whether to stop: then every modifier comes up, the
-// locks are put back, and the rest of the script is left.
+// afterwards, but for what the script itself does to them. Between keys, behind each Enter,
+// at least every 64 of them and every 10 ms, it waits until they have been taken and looks
+// whether to stop: then every modifier comes up, the locks are put back, and the rest of the
+// script is left. While the user holds a key of his own down, or nobody has the focus, it
+// waits.
 class Keysend {
 public:
-    // `progress` is told now and then how many characters of a script have been typed.
     Keysend(KeyboardInput& keyboard, EventPump& events, TypingWatch& watch = unwatched(),
-            std::function<void(std::size_t typed)> progress = {})
-        : keyboard_(keyboard), events_(events), watch_(watch), progress_(std::move(progress)) {}
+            TypingNews news = {})
+        : keyboard_(keyboard), events_(events), watch_(watch), news_(std::move(news)) {}
 
     // Types a script. `wait` is 0 for every caller of today: on the 9x family it is
     // the platform sender's wait flag; on NT a value other than 0 adds a pause of
@@ -66,7 +77,8 @@ private:
     LockStates switchLocksOff();
     Typing typeEvents(KeyScriptReader& reader);
     [[nodiscard]] bool timeToLook();
-    [[nodiscard]] TypingStop look();
+    [[nodiscard]] TypingStop look(std::size_t typed);
+    [[nodiscard]] TypingStop lookOnce();
     void restoreLocks(const LockStates& initial, const LockTrackers& trackers, std::int16_t wait);
     void typeKey(Key key);
     void sendKey(Key key, std::uint32_t flags);
@@ -74,9 +86,11 @@ private:
     KeyboardInput& keyboard_;
     EventPump& events_;
     TypingWatch& watch_;
-    std::function<void(std::size_t)> progress_;
+    TypingNews news_;
     int keysSinceLook_ = 0;
+    bool enterSent_ = false;
     std::uint32_t lastLook_ = 0;
+    std::uint32_t lastAnswer_ = 0;
     std::uint32_t DownFlags = kKeyEventScanCode;
     std::uint32_t UpFlags = kKeyEventScanCode | kKeyEventKeyUp;
 };

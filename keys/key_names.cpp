@@ -40,4 +40,10 @@ std::int16_t KeyNameToCode(std::string_view name) {
     return found == kNamedKeys.end() ? std::int16_t{0} : found->code;
 }
 
+std::string_view nameOfKey(std::uint8_t code) {
+    const auto* const found = std::find_if(kNamedKeys.begin(), kNamedKeys.end(),
+                                           [&](const NamedKey& key) { return key.code == code; });
+    return found == kNamedKeys.end() ? std::string_view() : found->name;
+}
+
 }  // namespace kalvo

@@ -9,4 +9,7 @@ namespace kalvo {
 // The virtual-key code of a name, in any case; 0 when the name is unknown.
 [[nodiscard]] std::int16_t KeyNameToCode(std::string_view name);
 
+// The name of such a virtual key; empty for any other.
+[[nodiscard]] std::string_view nameOfKey(std::uint8_t code);
+
 }  // namespace kalvo

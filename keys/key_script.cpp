@@ -18,6 +18,11 @@ Key literal(char character) { return {Key::Kind::kLiteral, static_cast<std::uint
 
 bool isNumLock(Key key) { return key.kind == Key::Kind::kNamed && key.code == kVkNumLock; }
 
+char prefixOf(Key::Kind modifier) {
+    if (modifier == Key::Kind::kShift) return '+';
+    return modifier == Key::Kind::kControl ? '^' : '%';
+}
+
 // The length of a braced group: up to the last "}" before the next "{" that follows
 // a "}", so that "}" and "{" can stand in braces themselves.
 std::optional<std::size_t> groupLength(ExpandedScript afterBrace) {
@@ -81,6 +86,30 @@ std::optional<KeyEvent> KeyScriptReader::next() {
 void KeyScriptReader::stop() {
     script_.dropRest();
     repetition_.remaining = 0;
+}
+
+KeyScriptReader::Continuation KeyScriptReader::continuation() const {
+    Continuation left{script_.taken(), {}};
+    for (const Key modifier : heldModifiers_) left.lead += prefixOf(modifier.kind);
+    const bool repeating = repetition_.remaining > 0;
+    if (groupOpen_ || (repeating && !left.lead.empty())) left.lead += '(';
+    if (repeating) left.lead += scriptOf(repetition_);
+    if (!groupOpen_ && repeating && !heldModifiers_.empty()) left.lead += ')';
+    return left;
+}
+
+std::string KeyScriptReader::scriptOf(const Repetition& repetition) {
+    const auto group = [](std::string_view name, std::int32_t count) {
+        return "{" + std::string(name) + " " + std::to_string(count) + "}";
+    };
+    if (repetition.text.empty())
+        return group(nameOfKey(repetition.named.code), repetition.remaining);
+    std::string script;
+    for (std::size_t i = repetition.position; repetition.position > 0 && i < repetition.text.size();
+         ++i)
+        script += group(repetition.text.substr(i, 1), 1);
+    const std::int32_t whole = repetition.remaining - (repetition.position > 0 ? 1 : 0);
+    return whole > 0 ? script + group(repetition.text, whole) : script;
 }
 
 void KeyScriptReader::readOne() {

@@ -66,12 +66,14 @@ public:
         : size_(script.size()), rest_(script), oemCode_(&oemCode) {}
 
     [[nodiscard]] bool atEnd() const { return rest_.empty() && offset_ == expansion_.size(); }
+    // Whether nothing of a rewritten character is still to come.
+    [[nodiscard]] bool betweenCharacters() const { return offset_ == expansion_.size(); }
     // The next character; call only before the end.
     char take();
     void dropRest();
     // The characters of the script that have been taken whole.
     [[nodiscard]] std::size_t taken() const {
-        return size_ - rest_.size() - (offset_ < expansion_.size() ? 1 : 0);
+        return size_ - rest_.size() - (betweenCharacters() ? 0 : 1);
     }
 
 private:
@@ -101,8 +103,11 @@ public:
     // The trackers after the events taken so far.
     [[nodiscard]] LockTrackers locks() const { return locks_; }
 
-    // Whether the events taken so far leave no key down but held modifiers.
-    [[nodiscard]] bool betweenKeys() const { return pendingPosition_ == pending_.size(); }
+    // Whether the events taken so far leave no key down but held modifiers, and no
+    // character half-way through its Alt+keypad code.
+    [[nodiscard]] bool betweenKeys() const {
+        return pendingPosition_ == pending_.size() && script_.betweenCharacters();
+    }
     // The characters of the script, from its beginning, all of whose events were taken.
     [[nodiscard]] std::size_t typed() const {
         return betweenKeys() && repetition_.remaining <= 0 ? script_.taken() : readFrom_;
@@ -110,6 +115,13 @@ public:
     // Ends the script here, between keys: what is still to come is the release of the held
     // modifiers.
     void stop();
+    // What goes on here later, between keys: the script from `place` on, behind `lead`,
+    // which presses again what is held and types what is left of a repetition.
+    struct Continuation {
+        std::size_t place = 0;
+        std::string lead;
+    };
+    [[nodiscard]] Continuation continuation() const;
 
 private:
     // Keys being typed over and over: one named key or the letters of a text.
@@ -119,6 +131,8 @@ private:
         std::int32_t remaining = 0;  // rounds left, the current one included
         std::size_t position = 0;    // next character of `text`
     };
+
+    [[nodiscard]] static std::string scriptOf(const Repetition& repetition);
 
     void readOne();
     void readGroup();

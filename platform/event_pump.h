@@ -26,6 +26,9 @@ public:
     // The same, but rests until something has to be delivered, at most that long.
     virtual void waitForEvents(int milliseconds) = 0;
 
+    // Lets windows answer the user in the middle of something: what was posted waits.
+    virtual void answerUser() {}
+
     // Whether the program has been asked to end.
     [[nodiscard]] virtual bool ending() = 0;
 

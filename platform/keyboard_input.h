@@ -77,8 +77,13 @@ public:
     [[nodiscard]] virtual bool connected() { return true; }
 
     // Everything injected so far has been taken by the session when this returns. Called
-    // at the end of whatever is typed.
+    // at the end of whatever is typed, and now and then while it is typed.
     virtual void finishInput() {}
+
+    // Until the next finishInput() the layout stays what it is now, where the session can
+    // promise that: nobody else may be able to do anything meanwhile, so it follows within
+    // milliseconds.
+    virtual void holdLayout() {}
 
     // Injects one event of a virtual key.
     virtual void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode,

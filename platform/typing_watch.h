@@ -9,8 +9,10 @@ namespace kalvo {
 enum class TypingStop : std::uint8_t {
     kNone,
     kStopKey,           // the user pressed the stop key
+    kUserStop,          // the user stopped it in a window of ours
     kOtherApplication,  // another application has come to the front
     kTargetGone,        // the window typed into is gone
+    kNoTarget,          // no application had the focus when typing began
     kKeyboardLost,      // nothing can be typed any more
     kProgramEnds,
 };
@@ -20,10 +22,22 @@ class TypingWatch {
 public:
     virtual ~TypingWatch() = default;
 
-    // Typing begins: whoever has the focus now is the target.
+    // Typing begins: whoever has the focus now is the target, and keys the user holds now
+    // do not count until they are up.
     virtual void begin() {}
     // What has happened since.
     [[nodiscard]] virtual TypingStop look() { return TypingStop::kNone; }
+
+    // What keeps typing waiting, as of the last look().
+    enum class Hold : std::uint8_t {
+        kNone,
+        kUserKey,    // a key of the user's own is down, or was since the look before
+        kFocusMoves  // nobody has the focus for the moment
+    };
+    [[nodiscard]] virtual Hold hold() { return Hold::kNone; }
+
+    // Whether the application typed into last has the focus now.
+    [[nodiscard]] virtual bool targetInFront() { return false; }
 };
 
 // A watch that sees nothing.

@@ -4,6 +4,7 @@
 
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
+#include "app/end_signals.h"
 #include "core/frame_dispatch.h"
 #include "journal/batch_journal.h"
 #include "platform/sqlite/journal_database.h"
@@ -80,6 +81,8 @@ int resend(const CommandLine& line, SystemBindings& bindings, CommandContext& co
     run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
     if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
+    EndSignals signals;
+    signals.start([&] { context.events.requestEnd(); }, [] {});
     BatchJournal batches(&journal, context.events, writeErrorLine);
     const BatchReport report = dispatchAgain(context.platform(), context.state, batches, entry,
                                              journal.bytes(entry.id), line.from);

@@ -1,6 +1,8 @@
 // replay: a text file as if it had been received.
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
+#include "app/end_signals.h"
+#include "core/frame_dispatch.h"
 #include "scenario/scenario_loader.h"
 #include "settings/settings_store.h"
 #include "transfer/file_replay.h"
@@ -19,9 +21,16 @@ int runReplay(const CommandLine& line, SystemBindings& bindings) {
     run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
     if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
-    const BatchReport report = ReplayText(context.platform(), run, content, separator);
-    if (!report.whole()) writeErrorLine(report.reason);
-    return report.whole() ? kExitSuccess : kExitFailure;
+    EndSignals signals;
+    signals.start([&] { context.events.requestEnd(); }, [] {});
+    try {
+        const BatchReport report = ReplayText(context.platform(), run, content, separator);
+        if (!report.whole()) writeErrorLine(report.reason);
+        return report.whole() ? kExitSuccess : kExitFailure;
+    } catch (const ProgramEnd&) {
+        writeErrorLine(reasonOf(TypingStop::kProgramEnds));
+        return kExitFailure;
+    }
 }
 
 }  // namespace kalvo

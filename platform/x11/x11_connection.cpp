@@ -48,7 +48,7 @@ void X11Connection::requireExtensions() {
     if (xcb_get_extension_data(connection_, &xcb_test_id)->present == 0)
         throw cannotType("l'extension XTEST manque au serveur X."_ansi);
     const XReply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-        connection_, xcb_input_xi_query_version(connection_, 2, 0), nullptr));
+        connection_, xcb_input_xi_query_version(connection_, 2, 2), nullptr));
     if (!version) throw cannotType("l'extension XInput 2 manque au serveur X."_ansi);
 }
 
@@ -70,9 +70,22 @@ void X11Connection::findKeyboards() {
     if (xtestKeyboard_ == 0) throw cannotType("le serveur X n'a pas de clavier XTEST."_ansi);
 }
 
-void X11Connection::sync() const {
+void X11Connection::sync() {
+    letOthersGoOn();
     XReply<xcb_get_input_focus_reply_t>(
         xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+}
+
+void X11Connection::holdOthers() {
+    if (holdsOthers_) return;
+    xcb_grab_server(connection_);
+    sync();
+    holdsOthers_ = true;
+}
+
+void X11Connection::letOthersGoOn() {
+    if (holdsOthers_) xcb_ungrab_server(connection_);
+    holdsOthers_ = false;
 }
 
 }  // namespace kalvo

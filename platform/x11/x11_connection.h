@@ -31,10 +31,18 @@ public:
 
     [[nodiscard]] xcb_connection_t* get() const { return connection_; }
     [[nodiscard]] bool alive() const { return xcb_connection_has_error(connection_) == 0; }
-    void flush() const { xcb_flush(connection_); }
+    void flush() {
+        letOthersGoOn();
+        xcb_flush(connection_);
+    }
 
     // Waits until the server has carried out everything sent so far.
-    void sync() const;
+    void sync();
+
+    // From here to the next flush() or sync() the server serves nobody else, so that what
+    // it says stays true. A caller that waits for anybody but the server flushes first.
+    void holdOthers();
+    [[nodiscard]] bool holdsOthers() const { return holdsOthers_; }
 
     // The display's name; empty for the one of the environment. XOpenDisplay takes both.
     [[nodiscard]] const std::string& displayName() const { return displayName_; }
@@ -47,6 +55,7 @@ public:
     [[nodiscard]] std::uint8_t xkbEvent() const { return xkbEvent_; }
 
 private:
+    void letOthersGoOn();
     void requireExtensions();
     void findKeyboards();
 
@@ -56,6 +65,7 @@ private:
     std::uint16_t coreKeyboard_ = 0;
     std::uint16_t xtestKeyboard_ = 0;
     std::uint8_t xkbEvent_ = 0;
+    bool holdsOthers_ = false;
 };
 
 }  // namespace kalvo

@@ -8,6 +8,9 @@ namespace {
 // holds a modifier is asked again.
 constexpr std::chrono::milliseconds kTypingPause{200};
 
+// Key maps in a row that may come into force before typing goes on all the same.
+constexpr int kMapsInARow = 5;
+
 }  // namespace
 
 X11Keyboard::X11Keyboard(const char* display) : connection_(display), keymap_(connection_) {}
@@ -24,6 +27,14 @@ void X11Keyboard::startTyping() {
     const Clock::time_point now = Clock::now();
     if (now - lastTyping_ > kTypingPause && injector_.down().none()) userModifiers_.detect();
     lastTyping_ = now;
+}
+
+// Fetching a map lets others go on, who may change it once more.
+void X11Keyboard::holdLayout() {
+    for (int i = 0; i < kMapsInARow && !connection_.holdsOthers(); ++i) {
+        connection_.holdOthers();
+        layout_.follow();
+    }
 }
 
 KeyboardLayout& X11Keyboard::foregroundLayout() {

@@ -23,7 +23,8 @@ namespace kalvo {
 // logic that types on Windows types here. Modifiers the user holds are out of the way
 // during each injection and put back behind it. Injections go to the server in packets
 // of a few hundred keys: one packet for each would cost more than the keys themselves.
-// Everything pressed is released and the key map put back on destruction. If the
+// Everything pressed is released and the key map put back on destruction. While
+// the layout is held nobody else can change the key map. If the
 // connection is lost, nothing is typed any more.
 class X11Keyboard : public KeyboardInput, private AltKeypad::Sink {
 public:
@@ -40,6 +41,7 @@ public:
     void SendInput(std::span<const KeyRecord> records) override;
     [[nodiscard]] bool connected() override { return connection_.alive(); }
     void finishInput() override { connection_.sync(); }
+    void holdLayout() override;
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override;
 

@@ -89,7 +89,10 @@ bool X11Keymap::update() {
     bool changed = false;
     while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())})
         if (event->response_type == connection_.xkbEvent() && isNews(*event)) changed = true;
-    return changed && fetch();
+    if (!changed) return false;
+    // A map may have to be set through a connection of its own.
+    connection_.flush();
+    return fetch();
 }
 
 bool X11Keymap::isNews(const xcb_generic_event_t& event) {

@@ -162,7 +162,7 @@ TEST_F(Typing, CharactersWithoutAKeyTakeTurnsOnTheSpareOnes) {
 }
 
 TEST_F(Typing, AModifierThatSomebodyHoldsIsNotInTheWayAndStaysHeld) {
-    const X11Connection user(server().display());
+    X11Connection user(server().display());
     const std::uint8_t shift = state.keycode(XKB_KEY_Shift_L);
     const auto fake = [&](std::uint8_t type) {
         xcb_test_fake_input(user.get(), type, shift, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
