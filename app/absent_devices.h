@@ -29,6 +29,7 @@ class NoForegroundWindow : public ForegroundWindow {
 public:
     void remember() override {}
     void giveBack() override {}
+    bool foreign() override { return true; }
 };
 
 // A port that is never open.

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QTimer>
 #include <QTranslator>
 #include <QVBoxLayout>
 #include <array>
@@ -17,29 +18,35 @@
 #include "app/end_signals.h"
 #include "app/reconnecting_keyboard.h"
 #include "app/run_journal.h"
-#include "core/frame_dispatch.h"
+#include "app/session_watch.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
+#include "core/typing_turns.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_notify_icon.h"
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/single_instance.h"
-#include "platform/typing_watch.h"
 #include "settings/options.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/resume_next.h"
 #include "transfer/file_replay_window.h"
 #include "tray/about_window.h"
+#include "tray/icon_menu_window.h"
 #include "tray/menu_window.h"
+#include "tray/suspension_window.h"
 #include "tray/transfer_window.h"
 #include "tray/tray_menu.h"
 
 namespace kalvo {
 
 namespace {
+
+constexpr int kTick = 200;  // milliseconds between two looks at who has the focus
+constexpr int kFocusTries = 30;
+constexpr int kFocusPause = 10;  // milliseconds
 
 // The splash window frmSplach.
 class SplashWindow : public QWidget {
@@ -63,23 +70,44 @@ public:
         : bindings_(bindings),
           events_([this](const RuntimeError& error) { showError(error); }),
           progress_([this] { events_.draw(); }),
-          icon_(QApplication::windowIcon(), [this] { menuWindow_.popUp(); }),
+          icon_(
+              QApplication::windowIcon(), [this] { menuWindow_.popUp(); },
+              [this] { iconMenu_.popUp(turns_.busy()); }),
           foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
           journal_(bindings, events_, [this](std::string_view text) { icon_.notify(text); }),
+          turns_(platform(), state_, journal_.batches(),
+                 {.targetReady = [this] { return targetReady(); },
+                  .showSuspended =
+                      [this](std::string_view text) { suspension_.showText(toQString(text)); },
+                  .hideSuspended = [this] { suspension_.hide(); },
+                  .say = [this](std::string_view text) { icon_.notify(text); },
+                  .done = [this](const BatchReport& report) { batchDone(report); }}),
           reception_(platform(), state_, journal_.batches(), [this] { dispatch(); }),
           menu_(platform(), state_, reception_,
                 {.showSettings = [this] { settings_.ask(); },
                  .showAbout = [] { AboutWindow(KALVO_VERSION).exec(); },
                  .showReplay = [this] { showReplay(); },
                  .endProgram = [this] { events_.requestEnd(); }}),
-          menuWindow_(*foreground_,
-                      [this](MenuEntry entry) { events_.deliver([&] { choose(entry); }); }),
+          menuWindow_(*foreground_, [this](MenuEntry entry) { chooseNow(entry); }),
+          iconMenu_({.choose = [this](MenuEntry entry) { chooseNow(entry); },
+                     .stopTyping = [this] { watch_.stop(); },
+                     .retypeLast = [this] { events_.deliver([this] { turns_.retypeLast(); }); }}),
+          suspension_(
+              {.resume = [this] { events_.deliver([this] { turns_.resume(); }); },
+               .restartRecord = [this] { events_.deliver([this] { turns_.restartRecord(); }); },
+               .abandon = [this] { events_.deliver([this] { turns_.abandon(); }); }}),
           transferWindow_([this] { reception_.cancelTransfer(); }),
           settings_(platform(), state_, reception_, events_, bindings) {
         state_.scenario.applicationFolder = bindings.applicationFolder;
         reception_.onTransfer([this](bool running) { transferWindow_.setVisible(running); });
         port_->onLineChange([this](bool lost) { lineChanged(lost); });
+        QObject::connect(&clock_, &QTimer::timeout, &events_, [this] {
+            if (turns_.busy()) return;
+            foreground_->remember();
+            events_.deliver([this] { turns_.tick(); });
+        });
+        clock_.start(kTick);
     }
 
     void run(EndSignals& signals) {
@@ -129,11 +157,29 @@ private:
         menu_.choose(entry);
     }
 
+    // What would begin something new waits until typing has come to its end.
+    void chooseNow(MenuEntry entry) {
+        if (turns_.busy() && entry != MenuEntry::kQuit)
+            events_.post([this, entry] { choose(entry); });
+        else
+            events_.deliver([&] { choose(entry); });
+    }
+
     void dispatch() {
         transferWindow_.hide();
+        turns_.dispatch();
+    }
+
+    // The window manager takes a moment to give the focus back.
+    bool targetReady() {
         settings_.makeWay();
         menuWindow_.makeWay();
-        const BatchReport report = TraiteEmul(platform(), state_, journal_.batches());
+        for (int tries = 0; tries < kFocusTries && !foreground_->foreign(); ++tries)
+            events_.Sleep(kFocusPause);
+        return foreground_->foreign();
+    }
+
+    void batchDone(const BatchReport& report) {
         if (isSet(Option::kNotifications) || !report.whole()) icon_.notify(shortText(report));
         // What went nowhere must stay where it is.
         const bool mayForget = report.whole() || !isSet(Option::kEraseAfterSuccess);
@@ -198,12 +244,16 @@ private:
     QtNotifyIcon icon_;
     std::unique_ptr<ForegroundWindow> foreground_;
     ReconnectingKeyboard keyboard_{connectKeyboard};
-    TypingWatch watch_;
+    SessionWatch watch_{bindings_};
     std::unique_ptr<SerialPort> port_;
     RunJournal journal_;
+    TypingTurns turns_;
     SerialReception reception_;
     TrayMenu menu_;
     MenuWindow menuWindow_;
+    IconMenuWindow iconMenu_;
+    SuspensionWindow suspension_;
+    QTimer clock_;
     TransferWindow transferWindow_;
     DesktopSettings settings_;
 };

@@ -19,6 +19,7 @@
 #include "platform/registry.h"
 #include "platform/serial_port.h"
 #include "platform/transfer_line.h"
+#include "platform/typing_watch.h"
 
 namespace kalvo {
 
@@ -40,6 +41,10 @@ struct SystemBindings {
 
 // The keyboard of the session. RuntimeError when there is none (no display).
 [[nodiscard]] std::unique_ptr<KeyboardInput> connectKeyboard();
+
+// What happens around whatever is typed into; `rules` is asked whenever typing begins.
+// RuntimeError when there is no display.
+[[nodiscard]] std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules);
 
 // Who has the keyboard focus. RuntimeError when there is no display.
 [[nodiscard]] std::unique_ptr<ForegroundWindow> watchForegroundWindow();

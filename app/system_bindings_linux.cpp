@@ -10,6 +10,7 @@
 #include "platform/x11/layout/xkb_layout.h"
 #include "platform/x11/x11_foreground_window.h"
 #include "platform/x11/x11_keyboard.h"
+#include "platform/x11/x11_typing_watch.h"
 #include "settings/application_paths.h"
 
 namespace kalvo {
@@ -25,6 +26,10 @@ SystemBindings createSystemBindings(const std::optional<std::string>& applicatio
 }
 
 std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<X11Keyboard>(); }
+
+std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules) {
+    return std::make_unique<X11TypingWatch>(std::move(rules));
+}
 
 std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
     return std::make_unique<X11ForegroundWindow>();

@@ -10,6 +10,7 @@
 #include "platform/windows/windows_keyboard.h"
 #include "platform/windows/windows_profile_files.h"
 #include "platform/windows/windows_registry.h"
+#include "platform/windows/windows_typing_watch.h"
 
 namespace kalvo {
 
@@ -24,6 +25,10 @@ SystemBindings createSystemBindings(const std::optional<std::string>& applicatio
 }
 
 std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<WindowsKeyboard>(); }
+
+std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules) {
+    return std::make_unique<WindowsTypingWatch>(std::move(rules));
+}
 
 std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
     return std::make_unique<WindowsForegroundWindow>();

@@ -14,6 +14,7 @@
 #include "keys/key_injection.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_keyboard.h"
+#include "platform/x11/x11_typing_watch.h"
 #include "tests/support/fake_event_pump.h"
 #include "tests/x11/keyboard_state.h"
 #include "tests/x11/recording_window.h"
@@ -95,8 +96,10 @@ int main() {
     kalvo::X11Connection connection(server.display());
 
     const std::string text = plainText(kOurs);
+    kalvo::X11TypingWatch watch([] { return kalvo::WatchRules(); }, server.display());
     const Result ours = measure(window, text, [&] {
-        kalvo::Keysend(keyboard, events).SendKeyScript(text, 0);
+        watch.begin();
+        kalvo::Keysend(keyboard, events, watch).SendKeyScript(text, 0);
         (void)keyboard.GetKeyState(kalvo::kVkCapital);
     });
     const std::string rawText = plainText(kRaw);

@@ -17,19 +17,36 @@ std::string inTheJournal(const BatchReport& report) {
            std::string(" du journal)"_ansi);
 }
 
+std::string withTouched(const BatchReport& report, std::string text) {
+    const std::string touched = touchedText(report);
+    return touched.empty() ? text : text + " ; " + touched;
+}
+
 }  // namespace
+
+std::string touchedText(const BatchReport& report) {
+    if (report.touched.empty()) return {};
+    std::string numbers;
+    for (const std::int32_t pass : report.touched)
+        numbers += (numbers.empty() ? "" : ", ") + std::to_string(pass);
+    return (report.touched.size() > 1 ? "enregistrements " : "enregistrement ") + numbers +
+           std::string(" à vérifier (touche pressée pendant la saisie)"_ansi);
+}
 
 std::string shortText(const BatchReport& report) {
     switch (report.outcome) {
         case BatchReport::Outcome::kTyped:
-            return counted(report.passes, "enregistrement saisi", "enregistrements saisis");
+            return withTouched(
+                report, counted(report.passes, "enregistrement saisi", "enregistrements saisis"));
         case BatchReport::Outcome::kWritten:
             return counted(report.passes, "enregistrement", "enregistrements") +
                    std::string(" dans "_ansi) + report.target;
         case BatchReport::Outcome::kInterrupted:
-            return std::string("Saisie arrêtée après "_ansi) +
-                   counted(report.passesDone, "enregistrement", "enregistrements") + " sur " +
-                   std::to_string(report.passes) + " : " + report.reason + inTheJournal(report);
+            return withTouched(report,
+                               std::string("Saisie arrêtée après "_ansi) +
+                                   counted(report.passesDone, "enregistrement", "enregistrements") +
+                                   " sur " + std::to_string(report.passes) + " : " + report.reason +
+                                   inTheJournal(report));
         case BatchReport::Outcome::kFailed: break;
     }
     return std::string(report.batch == 0 ? "Lot perdu : "_ansi : "Lot gardé : "_ansi) +

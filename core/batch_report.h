@@ -3,9 +3,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
+
+#include "platform/typing_watch.h"
 
 namespace kalvo {
+
+class BatchTyping;
 
 struct BatchReport {
     enum class Outcome : std::uint8_t {
@@ -22,12 +28,19 @@ struct BatchReport {
     std::uint32_t milliseconds = 0;
     std::string target;
     std::string reason;  // French, code page 1252
+    // The records during which the user pressed keys of his own, ascending.
+    std::vector<std::int32_t> touched;
+    // What is left of an interrupted one, if it can be taken up again in this run.
+    std::shared_ptr<BatchTyping> rest;
+    TypingStop stop = TypingStop::kNone;
 
     [[nodiscard]] bool whole() const {
         return outcome == Outcome::kTyped || outcome == Outcome::kWritten;
     }
 };
 
+// "enregistrement 3 à vérifier (touche pressée pendant la saisie)"; empty when none is.
+[[nodiscard]] std::string touchedText(const BatchReport& report);
 // "40 enregistrements saisis", "Lot gardé : ...": one line for a bubble.
 [[nodiscard]] std::string shortText(const BatchReport& report);
 // The same with characters and time, for a log.

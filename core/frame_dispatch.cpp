@@ -1,11 +1,10 @@
 #include "core/frame_dispatch.h"
 
-#include <algorithm>
+#include <memory>
 #include <string>
 #include <utility>
-#include <vector>
 
-#include "core/script_typing.h"
+#include "core/batch_typing.h"
 #include "platform/event_pump.h"
 #include "platform/keyboard_input.h"
 #include "platform/progress.h"
@@ -17,21 +16,6 @@
 #include "text/resume_next.h"
 
 namespace kalvo {
-
-std::string_view reasonOf(TypingStop stop) {
-    switch (stop) {
-        case TypingStop::kNone: break;
-        case TypingStop::kStopKey: return "arrêtée au clavier (touche Échap)"_ansi;
-        case TypingStop::kUserStop: return "arrêtée depuis le menu"_ansi;
-        case TypingStop::kOtherApplication:
-            return "une autre application est passée au premier plan"_ansi;
-        case TypingStop::kTargetGone: return "la fenêtre cible a été fermée"_ansi;
-        case TypingStop::kNoTarget: return "aucune application n'est au premier plan"_ansi;
-        case TypingStop::kKeyboardLost: return "pas d'affichage"_ansi;
-        case TypingStop::kProgramEnds: return "le programme a été arrêté"_ansi;
-    }
-    return {};
-}
 
 namespace {
 
@@ -52,15 +36,14 @@ public:
     BatchReport run(std::int32_t fromPass) {
         SplitFrameFields(platform_, scenario_, data_);
         std::string script = BuildKeyScript(platform_, scenario_, data_);
-        passStarts_ = scenario_.passStarts;
-        report_.passes = static_cast<std::int32_t>(passStarts_.size());
+        report_.passes = static_cast<std::int32_t>(scenario_.passStarts.size());
         platform_.progress.unload();
         platform_.events.DoEvents();
         platform_.events.Sleep(kPauseBeforeTyping);
         if (scenario_.active.FileMode)
             write(script);
         else
-            type(script, fromPass);
+            type(std::move(script), fromPass);
         report_.milliseconds = platform_.events.GetTickCount() - start_;
         return report_;
     }
@@ -82,38 +65,12 @@ private:
         journal_.written(report_.batch, report_.passes);
     }
 
-    void type(std::string_view script, std::int32_t fromPass) {
-        const std::size_t skipped =
-            fromPass > 1 ? beginOf(static_cast<std::size_t>(fromPass) - 1, script) : 0;
-        report_.passesDone = passesBefore(skipped);
-        journal_.typing(report_.batch, report_.passes, report_.passesDone);
-        TypingNews news;
-        news.progress = [&](std::size_t typed) {
-            journal_.typing(report_.batch, report_.passes, passesBefore(skipped + typed));
-        };
-        const Typing typing = typeScript(platform_, script.substr(skipped), scenario_.TimerPause,
-                                         ScriptSource::kReceived, news);
-        if (typing.stop == TypingStop::kNone) {
-            report_.passesDone = report_.passes;
-            journal_.typed(report_.batch, report_.passes);
-            return;
-        }
-        report_.outcome = BatchReport::Outcome::kInterrupted;
-        report_.passesDone = passesBefore(skipped + typing.typed);
-        report_.reason = reasonOf(typing.stop);
-        journal_.interrupted(report_.batch, report_.passes, report_.passesDone, report_.reason);
-        if (typing.stop == TypingStop::kProgramEnds) throw ProgramEnd{};
-    }
-
-    [[nodiscard]] std::size_t beginOf(std::size_t pass, std::string_view script) const {
-        return pass < passStarts_.size() ? passStarts_[pass] : script.size();
-    }
-
-    // The passes that end at or before a place of the script.
-    [[nodiscard]] std::int32_t passesBefore(std::size_t place) const {
-        const auto begun =
-            std::upper_bound(passStarts_.begin(), passStarts_.end(), place) - passStarts_.begin();
-        return static_cast<std::int32_t>(std::max<std::ptrdiff_t>(begun - 1, 0));
+    void type(std::string script, std::int32_t fromPass) {
+        auto typing = std::make_shared<BatchTyping>(report_.batch, std::move(script),
+                                                    scenario_.passStarts, scenario_.TimerPause);
+        typing->goTo(fromPass);
+        report_.stop = typing->run(platform_, journal_, report_);
+        if (report_.stop != TypingStop::kNone) report_.rest = std::move(typing);
     }
 
     const Platform& platform_;
@@ -121,7 +78,6 @@ private:
     BatchJournal& journal_;
     std::uint32_t start_;
     std::string data_;
-    std::vector<std::uint32_t> passStarts_;
     BatchReport report_;
 };
 

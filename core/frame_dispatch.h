@@ -3,18 +3,14 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "core/batch_report.h"
+#include "core/batch_typing.h"
 #include "core/run_time_state.h"
 #include "journal/batch_journal.h"
 #include "platform/platform.h"
-#include "platform/typing_watch.h"
 
 namespace kalvo {
-
-// Why typing stopped, as users are told; empty when it did not.
-[[nodiscard]] std::string_view reasonOf(TypingStop stop);
 
 // Whether a batch can go anywhere now: a scenario that types needs a keyboard.
 [[nodiscard]] bool canDispatch(const Platform& platform, const RunTimeState& state);

@@ -91,8 +91,12 @@ void BatchJournal::typing(std::int64_t batch, std::int32_t passes, std::int32_t 
     update(batch, BatchState::kTyping, passes, passesDone, {});
 }
 
-void BatchJournal::typed(std::int64_t batch, std::int32_t passes) {
-    update(batch, BatchState::kTyped, passes, passes, {});
+void BatchJournal::typed(std::int64_t batch, std::int32_t passes, std::string_view note) {
+    update(batch, BatchState::kTyped, passes, passes, note);
+}
+
+void BatchJournal::waiting(std::int64_t batch, std::string_view reason) {
+    update(batch, BatchState::kReceived, 0, 0, reason);
 }
 
 void BatchJournal::written(std::int64_t batch, std::int32_t passes) {

@@ -47,7 +47,10 @@ public:
 
     // How far typing has come; written a few times a second at most.
     void typing(std::int64_t batch, std::int32_t passes, std::int32_t passesDone);
-    void typed(std::int64_t batch, std::int32_t passes);
+    // `note` is what the user should look at all the same; may be empty.
+    void typed(std::int64_t batch, std::int32_t passes, std::string_view note = {});
+    // Not yet typed, and why.
+    void waiting(std::int64_t batch, std::string_view reason);
     void written(std::int64_t batch, std::int32_t passes);
     void interrupted(std::int64_t batch, std::int32_t passes, std::int32_t passesDone,
                      std::string_view reason);

@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::uint8_t kPlatform9x = 1;
 constexpr std::int16_t kSettleTime = 20;  // milliseconds
-constexpr int kKeysBetweenLooks = 64;
+constexpr int kKeysBetweenGlances = 64;
+constexpr int kKeysBetweenLooks = 512;
 constexpr std::uint32_t kTimeBetweenLooks = 10;    // milliseconds
 constexpr std::uint32_t kTimeBetweenAnswers = 33;  // milliseconds
 constexpr int kHoldInterval = 5;                   // milliseconds
@@ -22,6 +23,7 @@ constexpr int kHoldInterval = 5;                   // milliseconds
 constexpr Key kCapsLockKey{Key::Kind::kNamed, kVkCapital};
 constexpr Key kNumLockKey{Key::Kind::kNamed, kVkNumLock};
 constexpr Key kScrollLockKey{Key::Kind::kNamed, kVkScroll};
+constexpr Key kTabKey{Key::Kind::kNamed, 0x09};
 constexpr Key kEnterKey{Key::Kind::kNamed, 0x0D};
 
 // The modifiers a shift state asks for, in the order in which they are sent.
@@ -86,7 +88,7 @@ Keysend::LockStates Keysend::switchLocksOff() {
 
 Typing Keysend::typeEvents(KeyScriptReader& reader) {
     Typing typing;
-    keysSinceLook_ = kKeysBetweenLooks;  // once before the first key
+    lookDue_ = true;
     for (;;) {
         if (typing.stop == TypingStop::kNone && reader.betweenKeys() && timeToLook()) {
             keyboard_.finishInput();
@@ -109,19 +111,23 @@ Typing Keysend::typeEvents(KeyScriptReader& reader) {
             case KeyEvent::Action::kUp: SendKeyUp(event->key); break;
             case KeyEvent::Action::kFlipNumLock: FlipNumLock(); break;
         }
-        if (event->key == kEnterKey) enterSent_ = true;
+        if (event->key == kEnterKey || event->key == kTabKey) lookDue_ = true;
     }
     keyboard_.finishInput();
     return typing;
 }
 
-// An Enter ends a record more often than not: a look there keeps what goes wrong to one.
+// Enter and Tab end what belongs together: a look there keeps what goes wrong to one
+// record. As long as the layout is held little can happen, and a glance does.
 bool Keysend::timeToLook() {
     const std::uint32_t now = events_.GetTickCount();
-    const bool often = ++keysSinceLook_ < kKeysBetweenLooks && !enterSent_;
-    if (often && now - lastLook_ < kTimeBetweenLooks) return false;
+    if (++keysSinceLook_ % kKeysBetweenGlances == 0 && (events_.ending() || watch_.glance()))
+        lookDue_ = true;
+    if (keysSinceLook_ >= kKeysBetweenLooks || now - lastLook_ >= kTimeBetweenLooks)
+        lookDue_ = true;
+    if (!lookDue_) return false;
+    lookDue_ = false;
     keysSinceLook_ = 0;
-    enterSent_ = false;
     lastLook_ = now;
     return true;
 }

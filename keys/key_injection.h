@@ -36,11 +36,11 @@ struct TypingNews {
 };
 
 // Types key scripts. Lock keys are off while a script is typed and are put back
-// afterwards, but for what the script itself does to them. Between keys, behind each Enter,
-// at least every 64 of them and every 10 ms, it waits until they have been taken and looks
-// whether to stop: then every modifier comes up, the locks are put back, and the rest of the
-// script is left. While the user holds a key of his own down, or nobody has the focus, it
-// waits.
+// afterwards, but for what the script itself does to them. Between keys it glances
+// around every 64 of them; behind each Enter and Tab, every 512 keys and every 10 ms it waits
+// until they have been taken and looks whether to stop: then every modifier comes up, the locks are
+// put back, and the rest of the script is left. While the user holds a key of his own down, or
+// nobody has the focus, it waits.
 class Keysend {
 public:
     Keysend(KeyboardInput& keyboard, EventPump& events, TypingWatch& watch = unwatched(),
@@ -88,7 +88,7 @@ private:
     TypingWatch& watch_;
     TypingNews news_;
     int keysSinceLook_ = 0;
-    bool enterSent_ = false;
+    bool lookDue_ = false;
     std::uint32_t lastLook_ = 0;
     std::uint32_t lastAnswer_ = 0;
     std::uint32_t DownFlags = kKeyEventScanCode;

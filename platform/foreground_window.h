@@ -14,6 +14,8 @@ public:
     // Gives the focus back to the window noted last, if it still exists and one of our
     // own windows, or none, has the focus.
     virtual void giveBack() = 0;
+    // Whether an application of the user's has the focus now.
+    [[nodiscard]] virtual bool foreign() = 0;
 };
 
 }  // namespace kalvo

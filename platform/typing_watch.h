@@ -17,6 +17,12 @@ enum class TypingStop : std::uint8_t {
     kProgramEnds,
 };
 
+// What a site wants watched.
+struct WatchRules {
+    bool stopKey = true;      // the stop key stops typing
+    bool targetGuard = true;  // typing stays with the application it began in
+};
+
 // Looked at between keys. The bodies here are for a session that tells nothing.
 class TypingWatch {
 public:
@@ -25,6 +31,8 @@ public:
     // Typing begins: whoever has the focus now is the target, and keys the user holds now
     // do not count until they are up.
     virtual void begin() {}
+    // Whether something has come in that look() should see. Asks nobody.
+    [[nodiscard]] virtual bool glance() { return false; }
     // What has happened since.
     [[nodiscard]] virtual TypingStop look() { return TypingStop::kNone; }
 
@@ -35,6 +43,9 @@ public:
         kFocusMoves  // nobody has the focus for the moment
     };
     [[nodiscard]] virtual Hold hold() { return Hold::kNone; }
+
+    // Whether it sees anything: false without a session.
+    [[nodiscard]] virtual bool connected() { return true; }
 
     // Whether the application typed into last has the focus now.
     [[nodiscard]] virtual bool targetInFront() { return false; }

@@ -19,6 +19,7 @@ CommandContext::CommandContext(SystemBindings& bindings)
           dialogs.message(errorText(error), kApplicationTitle, MessageIcon::kCritical);
       }),
       bindings_(bindings),
+      watch_(bindings),
       keyboard_(std::make_unique<NoKeyboard>()),
       port_(std::make_unique<NoSerialPort>()) {
     state.scenario.applicationFolder = bindings.applicationFolder;

@@ -7,12 +7,12 @@
 #include "app/absent_devices.h"
 #include "app/console_event_pump.h"
 #include "app/console_user_interface.h"
+#include "app/session_watch.h"
 #include "app/system_bindings.h"
 #include "core/error_text.h"
 #include "core/no_progress.h"
 #include "core/run_time_state.h"
 #include "platform/platform.h"
-#include "platform/typing_watch.h"
 
 namespace kalvo {
 
@@ -36,7 +36,7 @@ private:
     SystemBindings& bindings_;
     ConsoleNotifyIcon icon_;
     NoProgress progress_;
-    TypingWatch watch_;
+    SessionWatch watch_;
     std::unique_ptr<KeyboardInput> keyboard_;
     std::unique_ptr<SerialPort> port_;
 };

@@ -44,7 +44,12 @@ int runListen(const CommandLine&, SystemBindings& bindings) {
     RunJournal journal(bindings, context.events, writeErrorLine);
     const Platform platform = context.platform();
     SerialReception reception(platform, context.state, journal.batches(), [&] {
-        writeErrorLine(longText(TraiteEmul(platform, context.state, journal.batches())));
+        const BatchReport report = TraiteEmul(platform, context.state, journal.batches());
+        writeErrorLine(longText(report));
+        if (report.outcome == BatchReport::Outcome::kInterrupted && report.batch != 0)
+            writeErrorLine("Pour reprendre : kalvo-horizon journal resend " +
+                           std::to_string(report.batch) + " --from " +
+                           std::to_string(report.passesDone + 1));
     });
     platform.port.onLineChange([&](bool lost) { sayLineChange(platform.port.CommPort(), lost); });
     startUp(platform, context.state, reception, [] {});

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QThread>
 #include <QTimer>
+#include <utility>
 
 namespace kalvo {
 
@@ -33,17 +34,21 @@ void QtEventPump::wake() {
         [this] {
             // Not quit(), which every open window could refuse.
             if (ending()) QCoreApplication::exit();
-            if (!drawing_) deliverWaiting();
+            if (!postedWait_) deliverWaiting();
         },
         Qt::QueuedConnection);
 }
 
-void QtEventPump::draw() {
-    drawing_ = true;
-    QThread::currentThread()->eventDispatcher()->processEvents(QEventLoop::ExcludeUserInputEvents);
-    drawing_ = false;
+void QtEventPump::draw() { processOnly(QEventLoop::ExcludeUserInputEvents); }
+
+void QtEventPump::answerUser() { processOnly(QEventLoop::AllEvents); }
+
+void QtEventPump::processOnly(QEventLoop::ProcessEventsFlags events) {
+    const bool before = std::exchange(postedWait_, true);
+    QThread::currentThread()->eventDispatcher()->processEvents(events);
+    postedWait_ = before;
     // What was held back meanwhile is delivered by the next turn of the event loop.
-    wake();
+    if (!before) wake();
 }
 
 }  // namespace kalvo

@@ -1,6 +1,7 @@
 // The event loop of the desktop program: the toolkit's own, on one thread.
 #pragma once
 
+#include <QEventLoop>
 #include <QObject>
 
 #include "platform/queued_event_pump.h"
@@ -21,11 +22,14 @@ public:
 
     void DoEvents() override;
     void waitForEvents(int milliseconds) override;
+    void answerUser() override;
 
 private:
     void wake() override;
 
-    bool drawing_ = false;
+    void processOnly(QEventLoop::ProcessEventsFlags events);
+
+    bool postedWait_ = false;
 };
 
 }  // namespace kalvo

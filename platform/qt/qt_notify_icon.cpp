@@ -7,10 +7,14 @@
 
 namespace kalvo {
 
-QtNotifyIcon::QtNotifyIcon(const QIcon& picture, std::function<void()> onMouse) : icon_(picture) {
-    QObject::connect(
-        &icon_, &QSystemTrayIcon::activated, &icon_,
-        [onMouse = std::move(onMouse)](QSystemTrayIcon::ActivationReason) { onMouse(); });
+QtNotifyIcon::QtNotifyIcon(const QIcon& picture, std::function<void()> onClick,
+                           std::function<void()> onRightClick)
+    : icon_(picture) {
+    QObject::connect(&icon_, &QSystemTrayIcon::activated, &icon_,
+                     [onClick = std::move(onClick), onRightClick = std::move(onRightClick)](
+                         QSystemTrayIcon::ActivationReason reason) {
+                         reason == QSystemTrayIcon::Context ? onRightClick() : onClick();
+                     });
 }
 
 bool QtNotifyIcon::available() { return QSystemTrayIcon::isSystemTrayAvailable(); }

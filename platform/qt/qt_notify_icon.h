@@ -10,8 +10,9 @@ namespace kalvo {
 
 class QtNotifyIcon : public NotifyIcon {
 public:
-    // `onMouse` is called for every click on the icon, whichever button.
-    QtNotifyIcon(const QIcon& picture, std::function<void()> onMouse);
+    // `onRightClick` is called for a click with the right button, `onClick` for any other.
+    QtNotifyIcon(const QIcon& picture, std::function<void()> onClick,
+                 std::function<void()> onRightClick);
     QtNotifyIcon(const QtNotifyIcon&) = delete;
     QtNotifyIcon& operator=(const QtNotifyIcon&) = delete;
 

@@ -19,6 +19,8 @@ void WindowsForegroundWindow::remember() {
     if (isForeign(window)) remembered_ = window;
 }
 
+bool WindowsForegroundWindow::foreign() { return isForeign(GetForegroundWindow()); }
+
 void WindowsForegroundWindow::giveBack() {
     const auto window = static_cast<HWND>(remembered_);
     if (isForeign(GetForegroundWindow()) || !IsWindow(window)) return;

@@ -10,6 +10,7 @@ class WindowsForegroundWindow : public ForegroundWindow {
 public:
     void remember() override;
     void giveBack() override;
+    [[nodiscard]] bool foreign() override;
 
 private:
     void* remembered_ = nullptr;

@@ -1,38 +1,9 @@
 #include "platform/x11/user_modifiers.h"
 
-#include <xcb/xinput.h>
-
-#include <array>
+#include "platform/x11/key_bits.h"
+#include "platform/x11/real_keyboards.h"
 
 namespace kalvo {
-
-namespace {
-
-constexpr std::size_t kKeymapBytes = 32;
-
-std::bitset<256> toKeys(const std::uint8_t* bytes) {
-    std::bitset<256> keys;
-    for (std::size_t key = 0; key < kKeymapBytes * 8; ++key)
-        if ((bytes[key / 8] >> (key % 8) & 1) != 0) keys.set(key);
-    return keys;
-}
-
-std::vector<std::uint8_t> realKeyboards(const X11Connection& connection) {
-    std::vector<std::uint8_t> found;
-    const XReply<xcb_input_xi_query_device_reply_t> devices(xcb_input_xi_query_device_reply(
-        connection.get(), xcb_input_xi_query_device(connection.get(), XCB_INPUT_DEVICE_ALL),
-        nullptr));
-    if (!devices) return found;
-    for (auto at = xcb_input_xi_query_device_infos_iterator(devices.get()); at.rem > 0;
-         xcb_input_xi_device_info_next(&at))
-        if (at.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD &&
-            at.data->attachment == connection.coreKeyboard() &&
-            at.data->deviceid != connection.xtestKeyboard() && at.data->deviceid < 128)
-            found.push_back(static_cast<std::uint8_t>(at.data->deviceid));
-    return found;
-}
-
-}  // namespace
 
 void UserModifiers::detect() {
     const XReply<xcb_query_keymap_reply_t> reply(
@@ -54,19 +25,7 @@ void UserModifiers::detect() {
     foreign_ = held_ & ~physicallyDown();
 }
 
-std::bitset<256> UserModifiers::physicallyDown() const {
-    std::bitset<256> down;
-    for (const std::uint8_t keyboard : keyboards_) {
-        const XReply<xcb_input_query_device_state_reply_t> state(xcb_input_query_device_state_reply(
-            connection_.get(), xcb_input_query_device_state(connection_.get(), keyboard), nullptr));
-        if (!state) continue;
-        for (auto at = xcb_input_query_device_state_classes_iterator(state.get()); at.rem > 0;
-             xcb_input_input_state_next(&at))
-            if (at.data->class_id == XCB_INPUT_INPUT_CLASS_KEY)
-                down |= toKeys(reinterpret_cast<const xcb_input_key_state_t*>(at.data)->keys);
-    }
-    return down;
-}
+std::bitset<256> UserModifiers::physicallyDown() const { return keysDown(connection_, keyboards_); }
 
 void UserModifiers::lift() {
     if (held_.none()) return;

@@ -16,6 +16,7 @@ public:
 
     void remember() override;
     void giveBack() override;
+    [[nodiscard]] bool foreign() override { return isForeign(focused()); }
 
 private:
     [[nodiscard]] xcb_window_t focused() const;

@@ -10,6 +10,7 @@
 #include "platform/x11/composed_characters.h"
 #include "platform/x11/key_injector.h"
 #include "platform/x11/key_records.h"
+#include "platform/x11/left_down_keys.h"
 #include "platform/x11/lock_state.h"
 #include "platform/x11/spare_keycodes.h"
 #include "platform/x11/user_modifiers.h"
@@ -53,6 +54,7 @@ private:
     void startTyping();
 
     X11Connection connection_;
+    LeftDownKeys leftDown_{connection_};
     X11Keymap keymap_;
     KeyInjector injector_{connection_};
     SpareKeycodes spares_{connection_, keymap_};

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "core/typing_turns.h"
 #include "settings/options.h"
 #include "tests/support/disk_journal.h"
 #include "tests/support/site.h"
@@ -64,7 +65,7 @@ TEST_F(Dispatch, ATimedScriptIsTypedInPiecesWithPauses) {
     state.scenario.TimerPause = 250;
     dispatch("x{TIMER}123y{TIMER}");
     EXPECT_EQ(world.keyboard.typed(), "X123Y");
-    EXPECT_THAT(world.events.sleeps, ElementsAre(100, 250, 250, 250));
+    EXPECT_THAT(world.events.sleeps, ElementsAre(100, 100, 100, 50, 100, 100, 50, 100, 100, 50));
 
     dispatch("a{CAPSLOCK}{TIMER}{NUMLOCK}b");
     EXPECT_EQ(world.keyboard.typed().substr(0, 2), "A^") << "pieces keep their CapsLock tokens";
@@ -125,8 +126,8 @@ TEST_F(Dispatch, TypingStopsBetweenKeysAndTellsHowFarItCame) {
     report = TraiteEmul(platform, state, journal);
     EXPECT_EQ(report.outcome, BatchReport::Outcome::kInterrupted);
     EXPECT_EQ(report.passes, 500);
-    // Three looks, 64 keys apart, ten keys a record.
-    EXPECT_EQ(report.passesDone, 3 * 64 / 11);
+    // A look before the first key and every 512 keys, ten keys a record.
+    EXPECT_EQ(report.passesDone, 2 * 512 / 11);
     const JournalEntry kept = *file.find(1);
     EXPECT_EQ(kept.state, BatchState::kInterrupted);
     EXPECT_EQ(kept.passesDone, report.passesDone);
@@ -141,7 +142,84 @@ TEST_F(Dispatch, TypingStopsBetweenKeysAndTellsHowFarItCame) {
     report = dispatchAgain(platform, state, journal, kept, file.bytes(1), report.passesDone + 1);
     EXPECT_TRUE(report.whole());
     const std::string rest = world.keyboard.typed();
-    EXPECT_EQ(std::count(rest.begin(), rest.end(), 'A'), 500 - 3 * 64 / 11);
+    EXPECT_EQ(std::count(rest.begin(), rest.end(), 'A'), 500 - 2 * 512 / 11);
+}
+
+// Stopped anywhere and taken up again, the keys are those of a script typed in one go.
+TEST_F(Dispatch, AStoppedScriptGoesOnWhereItWas) {
+    const std::string script = "+(a{ab 90}{TAB 3}c)^{F1 90}{TIMER}d{~ 70}\xE9{ENTER}";
+    const auto keysOf = [&](int goneAt) {
+        world.watch.looks = 0;
+        world.watch.goneAt = goneAt;
+        BatchTyping typing(BatchJournal::kNone, script, {0}, 0);
+        BatchReport told;
+        while (typing.run(platform, journal, told) != TypingStop::kNone) world.watch.goneAt = 0;
+        return world.keyboard.typed();
+    };
+    const std::string whole = keysOf(0);
+    for (int look = 1; look < 9; ++look) EXPECT_EQ(keysOf(look), whole) << look;
+}
+
+// One batch after the other, into applications only; a suspended one comes first.
+TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
+    struct Watch : TypingWatch {
+        bool away = true;
+        TypingStop look() override {
+            return away ? TypingStop::kOtherApplication : TypingStop::kNone;
+        }
+        bool targetInFront() override { return !away; }
+    } watch;
+    const Platform watched{world.platform.keyboard,
+                           world.platform.port,
+                           world.platform.profiles,
+                           world.platform.registry,
+                           world.platform.databases,
+                           world.platform.files,
+                           world.platform.events,
+                           world.platform.dialogs,
+                           world.platform.icon,
+                           world.platform.progress,
+                           watch};
+    bool ready = false;
+    std::string shown;
+    std::vector<BatchReport::Outcome> done;
+    TypingTurns turns(watched, state, journal,
+                      {.targetReady = [&] { return ready; },
+                       .showSuspended = [&](std::string_view text) { shown = text; },
+                       .hideSuspended = [&] { shown.clear(); },
+                       .say = [](std::string_view) {},
+                       .done = [&](const BatchReport& told) { done.push_back(told.outcome); }});
+    state.scenario.active.ActionLines = {"", "&CODE"};
+    const auto receive = [&](const char* bytes) {
+        state.ReceivedData = bytes;
+        state.batch = journal.receive({}, bytes, {}, 0);
+        turns.dispatch();
+    };
+    receive("a\r");  // no application in front
+    EXPECT_EQ(file.find(1)->state, BatchState::kReceived);
+    EXPECT_NE(file.find(1)->reason, "");
+    ready = true;
+    turns.tick();  // broken off at once
+    EXPECT_TRUE(turns.suspended());
+    EXPECT_EQ(shown.substr(0, 41), std::string("Saisie suspendue à l'enregistrement 1 sur"_ansi));
+    receive("b\r");  // waits behind it
+    turns.tick();
+    EXPECT_EQ(world.keyboard.typed(), "");
+    watch.away = false;
+    turns.tick();
+    EXPECT_EQ(shown, "");
+    turns.tick();
+    EXPECT_EQ(world.keyboard.typed(), "AB");
+    turns.retypeLast();
+    EXPECT_EQ(world.keyboard.typed(), "B");
+    using Outcome = BatchReport::Outcome;
+    EXPECT_THAT(done, ElementsAre(Outcome::kInterrupted, Outcome::kTyped, Outcome::kTyped,
+                                  Outcome::kTyped));
+    watch.away = true;
+    receive("c\r");
+    turns.abandon();
+    EXPECT_FALSE(turns.suspended());
+    EXPECT_EQ(file.find(3)->state, BatchState::kInterrupted);
 }
 
 TEST_F(Dispatch, TheEndOfTheProgramStopsAScriptOfAnyLength) {

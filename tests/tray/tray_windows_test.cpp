@@ -29,6 +29,7 @@ public:
     std::string log;
     void remember() override { log += 'r'; }
     void giveBack() override { log += 'g'; }
+    bool foreign() override { return true; }
 };
 
 void moveOver(QWidget* widget) {

@@ -22,6 +22,8 @@ public:
     void lockGroup(unsigned group) const;
     [[nodiscard]] unsigned locks() const;
     [[nodiscard]] bool anyKeyDown() const;
+    // Moves a key of the keyboard that hands would type on.
+    void moveRealKey(std::uint8_t keycode, bool down) const;
     // The key that has a keysym.
     [[nodiscard]] std::uint8_t keycode(unsigned long keysym) const;
 

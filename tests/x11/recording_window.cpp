@@ -46,6 +46,7 @@ struct RecordingWindow::Connection {
         if (reader == nullptr || sender == nullptr) throw std::runtime_error("no display");
         window = XCreateSimpleWindow(reader, DefaultRootWindow(reader), 0, 0, 300, 200, 0, 0, 0);
         XSelectInput(reader, window, KeyPressMask | ExposureMask);
+        marks = XCreateSimpleWindow(reader, DefaultRootWindow(reader), 0, 0, 1, 1, 0, 0, 0);
         XMapWindow(reader, window);
         XEvent event;
         XWindowEvent(reader, window, ExposureMask, &event);
@@ -65,16 +66,17 @@ struct RecordingWindow::Connection {
     void send(long what) const {
         XEvent event{};
         event.xclient.type = ClientMessage;
-        event.xclient.window = window;
+        event.xclient.window = marks;
         event.xclient.format = 32;
         event.xclient.data.l[0] = what;
-        XSendEvent(sender, window, False, NoEventMask, &event);
+        XSendEvent(sender, marks, False, NoEventMask, &event);
         XSync(sender, False);
     }
 
     Display* reader;
     Display* sender;
     Window window = None;
+    Window marks = None;  // stays when the other is destroyed
 };
 
 RecordingWindow::RecordingWindow(const char* display)
@@ -109,6 +111,11 @@ std::string RecordingWindow::take() {
     lock.lock();
     marked_.wait(lock, [&] { return marks_ > seen; });
     return std::exchange(text_, {});
+}
+
+void RecordingWindow::destroy() const {
+    XDestroyWindow(connection_->sender, connection_->window);
+    XSync(connection_->sender, False);
 }
 
 std::size_t RecordingWindow::size() {

@@ -27,6 +27,9 @@ public:
     // Control or Alt is down.
     [[nodiscard]] std::string take();
 
+    // The window goes away, as when its application closes it.
+    void destroy() const;
+
     // Characters read so far.
     [[nodiscard]] std::size_t size();
 

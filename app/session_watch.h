@@ -1,0 +1,36 @@
+// The watch over typing in whatever session there is.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "app/system_bindings.h"
+#include "platform/typing_watch.h"
+
+namespace kalvo {
+
+// Watches as the options of a site want it, connects when typing begins and the session has
+// come back, and passes on that the user has had enough.
+class SessionWatch : public TypingWatch {
+public:
+    explicit SessionWatch(const SystemBindings& bindings) : bindings_(bindings) {}
+
+    // Stops what is being typed now.
+    void stop() { stopped_ = true; }
+
+    void begin() override;
+    [[nodiscard]] bool glance() override { return stopped_ || (watch_ && watch_->glance()); }
+    [[nodiscard]] TypingStop look() override;
+    [[nodiscard]] Hold hold() override { return watch_ ? watch_->hold() : Hold::kNone; }
+    [[nodiscard]] bool targetInFront() override { return watch_ && watch_->targetInFront(); }
+    [[nodiscard]] bool connected() override { return watch_ && watch_->connected(); }
+
+private:
+    [[nodiscard]] WatchRules rules() const;
+
+    const SystemBindings& bindings_;
+    std::unique_ptr<TypingWatch> watch_;
+    bool stopped_ = false;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,78 @@
+#include "core/batch_typing.h"
+
+#include <algorithm>
+
+#include "platform/event_pump.h"
+#include "text/ansi_text.h"
+
+namespace kalvo {
+
+std::string_view reasonOf(TypingStop stop) {
+    switch (stop) {
+        case TypingStop::kNone: break;
+        case TypingStop::kStopKey: return "arrêtée au clavier (touche Échap)"_ansi;
+        case TypingStop::kUserStop: return "arrêtée depuis le menu"_ansi;
+        case TypingStop::kOtherApplication:
+            return "une autre application est passée au premier plan"_ansi;
+        case TypingStop::kTargetGone: return "la fenêtre cible a été fermée"_ansi;
+        case TypingStop::kNoTarget: return "aucune application n'est au premier plan"_ansi;
+        case TypingStop::kKeyboardLost: return "pas d'affichage"_ansi;
+        case TypingStop::kProgramEnds: return "le programme a été arrêté"_ansi;
+    }
+    return {};
+}
+
+void BatchTyping::goTo(std::int32_t pass) {
+    const auto index = static_cast<std::size_t>(std::max(pass, 1)) - 1;
+    if (index == 0)
+        place_ = 0;
+    else
+        place_ = index < passStarts_.size() ? passStarts_[index] : script_.size();
+    lead_.clear();
+}
+
+std::int32_t BatchTyping::passAt(std::size_t place) const {
+    const auto begun =
+        std::upper_bound(passStarts_.begin(), passStarts_.end(), place) - passStarts_.begin();
+    return static_cast<std::int32_t>(std::max<std::ptrdiff_t>(begun, 1));
+}
+
+TypingStop BatchTyping::run(const Platform& platform, BatchJournal& journal, BatchReport& report) {
+    const std::string script = lead_ + script_.substr(place_);
+    // From a place in what is typed now to one in the whole script.
+    const auto placeOf = [this, lead = lead_.size(), begin = place_](std::size_t typed) {
+        return begin + (typed > lead ? typed - lead : 0);
+    };
+    report.batch = batch_;
+    report.passes = passes();
+    report.passesDone = passAt(place_) - 1;
+    journal.typing(batch_, passes(), report.passesDone);
+    TypingNews news;
+    news.progress = [&](std::size_t typed) {
+        journal.typing(batch_, passes(), passAt(placeOf(typed)) - 1);
+    };
+    news.disturbed = [&](std::size_t typed) {
+        const std::int32_t pass = passAt(std::max<std::size_t>(placeOf(typed), 1) - 1);
+        if (report.touched.empty() || report.touched.back() != pass) report.touched.push_back(pass);
+    };
+    const Typing typing = typeScript(platform, script, timerPause_, ScriptSource::kReceived, news);
+    if (typing.stop == TypingStop::kNone) {
+        report.outcome = BatchReport::Outcome::kTyped;
+        report.passesDone = passes();
+        journal.typed(batch_, passes(), touchedText(report));
+        return typing.stop;
+    }
+    report.outcome = BatchReport::Outcome::kInterrupted;
+    report.passesDone = passAt(placeOf(typing.typed)) - 1;
+    report.reason = reasonOf(typing.stop);
+    journal.interrupted(batch_, passes(), report.passesDone, report.reason);
+    // A stop within the lead types it anew: its beginning cannot be told from its end.
+    if (typing.resumeAt >= lead_.size()) {
+        place_ = placeOf(typing.resumeAt);
+        lead_ = typing.lead;
+    }
+    if (typing.stop == TypingStop::kProgramEnds) throw ProgramEnd{};
+    return typing.stop;
+}
+
+}  // namespace kalvo

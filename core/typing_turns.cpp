@@ -1,0 +1,126 @@
+#include "core/typing_turns.h"
+
+#include <utility>
+
+#include "core/during.h"
+#include "core/frame_dispatch.h"
+#include "platform/keyboard_input.h"
+#include "platform/progress.h"
+#include "text/ansi_text.h"
+
+namespace kalvo {
+
+TypingTurns::TypingTurns(const Platform& platform, RunTimeState& state, BatchJournal& journal,
+                         Desktop desktop)
+    : platform_(platform), state_(state), journal_(journal), desktop_(std::move(desktop)) {}
+
+void TypingTurns::dispatch() {
+    last_ = {state_.batch, state_.ReceivedData};
+    const bool intoFile = state_.scenario.active.FileMode;
+    std::string_view reason;
+    if (busy_)
+        reason = "un autre lot est en cours de saisie"_ansi;
+    else if (suspended() && !intoFile)
+        reason = "une saisie est suspendue"_ansi;
+    else if (!intoFile && platform_.keyboard.connected() && !desktop_.targetReady())
+        reason = reasonOf(TypingStop::kNoTarget);
+    if (!reason.empty()) {
+        platform_.progress.unload();
+        wait({std::exchange(state_.batch, BatchJournal::kNone), state_.ReceivedData}, reason);
+        return;
+    }
+    BatchReport report;
+    {
+        const During typing([this](bool on) { busy_ = on; });
+        report = TraiteEmul(platform_, state_, journal_);
+    }
+    finish(report);
+}
+
+void TypingTurns::wait(Batch batch, std::string_view reason) {
+    journal_.waiting(batch.id, std::string("en attente : "_ansi) + std::string(reason));
+    desktop_.say(std::string("Lot en attente : "_ansi) + std::string(reason));
+    waiting_.push_back(std::move(batch));
+}
+
+void TypingTurns::tick() {
+    if (busy_) return;
+    if (suspended()) {
+        if (suspended_.stop == TypingStop::kOtherApplication && platform_.watch.targetInFront())
+            goOn();
+        return;
+    }
+    if (waiting_.empty() || !canDispatch(platform_, state_) || !desktop_.targetReady()) return;
+    Batch next = std::move(waiting_.front());
+    waiting_.pop_front();
+    type(std::move(next));
+}
+
+void TypingTurns::type(Batch batch) {
+    BatchReport report;
+    {
+        const During typing([this](bool on) { busy_ = on; });
+        JournalEntry entry;
+        entry.id = batch.id;
+        report = dispatchAgain(platform_, state_, journal_, entry, std::move(batch.bytes), 1);
+    }
+    finish(report);
+}
+
+void TypingTurns::finish(const BatchReport& report) {
+    if (report.rest)
+        suspend(report);
+    else
+        suspended_ = {};
+    desktop_.done(report);
+}
+
+void TypingTurns::suspend(const BatchReport& report) {
+    suspended_ = report;
+    desktop_.showSuspended(std::string("Saisie suspendue à l'enregistrement "_ansi) +
+                           std::to_string(report.passesDone + 1) + " sur " +
+                           std::to_string(report.passes) + " : " + report.reason);
+}
+
+void TypingTurns::resume() {
+    if (suspended() && desktop_.targetReady()) goOn();
+}
+
+void TypingTurns::restartRecord() {
+    if (!suspended() || !desktop_.targetReady()) return;
+    suspended_.rest->goTo(suspended_.passesDone + 1);
+    goOn();
+}
+
+void TypingTurns::goOn() {
+    if (busy_) return;
+    desktop_.hideSuspended();
+    BatchReport report = std::exchange(suspended_, {});
+    const auto typing = std::exchange(report.rest, nullptr);
+    {
+        const During going([this](bool on) { busy_ = on; });
+        report.stop = typing->run(platform_, journal_, report);
+    }
+    if (report.stop != TypingStop::kNone) report.rest = typing;
+    finish(report);
+}
+
+void TypingTurns::abandon() {
+    if (!suspended()) return;
+    desktop_.hideSuspended();
+    suspended_ = {};
+}
+
+void TypingTurns::retypeLast() {
+    if (busy_ || suspended()) return;
+    if (last_.bytes.empty()) {
+        desktop_.say("Aucun lot n'a été reçu depuis le démarrage."_ansi);
+        return;
+    }
+    if (desktop_.targetReady())
+        type(last_);
+    else
+        wait(last_, reasonOf(TypingStop::kNoTarget));
+}
+
+}  // namespace kalvo

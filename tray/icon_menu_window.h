@@ -1,0 +1,29 @@
+// The menu of the icon's right button: frmIn's entries and what else the desktop offers.
+#pragma once
+
+#include <QMenu>
+#include <functional>
+
+#include "tray/tray_menu.h"
+
+namespace kalvo {
+
+class IconMenuWindow : public QMenu {
+public:
+    struct Actions {
+        std::function<void(MenuEntry)> choose;
+        std::function<void()> stopTyping;
+        std::function<void()> retypeLast;
+    };
+    explicit IconMenuWindow(Actions actions);
+
+    // Shows it where the pointer is. Something is being typed, or can be typed once more.
+    void popUp(bool typing);
+
+private:
+    Actions actions_;
+    QAction* stop_ = nullptr;
+    QAction* retype_ = nullptr;
+};
+
+}  // namespace kalvo
