@@ -72,7 +72,7 @@ public:
           progress_([this] { events_.draw(); }),
           icon_(
               QApplication::windowIcon(), [this] { menuWindow_.popUp(); },
-              [this] { iconMenu_.popUp(turns_.busy()); }),
+              [this] { iconMenu_.popUp(turns_.busy(), !turns_.busy() && !turns_.suspended()); }),
           foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
           journal_(bindings, events_, [this](std::string_view text) { icon_.notify(text); }),

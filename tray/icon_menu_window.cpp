@@ -20,9 +20,9 @@ IconMenuWindow::IconMenuWindow(Actions actions) : actions_(std::move(actions)) {
     connect(retype_, &QAction::triggered, this, [this] { actions_.retypeLast(); });
 }
 
-void IconMenuWindow::popUp(bool typing) {
-    stop_->setEnabled(typing);
-    retype_->setEnabled(!typing);
+void IconMenuWindow::popUp(bool canStop, bool canRetype) {
+    stop_->setEnabled(canStop);
+    retype_->setEnabled(canRetype);
     popup(QCursor::pos());
 }
 

@@ -17,8 +17,8 @@ public:
     };
     explicit IconMenuWindow(Actions actions);
 
-    // Shows it where the pointer is. Something is being typed, or can be typed once more.
-    void popUp(bool typing);
+    // Shows it where the pointer is, with what makes sense now.
+    void popUp(bool canStop, bool canRetype);
 
 private:
     Actions actions_;
