@@ -23,7 +23,7 @@ public:
     }
     void SendInput(std::span<const KeyRecord> records) override { keyboard_->SendInput(records); }
     void finishInput() override { keyboard_->finishInput(); }
-    void holdLayout() override { keyboard_->holdLayout(); }
+    [[nodiscard]] bool holdLayout() override { return keyboard_->holdLayout(); }
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override {
         keyboard_->keybd_event(virtualKey, scanCode, flags);
     }

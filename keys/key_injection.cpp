@@ -96,7 +96,11 @@ Typing Keysend::typeEvents(KeyScriptReader& reader) {
             typing.stop = look(typing.typed);
             if (typing.stop == TypingStop::kNone) {
                 if (news_.progress) news_.progress(typing.typed);
-                keyboard_.holdLayout();
+                // Moved since the look: that has to be looked at first.
+                if (!keyboard_.holdLayout()) {
+                    lookDue_ = true;
+                    continue;
+                }
             } else {
                 auto continuation = reader.continuation();
                 typing.resumeAt = continuation.place;

@@ -82,8 +82,9 @@ public:
 
     // Until the next finishInput() the layout stays what it is now, where the session can
     // promise that: nobody else may be able to do anything meanwhile, so it follows within
-    // milliseconds.
-    virtual void holdLayout() {}
+    // milliseconds. False, and nothing is held, when the focus is not where it was at the
+    // last finishInput().
+    [[nodiscard]] virtual bool holdLayout() { return true; }
 
     // Injects one event of a virtual key.
     virtual void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode,

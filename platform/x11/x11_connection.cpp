@@ -72,8 +72,9 @@ void X11Connection::findKeyboards() {
 
 void X11Connection::sync() {
     letOthersGoOn();
-    XReply<xcb_get_input_focus_reply_t>(
+    const XReply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+    focus_ = reply ? reply->focus : xcb_window_t{XCB_NONE};
 }
 
 void X11Connection::holdOthers() {

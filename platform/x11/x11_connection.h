@@ -42,6 +42,8 @@ public:
     // From here to the next flush() or sync() the server serves nobody else, so that what
     // it says stays true. A caller that waits for anybody but the server flushes first.
     void holdOthers();
+    // The window that had the focus at the last sync() or holdOthers().
+    [[nodiscard]] xcb_window_t focusAtSync() const { return focus_; }
     [[nodiscard]] bool holdsOthers() const { return holdsOthers_; }
 
     // The display's name; empty for the one of the environment. XOpenDisplay takes both.
@@ -66,6 +68,7 @@ private:
     std::uint16_t xtestKeyboard_ = 0;
     std::uint8_t xkbEvent_ = 0;
     bool holdsOthers_ = false;
+    xcb_window_t focus_ = XCB_NONE;
 };
 
 }  // namespace kalvo

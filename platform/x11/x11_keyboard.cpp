@@ -30,11 +30,15 @@ void X11Keyboard::startTyping() {
 }
 
 // Fetching a map lets others go on, who may change it once more.
-void X11Keyboard::holdLayout() {
+bool X11Keyboard::holdLayout() {
+    const xcb_window_t focus = connection_.focusAtSync();
     for (int i = 0; i < kMapsInARow && !connection_.holdsOthers(); ++i) {
         connection_.holdOthers();
         layout_.follow();
     }
+    if (connection_.focusAtSync() == focus) return true;
+    connection_.flush();
+    return false;
 }
 
 KeyboardLayout& X11Keyboard::foregroundLayout() {

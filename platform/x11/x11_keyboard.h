@@ -42,7 +42,7 @@ public:
     void SendInput(std::span<const KeyRecord> records) override;
     [[nodiscard]] bool connected() override { return connection_.alive(); }
     void finishInput() override { connection_.sync(); }
-    void holdLayout() override;
+    [[nodiscard]] bool holdLayout() override;
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override;
 
