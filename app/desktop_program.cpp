@@ -15,10 +15,15 @@
 #include "app/application_folder.h"
 #include "app/commands/command_context.h"
 #include "app/desktop_settings.h"
+#include "app/display_loss.h"
 #include "app/end_signals.h"
+#include "app/icon_watch.h"
+#include "app/logged_user_interface.h"
 #include "app/reconnecting_keyboard.h"
 #include "app/run_journal.h"
+#include "app/run_log.h"
 #include "app/session_watch.h"
+#include "core/during.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
 #include "core/typing_turns.h"
@@ -64,24 +69,31 @@ public:
     }
 };
 
+// For the states of the icon behind the first.
+std::array<QIcon, 3> stateSigns() {
+    return {QIcon(":/icons/etat-sans-port.png"), QIcon(":/icons/etat-saisie.png"),
+            QIcon(":/icons/etat-attention.png")};
+}
+
 class DesktopProgram {
 public:
     explicit DesktopProgram(SystemBindings& bindings)
         : bindings_(bindings),
+          log_(openLog(bindings.applicationFolder)),
           events_([this](const RuntimeError& error) { showError(error); }),
           progress_([this] { events_.draw(); }),
           icon_(
-              QApplication::windowIcon(), [this] { menuWindow_.popUp(); },
+              QApplication::windowIcon(), stateSigns(), [this] { menuWindow_.popUp(); },
               [this] { iconMenu_.popUp(turns_.busy(), !turns_.busy() && !turns_.suspended()); }),
           foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
-          journal_(bindings, events_, [this](std::string_view text) { icon_.notify(text); }),
+          journal_(bindings, events_, [this](std::string_view text) { notices_.notify(text); }),
           turns_(platform(), state_, journal_.batches(),
                  {.targetReady = [this] { return targetReady(); },
                   .showSuspended =
                       [this](std::string_view text) { suspension_.showText(toQString(text)); },
                   .hideSuspended = [this] { suspension_.hide(); },
-                  .say = [this](std::string_view text) { icon_.notify(text); },
+                  .say = [this](std::string_view text) { notices_.notify(text); },
                   .done = [this](const BatchReport& report) { batchDone(report); }}),
           reception_(platform(), state_, journal_.batches(), [this] { dispatch(); }),
           menu_(platform(), state_, reception_,
@@ -115,31 +127,41 @@ public:
                       [this] { events_.post([this] { reception_.transfer(); }); });
         events_.post([this] { load(); });
         events_.run();
+        signals.stop();
         shutDown();
     }
 
 private:
-    // The load event of the hidden main window, under the splash.
+    // The load event of the hidden main window. Whatever fails in one step is shown and
+    // leaves the others.
     void load() {
         // A window manager may well give the focus to the splash.
         foreground_->remember();
-        SplashWindow splash;
-        splash.show();
+        PortStart port = PortStart::kDone;
+        events_.deliver([&] {
+            port = startUp(
+                platform(), state_, reception_, [this] { settings_.show(); },
+                [this] { prepareUnderSplash(); });
+        });
+        events_.deliver([&] {
+            switch (port) {
+                case PortStart::kUnavailable: settings_.offerOtherPort(); break;
+                case PortStart::kSettingsRefused: settings_.showRefusedLine(); break;
+                case PortStart::kDone: break;
+            }
+        });
+        journal_.begin();
+        iconWatch_.begin();
+    }
+
+    void prepareUnderSplash() {
+        const During splash([this, window = std::make_shared<SplashWindow>()](bool on) {
+            window->setVisible(on);
+            if (!on) foreground_->giveBack();
+        });
         events_.DoEvents();
         prepareApplicationFolder(*bindings_.files, dialogs_, bindings_.applicationFolder,
                                  bindings_.shippedData);
-        splash.hide();
-        foreground_->giveBack();
-        switch (startUp(platform(), state_, reception_, [this] { settings_.show(); })) {
-            case PortStart::kUnavailable: settings_.offerOtherPort(); break;
-            case PortStart::kSettingsRefused: settings_.showRefusedLine(); break;
-            case PortStart::kDone: break;
-        }
-        journal_.begin();
-        if (!QtNotifyIcon::available())
-            menuWindow_.stay(
-                "Ce bureau n'a pas de zone de notification : cette fenêtre "
-                "remplace l'icône de KALVO Horizon.");
     }
 
     void shutDown() {
@@ -167,6 +189,7 @@ private:
 
     void dispatch() {
         transferWindow_.hide();
+        const During typing([this](bool on) { iconWatch_.typing(on); });
         turns_.dispatch();
     }
 
@@ -180,6 +203,7 @@ private:
     }
 
     void batchDone(const BatchReport& report) {
+        if (!report.whole()) iconWatch_.countWaiting();
         if (isSet(Option::kNotifications) || !report.whole()) icon_.notify(shortText(report));
         // What went nowhere must stay where it is.
         const bool mayForget = report.whole() || !isSet(Option::kEraseAfterSuccess);
@@ -205,7 +229,8 @@ private:
 
     // Said in the icon's own bubble: nobody has to answer for work to go on.
     void lineChanged(bool lost) {
-        icon_.notify(
+        iconWatch_.lineLost(lost);
+        notices_.notify(
             "Port COM " + std::to_string(port_->CommPort()) +
             std::string(lost ? " : liaison perdue ; le port sera rouvert dès son retour."_ansi
                              : " : liaison rétablie."_ansi));
@@ -217,6 +242,7 @@ private:
         try {
             return connect();
         } catch (const RuntimeError& error) {
+            log_->write(LogLevel::kWarning, error.description());
             writeErrorLine(error.description());
             return std::make_unique<Absent>();
         }
@@ -231,17 +257,23 @@ private:
                 *bindings_.files,
                 events_,
                 dialogs_,
-                icon_,
+                notices_,
                 progress_,
-                watch_};
+                watch_,
+                *log_};
     }
 
     SystemBindings& bindings_;
     RunTimeState state_;
-    QtDialogs dialogs_;
+    std::unique_ptr<Log> log_;
+    LoggedDisplayLoss displayLoss_{*log_};
+    RunLog run_{*log_, bindings_.applicationFolder, "Programme de bureau"};
+    QtDialogs boxes_;
+    LoggedDialogs dialogs_{boxes_, *log_};
     QtEventPump events_;
     QtProgress progress_;
     QtNotifyIcon icon_;
+    LoggedNotifyIcon notices_{icon_, *log_};
     std::unique_ptr<ForegroundWindow> foreground_;
     ReconnectingKeyboard keyboard_{connectKeyboard};
     SessionWatch watch_{bindings_};
@@ -255,6 +287,7 @@ private:
     SuspensionWindow suspension_;
     QTimer clock_;
     TransferWindow transferWindow_;
+    IconWatch iconWatch_{icon_, menuWindow_, *port_, journal_};
     DesktopSettings settings_;
 };
 
@@ -272,11 +305,27 @@ void speakFrench(QTranslator& translator) {
         QApplication::installTranslator(&translator);
 }
 
+// A signal closes the box, too.
+int refuseSecond(EndSignals& signals) {
+    QObject box;
+    signals.start(
+        [&box] {
+            QMetaObject::invokeMethod(
+                &box, [] { QApplication::exit(); }, Qt::QueuedConnection);
+        },
+        [] {});
+    QtDialogs().message("Application déjà active !"_ansi, kApplicationTitle,
+                        MessageIcon::kCritical);
+    signals.stop();
+    return kExitFailure;
+}
+
 }  // namespace
 
 int runDesktop(const CommandLine&, SystemBindings& bindings) {
     // Before any thread starts, so that the signals go where they are waited for.
     EndSignals signals;
+    if (!watchDisplay()) return kExitFailure;
     int argumentCount = 1;
     std::string programName = "kalvo-horizon";
     std::array<char*, 2> arguments = {programName.data(), nullptr};
@@ -288,11 +337,7 @@ int runDesktop(const CommandLine&, SystemBindings& bindings) {
     speakFrench(translator);
 
     const SingleInstance instance;
-    if (!instance.first()) {
-        QtDialogs().message("Application déjà active !"_ansi, kApplicationTitle,
-                            MessageIcon::kCritical);
-        return kExitFailure;
-    }
+    if (!instance.first()) return refuseSecond(signals);
     DesktopProgram(bindings).run(signals);
     return kExitSuccess;
 }

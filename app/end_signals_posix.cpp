@@ -43,4 +43,6 @@ void EndSignals::start(std::function<void()> onEnd, std::function<void()> onTran
         });
 }
 
+void EndSignals::stop() { waiting_->thread = {}; }
+
 }  // namespace kalvo

@@ -22,6 +22,13 @@ std::string withTouched(const BatchReport& report, std::string text) {
     return touched.empty() ? text : text + " ; " + touched;
 }
 
+// Where typed keys went; of a file the short text tells.
+std::string placeOf(const BatchReport& report) {
+    if (report.outcome != BatchReport::Outcome::kTyped) return {};
+    if (report.target.empty()) return " dans l'application active";
+    return std::string(" dans « "_ansi) + report.target + std::string(" »"_ansi);
+}
+
 }  // namespace
 
 std::string touchedText(const BatchReport& report) {
@@ -47,6 +54,8 @@ std::string shortText(const BatchReport& report) {
                                    counted(report.passesDone, "enregistrement", "enregistrements") +
                                    " sur " + std::to_string(report.passes) + " : " + report.reason +
                                    inTheJournal(report));
+        case BatchReport::Outcome::kNothing:
+            return std::string("Rien à saisir : "_ansi) + report.reason + inTheJournal(report);
         case BatchReport::Outcome::kFailed: break;
     }
     return std::string(report.batch == 0 ? "Lot perdu : "_ansi : "Lot gardé : "_ansi) +
@@ -55,10 +64,19 @@ std::string shortText(const BatchReport& report) {
 
 std::string longText(const BatchReport& report) {
     if (!report.whole()) return shortText(report);
-    return std::string("Trame traitée : "_ansi) + shortText(report) + ", " +
+    return std::string("Trame traitée : "_ansi) + shortText(report) + placeOf(report) + ", " +
            counted(static_cast<std::int64_t>(report.characters), "caractère"_ansi,
                    "caractères"_ansi) +
            ", " + std::to_string(report.milliseconds) + " ms";
+}
+
+void logReport(Log& log, const BatchReport& report) {
+    LogLevel level = LogLevel::kInformation;
+    if (report.outcome == BatchReport::Outcome::kInterrupted ||
+        report.outcome == BatchReport::Outcome::kNothing)
+        level = LogLevel::kWarning;
+    if (report.outcome == BatchReport::Outcome::kFailed) level = LogLevel::kError;
+    log.write(level, longText(report));
 }
 
 }  // namespace kalvo

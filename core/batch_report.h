@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/log.h"
 #include "platform/typing_watch.h"
 
 namespace kalvo {
@@ -15,10 +16,11 @@ class BatchTyping;
 
 struct BatchReport {
     enum class Outcome : std::uint8_t {
-        kTyped,
+        kTyped,        // `target` is the application, where it is known
         kWritten,      // `target` is the file
         kInterrupted,  // typed up to `passesDone`; `reason` says why no further
         kFailed,       // nothing came of it; `reason` says why
+        kNothing,      // there was nothing to type; `reason` says why
     };
     Outcome outcome = Outcome::kTyped;
     std::int64_t batch = 0;  // its number in the journal; 0 when it has none
@@ -43,7 +45,8 @@ struct BatchReport {
 [[nodiscard]] std::string touchedText(const BatchReport& report);
 // "40 enregistrements saisis", "Lot gardé : ...": one line for a bubble.
 [[nodiscard]] std::string shortText(const BatchReport& report);
-// The same with characters and time, for a log.
+// The same with characters, time and the place where it went, for a log.
 [[nodiscard]] std::string longText(const BatchReport& report);
+void logReport(Log& log, const BatchReport& report);
 
 }  // namespace kalvo

@@ -7,6 +7,7 @@
 #include "core/batch_typing.h"
 #include "platform/event_pump.h"
 #include "platform/keyboard_input.h"
+#include "platform/log.h"
 #include "platform/progress.h"
 #include "platform/serial_port.h"
 #include "scenario/file_output.h"
@@ -44,11 +45,16 @@ public:
             write(script);
         else
             type(std::move(script), fromPass);
-        report_.milliseconds = platform_.events.GetTickCount() - start_;
-        return report_;
+        return told();
     }
 
 private:
+    const BatchReport& told() {
+        report_.milliseconds = platform_.events.GetTickCount() - start_;
+        logReport(platform_.log, report_);
+        return report_;
+    }
+
     void write(const std::string& script) {
         const bool built =
             optionSet(platform_.profiles, scenario_.applicationFolder, Option::kBuiltText);
@@ -66,11 +72,28 @@ private:
     }
 
     void type(std::string script, std::int32_t fromPass) {
+        const bool nothing = script.empty();
         auto typing = std::make_shared<BatchTyping>(report_.batch, std::move(script),
                                                     scenario_.passStarts, scenario_.TimerPause);
         typing->goTo(fromPass);
-        report_.stop = typing->run(platform_, journal_, report_);
-        if (report_.stop != TypingStop::kNone) report_.rest = std::move(typing);
+        try {
+            report_.stop = typing->run(platform_, journal_, report_);
+        } catch (const ProgramEnd&) {
+            told();
+            throw;
+        }
+        if (report_.stop != TypingStop::kNone)
+            report_.rest = std::move(typing);
+        else if (nothing)
+            tellNothing();
+    }
+
+    // An empty script is typed as any other, but nobody must be told that it went anywhere.
+    void tellNothing() {
+        report_.outcome = BatchReport::Outcome::kNothing;
+        report_.reason =
+            data_.empty() ? "rien n'a été reçu"_ansi : "le scénario n'en tire aucune touche"_ansi;
+        if (!data_.empty()) journal_.failed(report_.batch, report_.reason);
     }
 
     const Platform& platform_;
@@ -81,13 +104,25 @@ private:
     BatchReport report_;
 };
 
-BatchReport keepForLater(BatchJournal& journal, std::int64_t batch, std::size_t characters) {
+void logArrival(const Platform& platform, const RunTimeState& state) {
+    const std::string number =
+        state.batch == BatchJournal::kNone ? std::string() : std::to_string(state.batch) + " ";
+    platform.log.write(
+        LogLevel::kInformation,
+        "Lot " + number + std::string("reçu de "_ansi) + state.TerminalType +
+            ", enregistrements : " + std::to_string(countRecords(state.ReceivedData)) +
+            std::string(", caractères : "_ansi) + std::to_string(state.ReceivedData.size()));
+}
+
+BatchReport keepForLater(const Platform& platform, BatchJournal& journal, std::int64_t batch,
+                         std::size_t characters) {
     BatchReport report;
     report.outcome = BatchReport::Outcome::kFailed;
     report.batch = batch;
     report.characters = characters;
     report.reason = reasonOf(TypingStop::kKeyboardLost);
     journal.failed(batch, report.reason);
+    logReport(platform.log, report);
     return report;
 }
 
@@ -106,10 +141,11 @@ bool canDispatch(const Platform& platform, const RunTimeState& state) {
 }
 
 BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJournal& journal) {
+    logArrival(platform, state);
     const std::int64_t batch = std::exchange(state.batch, BatchJournal::kNone);
     if (!canDispatch(platform, state)) {
         platform.progress.unload();
-        return keepForLater(journal, batch, state.ReceivedData.size());
+        return keepForLater(platform, journal, batch, state.ReceivedData.size());
     }
     const BatchReport report = Dispatch(platform, state, journal, batch, state.ReceivedData).run(1);
     resetPort(platform, state, journal);
@@ -118,7 +154,8 @@ BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJourn
 
 BatchReport dispatchAgain(const Platform& platform, RunTimeState& state, BatchJournal& journal,
                           const JournalEntry& entry, std::string bytes, std::int32_t fromPass) {
-    if (!canDispatch(platform, state)) return keepForLater(journal, entry.id, bytes.size());
+    if (!canDispatch(platform, state))
+        return keepForLater(platform, journal, entry.id, bytes.size());
     return Dispatch(platform, state, journal, entry.id, std::move(bytes)).run(fromPass);
 }
 

@@ -102,6 +102,7 @@ void TypingTurns::goOn() {
         report.stop = typing->run(platform_, journal_, report);
     }
     if (report.stop != TypingStop::kNone) report.rest = typing;
+    logReport(platform_.log, report);
     finish(report);
 }
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/no_progress.h"
+#include "editor/acting_options.h"
 #include "platform/database.h"
 #include "platform/profile_files.h"
 #include "scenario/frame_processing.h"
@@ -65,13 +66,17 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
     if (!scenario) return {};
     const std::string& folder = state.scenario.applicationFolder;
     ReadOnlyDatabase database(*state.database);
+    CompiledScenario compiledNow = compiled(database, *scenario);
+    ScriptPreview preview;
+    preview.warnings = warningsOf(platform, database, folder, *scenario, compiledNow);
+    preview.options = actingOptions(platform.profiles, folder, *scenario, state.TerminalType);
     ScenarioInMemory profiles(platform.profiles,
                               findScenarioFile(platform.files, folder, scenario->Nom),
-                              compiled(database, *scenario));
+                              std::move(compiledNow));
     NoProgress progress;
     const Platform dry{platform.keyboard,  platform.port,  profiles,        platform.registry,
                        platform.databases, platform.files, platform.events, platform.dialogs,
-                       platform.icon,      progress,       platform.watch};
+                       platform.icon,      progress,       platform.watch,  platform.log};
     ScenarioRun run;
     run.applicationFolder = folder;
     run.counterUse = CounterUse::kReadOnly;
@@ -81,7 +86,6 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
     run.keys.LoadKeyCorrespondence(profiles, folder);
     std::string text(frame);
     SplitFrameFields(dry, run, text);
-    ScriptPreview preview;
     preview.script = BuildKeyScript(dry, run, text);
     preview.toFile = run.active.FileMode;
     preview.timerPause = run.TimerPause;

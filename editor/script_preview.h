@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/run_time_state.h"
 #include "platform/platform.h"
@@ -13,6 +14,10 @@ struct ScriptPreview {
     bool toFile = false;  // the text goes to a file instead of the keyboard
     std::string script;
     int timerPause = 0;  // milliseconds
+    // What in the scenario will not work as it looks, and which options change what it does;
+    // in French.
+    std::vector<std::string> warnings;
+    std::vector<std::string> options;
 };
 
 // The scenario as it is in the database now, run over a frame whose fields end with

@@ -10,7 +10,7 @@
 namespace kalvo {
 
 int runReplay(const CommandLine& line, SystemBindings& bindings) {
-    CommandContext context(bindings);
+    CommandContext context(bindings, CommandLog::kWork);
     const Platform files = context.platform();
     ScenarioRun& run = context.state.scenario;
     const std::string separator = fromUtf8(line.separator);
@@ -20,13 +20,15 @@ int runReplay(const CommandLine& line, SystemBindings& bindings) {
     if (run.active.ScenarioName.empty()) return kExitFailure;
     run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
+    files.log.write(LogLevel::kInformation, "Rejeu de " + fromUtf8(line.file));
     if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
     EndSignals signals;
     signals.start([&] { context.events.requestEnd(); }, [] {});
     try {
         const BatchReport report = ReplayText(context.platform(), run, content, separator);
         if (!report.whole()) writeErrorLine(report.reason);
-        return report.whole() ? kExitSuccess : kExitFailure;
+        const bool asAsked = report.whole() || report.outcome == BatchReport::Outcome::kNothing;
+        return asAsked ? kExitSuccess : kExitFailure;
     } catch (const ProgramEnd&) {
         writeErrorLine(reasonOf(TypingStop::kProgramEnds));
         return kExitFailure;

@@ -179,7 +179,8 @@ TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
                            world.platform.dialogs,
                            world.platform.icon,
                            world.platform.progress,
-                           watch};
+                           watch,
+                           world.log};
     bool ready = false;
     std::string shown;
     std::vector<BatchReport::Outcome> done;

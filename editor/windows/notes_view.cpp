@@ -1,0 +1,27 @@
+#include "editor/windows/notes_view.h"
+
+#include <QStringList>
+
+#include "platform/qt/qt_text.h"
+
+namespace kalvo {
+
+QLabel* makeNotes(const QString& name) {
+    auto* const label = new QLabel;
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->hide();
+    return label;
+}
+
+void showNotes(QLabel* label, const std::vector<std::string>& warnings,
+               const std::vector<std::string>& remarks) {
+    QStringList lines;
+    for (const std::string& warning : warnings) lines << "⚠ " + toQString(warning);
+    for (const std::string& remark : remarks) lines << toQString(remark);
+    label->setText(lines.join('\n'));
+    label->setVisible(!lines.empty());
+}
+
+}  // namespace kalvo
