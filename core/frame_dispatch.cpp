@@ -132,11 +132,9 @@ BatchReport keepForLater(BatchJournal& journal, std::int64_t batch, std::size_t 
     return report;
 }
 
-void resetPort(const Platform& platform, const RunTimeState& state, BatchJournal& journal) {
-    SerialPort& port = platform.port;
+void resetPort(SerialPort& port) {
     if (!port.PortOpen()) return;
     port.setPortOpen(false);
-    journal.discardFlow(originOf(platform, state), "reçu pendant la saisie"_ansi);
     port.reopen();
 }
 
@@ -153,7 +151,7 @@ BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJourn
         return keepForLater(journal, batch, state.ReceivedData.size());
     }
     const BatchReport report = Dispatch(platform, state, journal, batch, state.ReceivedData).run(1);
-    resetPort(platform, state, journal);
+    resetPort(platform.port);
     return report;
 }
 
