@@ -54,6 +54,8 @@ public:
     [[nodiscard]] int CommEvent() const override { return 0; }
     void onComm(std::function<void()>) override {}
     void onInput(std::function<void(std::string_view)>) override {}
+    void onOpening(std::function<void()>) override {}
+    void onClosed(std::function<void(std::size_t)>) override {}
     void onLineChange(std::function<void(bool)>) override {}
 
 private:

@@ -9,6 +9,9 @@ if(KALVO_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(kalvo_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(KALVO_FUZZ)
+  target_compile_options(kalvo_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # kalvo_library(NAME SOURCES... [LINK LIBRARIES...]): one library of the tree.
 function(kalvo_library name)

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <utility>
 
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
@@ -35,7 +36,8 @@ std::string temporaryName(const LocalTime& time) {
 
 void BatchReception::collectHt630() {
     platform_.port.setInputLen(0);
-    std::string batch;
+    std::string& batch = read_;
+    batch.clear();
     std::size_t searched = 0;
     for (;;) {
         platform_.events.DoEvents();
@@ -44,6 +46,7 @@ void BatchReception::collectHt630() {
         if (batch.size() < kShortestBatch) {
             journal_.discard(originOf(platform_, state_), batch, "trop court pour un lot"_ansi,
                              batch.size());
+            batch.clear();
             return;
         }
         // Only the new part can hold the end, but for what may have begun before.
@@ -52,7 +55,7 @@ void BatchReception::collectHt630() {
             const std::size_t taken = batch.size();
             const std::string behindEnd = batch.substr(end + kEndOfBatch.size());
             batch.resize(end);
-            state_.ReceivedData = std::move(batch);
+            state_.ReceivedData = std::exchange(batch, {});
             dispatchNew(behindEnd, taken);
             return;
         }
@@ -71,7 +74,8 @@ void BatchReception::collectPt630() {
         inFolder(state_.scenario.applicationFolder, temporaryName(platform_.events.now()));
     std::unique_ptr<TextStream> copy;
     resumeNext([&] { copy = platform_.files.createNew(file); });
-    state_.ReceivedData = receivePt630(copy.get());
+    receivePt630(copy.get());
+    state_.ReceivedData = std::exchange(read_, {});
     if (copy) resumeNext([&] { copy->close(); });
 
     const std::string& data = state_.ReceivedData;
@@ -91,17 +95,17 @@ void BatchReception::collectPt630() {
     if (copy) resumeNext([&] { platform_.files.remove(file); });
 }
 
-std::string BatchReception::receivePt630(TextStream* copy) {
+void BatchReception::receivePt630(TextStream* copy) {
     SerialPort& port = platform_.port;
     port.setInputLen(0);
     platform_.events.Sleep(1);
     platform_.progress.setLabel("");
     platform_.progress.setLabel("Préparation de la mémoire"_ansi);
     platform_.progress.show();
-    std::string batch;
+    read_.clear();
     for (;;) {
         const std::string piece = port.Input();
-        batch += piece;
+        read_ += piece;
         // A disk that is full costs the copy, not the batch.
         if (copy != nullptr && !resumeNext([&] { copy->write(piece); })) copy = nullptr;
         if (port.InBufferCount() == 0) platform_.events.Sleep(kPt630Silence);
@@ -111,7 +115,11 @@ std::string BatchReception::receivePt630(TextStream* copy) {
         platform_.events.DoEvents();
     }
     platform_.events.Sleep(kPt630SettleTime);
-    return batch;
+}
+
+void BatchReception::abandon() {
+    const std::string read = std::exchange(read_, {});
+    journal_.discard(originOf(platform_, state_), read, "réception interrompue"_ansi, read.size());
 }
 
 void BatchReception::actOnPt630Event() {

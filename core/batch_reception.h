@@ -38,8 +38,11 @@ public:
     // being worked on; the batch does not depend on it.
     void collectPt630();
 
+    // After a failure while collecting: what had been read goes into the journal as dropped.
+    void abandon();
+
 private:
-    [[nodiscard]] std::string receivePt630(TextStream* copy);
+    void receivePt630(TextStream* copy);
     void actOnPt630Event();
     void dispatchNew(std::string_view behindEnd, std::size_t taken);
 
@@ -47,6 +50,7 @@ private:
     RunTimeState& state_;
     BatchJournal& journal_;
     std::function<void()> dispatch_;
+    std::string read_;  // of the batch that is being collected
 };
 
 }  // namespace kalvo

@@ -126,11 +126,9 @@ BatchReport keepForLater(const Platform& platform, BatchJournal& journal, std::i
     return report;
 }
 
-void resetPort(const Platform& platform, const RunTimeState& state, BatchJournal& journal) {
-    SerialPort& port = platform.port;
+void resetPort(SerialPort& port) {
     if (!port.PortOpen()) return;
     port.setPortOpen(false);
-    journal.discardFlow(originOf(platform, state), "reçu pendant la saisie"_ansi);
     port.reopen();
 }
 
@@ -148,7 +146,7 @@ BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJourn
         return keepForLater(platform, journal, batch, state.ReceivedData.size());
     }
     const BatchReport report = Dispatch(platform, state, journal, batch, state.ReceivedData).run(1);
-    resetPort(platform, state, journal);
+    resetPort(platform.port);
     return report;
 }
 

@@ -5,6 +5,7 @@
 #include "core/during.h"
 #include "core/frame_dispatch.h"
 #include "platform/dialogs.h"
+#include "platform/event_pump.h"
 #include "platform/notify_icon.h"
 #include "platform/serial_port.h"
 #include "settings/serial_settings.h"
@@ -35,6 +36,24 @@ SerialReception::SerialReception(const Platform& platform, RunTimeState& state,
       batches_(platform, state, journal, dispatch_),
       pull_(platform, state, journal) {
     platform_.port.onComm([this] { OnComm(); });
+    followPort();
+}
+
+// Whoever opens and closes the port, for whatever terminal: what it brings is kept. A polled
+// scanner keeps what it was not told is accepted; a portable forgets.
+void SerialReception::followPort() {
+    SerialPort& port = platform_.port;
+    port.onOpening(
+        [this] { keepsInput_ = journal_.keeps() && pushesBatches(state_.TerminalType); });
+    port.onInput([this](std::string_view bytes) {
+        if (keepsInput_) journal_.keepFlow(bytes);
+    });
+    port.onClosed([this](std::size_t unread) {
+        // What the end of the program leaves unread is found at the next start.
+        if (keepsInput_ && unread > 0 && !platform_.events.ending())
+            journal_.discardUnread(originOf(platform_, state_), unread,
+                                   "non lu à la fermeture du port"_ansi);
+    });
 }
 
 void SerialReception::configurePort() {
@@ -45,11 +64,6 @@ void SerialReception::configurePort() {
     SerialPort& port = platform_.port;
     port.setCommPort(integerPart(stored(port_serie::kPort)));
     state_.TerminalType = stored(port_serie::kProtocol);
-    // A polled scanner keeps what it was not told is accepted; a portable forgets.
-    if (journal_.keeps() && pushesBatches(state_.TerminalType))
-        port.onInput([this](std::string_view bytes) { journal_.keepFlow(bytes); });
-    else
-        port.onInput(nullptr);
     sayUnknownFlow(platform_, folder);
     configureLine(port, lineSettings(platform_.profiles, folder),
                   storedHandshaking(platform_.profiles, folder));
@@ -73,7 +87,7 @@ void SerialReception::OnComm() {
             batches_.collectPt630();
         }
     } catch (const RuntimeError&) {
-        journal_.discardFlow(originOf(platform_, state_), "réception interrompue"_ansi);
+        batches_.abandon();
         throw;
     }
 }

@@ -2,6 +2,7 @@
 // event, and the transfer from a polled scanner.
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <string_view>
 
@@ -55,6 +56,8 @@ public:
     }
 
 private:
+    void followPort();
+
     Platform platform_;
     RunTimeState& state_;
     BatchJournal& journal_;
@@ -65,6 +68,7 @@ private:
     bool ReceivingBatch = false;
     bool receivingFile_ = false;  // a PT630 batch is being collected
     bool transferAgain_ = false;
+    std::atomic<bool> keepsInput_ = false;  // the line's own thread asks
 };
 
 }  // namespace kalvo

@@ -23,12 +23,17 @@ BatchJournal::BatchJournal(JournalFile* file, EventPump& events,
                            std::function<void(std::string_view)> warn)
     : file_(file), events_(events), warn_(std::move(warn)) {}
 
+BatchJournal::~BatchJournal() {
+    if (!unwritten_.empty()) attempt([] {});
+}
+
 // Once in a row of failures: a full disk is one piece of news.
 template <typename Step>
 void BatchJournal::attempt(Step&& step) {
     if (file_ == nullptr) return;
     try {
         step();
+        writeStates();
         warned_ = false;
     } catch (const RuntimeError& error) {
         if (!std::exchange(warned_, true))
@@ -42,8 +47,10 @@ std::int64_t BatchJournal::receive(const BatchOrigin& origin, std::string_view b
                                    std::string_view behindEnd, std::size_t taken) {
     std::int64_t id = kNone;
     attempt([&] {
+        rescueEarlierFlow();
         id = file_->append(newBatch(origin, BatchState::kReceived, bytes, {}), bytes, taken);
     });
+    if (id == kNone) forgetFlow(taken);
     if (!behindEnd.empty()) discard(origin, behindEnd, "reçu derrière la marque de fin"_ansi);
     return id;
 }
@@ -62,21 +69,36 @@ std::int64_t BatchJournal::receiveRecord(std::int64_t batch, const BatchOrigin& 
 void BatchJournal::discard(const BatchOrigin& origin, std::string_view bytes, std::string_view rule,
                            std::size_t taken) {
     if (bytes.empty()) return;
+    std::int64_t id = kNone;
     attempt([&] {
-        file_->append(newBatch(origin, BatchState::kDiscarded, bytes, rule), bytes, taken);
+        if (taken > 0) rescueEarlierFlow();
+        id = file_->append(newBatch(origin, BatchState::kDiscarded, bytes, rule), bytes, taken);
+    });
+    if (id == kNone) forgetFlow(taken);
+}
+
+void BatchJournal::discardUnread(const BatchOrigin& origin, std::size_t bytes,
+                                 std::string_view rule) {
+    attempt([&] {
+        discard(origin, file_->latestFlow(bytes), rule);
+        file_->dropLatestFlow(bytes);
     });
 }
 
-void BatchJournal::discardFlow(const BatchOrigin& origin, std::string_view rule) {
-    attempt([&] {
-        const std::string bytes = file_->flow();
-        if (bytes.empty()) return;
-        file_->append(newBatch(origin, BatchState::kDiscarded, bytes, rule), bytes, bytes.size());
-    });
+// Before anything of this run leaves the flow: it stands behind what the run before left.
+void BatchJournal::rescueEarlierFlow() {
+    const std::string bytes = file_->earlierFlow();
+    if (bytes.empty()) return;
+    file_->append(newBatch({}, BatchState::kReceived, bytes, "réception inachevée"_ansi), bytes,
+                  bytes.size());
 }
 
 void BatchJournal::forgetFlow(std::size_t taken) {
-    attempt([&] { file_->forgetFlow(taken); });
+    if (taken == 0) return;
+    attempt([&] {
+        rescueEarlierFlow();
+        file_->forgetFlow(taken);
+    });
 }
 
 void BatchJournal::keepFlow(std::string_view bytes) noexcept {
@@ -114,16 +136,24 @@ void BatchJournal::failed(std::int64_t batch, std::string_view reason) {
 
 void BatchJournal::update(std::int64_t batch, BatchState state, std::int32_t passes,
                           std::int32_t passesDone, std::string_view reason) {
-    if (batch != kNone) attempt([&] { file_->update(batch, state, passes, passesDone, reason); });
+    if (batch == kNone) return;
+    unwritten_[batch] = {state, passes, passesDone, std::string(reason)};
+    attempt([] {});
+}
+
+// The states of a time without room on the disk come late, but they come.
+void BatchJournal::writeStates() {
+    while (!unwritten_.empty()) {
+        const auto& [batch, to] = *unwritten_.begin();
+        file_->update(batch, to.state, to.passes, to.passesDone, to.reason);
+        unwritten_.erase(unwritten_.begin());
+    }
 }
 
 std::size_t BatchJournal::recover() {
     std::size_t waiting = 0;
     attempt([&] {
-        const std::string bytes = file_->flow();
-        if (!bytes.empty())
-            file_->append(newBatch({}, BatchState::kReceived, bytes, "réception inachevée"_ansi),
-                          bytes, bytes.size());
+        rescueEarlierFlow();
         for (const JournalEntry& entry : file_->list(0)) {
             if (entry.state == BatchState::kTyping)
                 file_->update(entry.id, BatchState::kInterrupted, entry.passes, entry.passesDone,

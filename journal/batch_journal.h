@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,11 @@ public:
     // the user should know of the journal itself.
     BatchJournal(JournalFile* file, EventPump& events, std::function<void(std::string_view)> warn);
 
+    // Tries once more to write what could not be written.
+    ~BatchJournal();
+    BatchJournal(const BatchJournal&) = delete;
+    BatchJournal& operator=(const BatchJournal&) = delete;
+
     // Whether batches are kept.
     [[nodiscard]] bool keeps() const { return file_ != nullptr; }
 
@@ -38,8 +44,8 @@ public:
     // Bytes that a rule drops, and which one; `taken` as above.
     void discard(const BatchOrigin& origin, std::string_view bytes, std::string_view rule,
                  std::size_t taken = 0);
-    // Whatever the line has brought and no batch holds, dropped by `rule`.
-    void discardFlow(const BatchOrigin& origin, std::string_view rule);
+    // The latest bytes of the flow, which nobody will read, dropped by `rule`.
+    void discardUnread(const BatchOrigin& origin, std::size_t bytes, std::string_view rule);
     // The next bytes of the flow are nothing that anybody could want again.
     void forgetFlow(std::size_t taken);
     // Adds to the flow what the line brings; from the line's thread.
@@ -63,8 +69,17 @@ public:
     std::size_t purge(std::int32_t days, std::int32_t megabytes);
 
 private:
+    struct Progress {
+        BatchState state;
+        std::int32_t passes;
+        std::int32_t passesDone;
+        std::string reason;
+    };
+
     template <typename Step>
     void attempt(Step&& step);
+    void rescueEarlierFlow();
+    void writeStates();
     void update(std::int64_t batch, BatchState state, std::int32_t passes, std::int32_t passesDone,
                 std::string_view reason);
     [[nodiscard]] NewBatch newBatch(const BatchOrigin& origin, BatchState state,
@@ -74,6 +89,7 @@ private:
     EventPump& events_;
     std::function<void(std::string_view)> warn_;
     bool warned_ = false;
+    std::map<std::int64_t, Progress> unwritten_;  // states that the file has not yet
     std::int64_t progressOf_ = kNone;
     std::uint32_t progressAt_ = 0;
 };

@@ -73,10 +73,13 @@ public:
     // that of the machine. Other threads may call it; a failure is reported by the next
     // append.
     virtual void keepFlow(std::string_view bytes) noexcept = 0;
-    // The next bytes leave the flow and are in no batch.
+    // The next bytes leave the flow and are in no batch; they have left it when this fails.
     virtual void forgetFlow(std::uint64_t taken) = 0;
-    // What the flow holds, that of a run before included.
-    [[nodiscard]] virtual std::string flow() = 0;
+    // What a run before has left at the front of the flow.
+    [[nodiscard]] virtual std::string earlierFlow() = 0;
+    // The latest bytes of the flow, and their leaving it.
+    [[nodiscard]] virtual std::string latestFlow(std::uint64_t bytes) = 0;
+    virtual void dropLatestFlow(std::uint64_t bytes) = 0;
 
     // The latest batches first, `most` at most (0: all).
     [[nodiscard]] virtual std::vector<JournalEntry> list(std::size_t most) = 0;

@@ -78,6 +78,11 @@ public:
     // in the order of arrival. Set while the port is closed; empty: nobody listens.
     virtual void onInput(std::function<void(std::string_view bytes)> listener) = 0;
 
+    // Called on the program's thread before the port is opened, and when it has been closed:
+    // then with the number of bytes that had come in and were dropped unread.
+    virtual void onOpening(std::function<void()> handler) = 0;
+    virtual void onClosed(std::function<void(std::size_t unread)> handler) = 0;
+
     // Called once, from the event pump, each time the line is lost (device
     // unplugged) or is back and open again. `lost` tells which.
     virtual void onLineChange(std::function<void(bool lost)> handler) = 0;

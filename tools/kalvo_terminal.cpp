@@ -1,6 +1,8 @@
 // kalvo-terminal: a simulated terminal on a serial device or a pseudo-terminal.
 #include <unistd.h>
 
+#include <chrono>
+#include <cstdint>
 #include <exception>
 #include <fstream>
 #include <iostream>
@@ -40,6 +42,11 @@ std::vector<TerminalRecord> recordsOf(const TerminalOptions& options) {
     return parseRecords(contentOf(options.recordFile), options.separator);
 }
 
+std::int64_t epochTime() {
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
+}
+
 void talk(TerminalLine& line, const TerminalOptions& options,
           const std::vector<TerminalRecord>& records) {
     FaultyLine faulty(line, options.faults);
@@ -48,7 +55,13 @@ void talk(TerminalLine& line, const TerminalOptions& options,
         LinuxFileSystem files;
         return KermitFileServer(transferLine, files, fromUtf8(options.fileFolder)).run();
     }
-    TerminalDialogue(faulty, options.dialogue).run(records);
+    TerminalDialogue dialogue(faulty, options.dialogue);
+    std::ofstream log;
+    if (!options.logFile.empty()) {
+        log.open(options.logFile, std::ios::app);
+        dialogue.onDelivered([&](int number) { log << number << ' ' << epochTime() << std::endl; });
+    }
+    dialogue.run(records);
 }
 
 void talkOnPseudoTerminal(const TerminalOptions& options,

@@ -42,7 +42,10 @@ void TerminalDialogue::sendBatch(const std::vector<std::string>& lines) {
     if (options_.announceConnection) return line_.write(kConnectionText);
     if (options_.emptyBatch) return line_.write(kEmptyBatch);
     int number = 0;
-    for (const std::string& line : lines) line_.write(firstForm(line, ++number));
+    for (const std::string& line : lines) {
+        line_.write(firstForm(line, ++number));
+        delivered_(number);
+    }
     if (options_.kind == TerminalKind::kHt630) line_.write(kBatchEnd);
 }
 
@@ -62,7 +65,9 @@ void TerminalDialogue::deliver(const std::string& line, int number) {
         bool acknowledged = waitForLine("ACK", options_.ackTimeout);
         if (acknowledged && ++acks_ == options_.lostAck)
             acknowledged = waitForLine("ACK", options_.ackTimeout);
-        if (acknowledged) return answerCommand();
+        if (!acknowledged) continue;
+        delivered_(number);
+        return answerCommand();
     }
     throw DialogueFailure("l'enregistrement " + std::to_string(number) +
                           " n'a pas été acquitté après " + std::to_string(options_.resends + 1) +

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tools/terminal_line.h"
@@ -60,6 +62,10 @@ public:
     // std::length_error for a record that does not fit (nothing is sent then).
     void run(const std::vector<TerminalRecord>& records);
 
+    // Called with the number (from 1) of each record that is off its hands: sent by a
+    // terminal that pushes, acknowledged to one that is polled.
+    void onDelivered(std::function<void(int number)> handler) { delivered_ = std::move(handler); }
+
 private:
     void sendBatch(const std::vector<std::string>& lines);
     void sendWhenPolled(const std::vector<std::string>& lines);
@@ -72,6 +78,7 @@ private:
 
     TerminalLine& line_;
     DialogueOptions options_;
+    std::function<void(int)> delivered_ = [](int) {};
     std::string received_;
     int acks_ = 0;
 };

@@ -79,6 +79,10 @@ void addSending(CLI::App& app, TerminalOptions& options) {
            },
            "séparateur de champs du fichier (\";\", TAB pour la tabulation)")
         ->type_name("C");
+    app.add_option("--log", options.logFile,
+                   "note chaque enregistrement remis (HT630, PT630 : envoyé ; Optimus, ScanPal :\n"
+                   "acquitté) : numéro, temps en ms depuis 1970")
+        ->type_name("CHEMIN");
     addNumber(app, "--speed", options.faults.speed, 1U, 4000000U, "BAUDS",
               "au rythme de la ligne, 10 bits par caractère (sans limite)");
     addNumber(app, "--repeat", dialogue.batches, 1, kMost, "N", "nombre de lots (1)");

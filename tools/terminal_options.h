@@ -20,6 +20,7 @@ struct TerminalOptions {
     std::string settings = "9600,N,8,1";
     std::string fileFolder;  // serves its files instead of sending records
     std::string recordFile;  // "-": standard input
+    std::string logFile;     // what is off the terminal's hands; empty: nowhere
     char separator = ';';
     DialogueOptions dialogue;
     LineFaults faults;

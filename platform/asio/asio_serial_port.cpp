@@ -85,9 +85,10 @@ void AsioSerialPort::setPortOpen(bool open) {
     if (open) {
         if (PortOpen()) failAlreadyOpen();
         openLine();
-    } else {
+    } else if (PortOpen()) {
         line_.reset();
-        inbox_->clear();
+        const std::size_t unread = inbox_->clear();
+        if (closed_) closed_(unread);
     }
 }
 
@@ -102,6 +103,7 @@ void AsioSerialPort::reopen() {
 }
 
 void AsioSerialPort::openLine() {
+    if (opening_) opening_();
     const std::string device = resolver_(number_);
     if (device.empty())
         fail(error_number::kPortInvalid, std::string("Le port COM"_ansi) + std::to_string(number_) +

@@ -1,10 +1,12 @@
 // The serial port over standalone Asio, for Linux and Windows.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/asio/native_line.h"
 #include "platform/event_pump.h"
@@ -56,6 +58,10 @@ public:
     [[nodiscard]] int CommEvent() const override;
     void onComm(std::function<void()> handler) override;
     void onInput(std::function<void(std::string_view bytes)> listener) override;
+    void onOpening(std::function<void()> handler) override { opening_ = std::move(handler); }
+    void onClosed(std::function<void(std::size_t unread)> handler) override {
+        closed_ = std::move(handler);
+    }
     void onLineChange(std::function<void(bool lost)> handler) override;
 
 private:
@@ -70,6 +76,8 @@ private:
     Handshaking handshaking_ = Handshaking::kNone;
     std::shared_ptr<LineInbox> inbox_;
     std::unique_ptr<SerialLine> line_;
+    std::function<void()> opening_;
+    std::function<void(std::size_t)> closed_;
 };
 
 }  // namespace kalvo

@@ -102,11 +102,13 @@ void LineInbox::setInputLength(int characters) {
     inputLength_ = countOf(characters);
 }
 
-void LineInbox::clear() {
+std::size_t LineInbox::clear() {
     const std::lock_guard lock(mutex_);
+    const std::size_t unread = queue_.size();
     queue_.clear();
     pending_.clear();
     ++epoch_;
+    return unread;
 }
 
 }  // namespace kalvo

@@ -42,8 +42,8 @@ public:
     void setListener(std::function<void(std::string_view)> listener) {
         listener_ = std::move(listener);
     }
-    // Drops the bytes that wait and the events that are on their way.
-    void clear();
+    // Drops the bytes that wait and the events that are on their way; how many bytes.
+    std::size_t clear();
 
 private:
     void raise(int event);

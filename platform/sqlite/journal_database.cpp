@@ -163,7 +163,7 @@ std::int64_t SqliteJournal::append(const NewBatch& batch, std::string_view bytes
         addPiece(id, bytes);
         if (flow_ != nullptr && flowTaken > 0)
             statements_->takeFlow.run(flowNumber_,
-                                      static_cast<std::int64_t>(flow_->taken() + flowTaken));
+                                      static_cast<std::int64_t>(flow_->restAfter(flowTaken)));
     });
     if (flow_ != nullptr && flowTaken > 0) {
         flow_->take(flowTaken);
@@ -204,12 +204,22 @@ void SqliteJournal::keepFlow(std::string_view bytes) noexcept {
 
 void SqliteJournal::forgetFlow(std::uint64_t taken) {
     if (flow_ == nullptr || taken == 0) return;
-    connection_->run("PRAGMA synchronous=NORMAL");
-    statements_->takeFlow.run(flowNumber_, static_cast<std::int64_t>(flow_->taken() + taken));
     flow_->take(taken);
+    connection_->run("PRAGMA synchronous=NORMAL");
+    statements_->takeFlow.run(flowNumber_, static_cast<std::int64_t>(flow_->restAfter(0)));
 }
 
-std::string SqliteJournal::flow() { return flow_ == nullptr ? std::string() : flow_->rest(); }
+std::string SqliteJournal::earlierFlow() {
+    return flow_ == nullptr ? std::string() : flow_->earlier();
+}
+
+std::string SqliteJournal::latestFlow(std::uint64_t bytes) {
+    return flow_ == nullptr ? std::string() : flow_->latest(bytes);
+}
+
+void SqliteJournal::dropLatestFlow(std::uint64_t bytes) {
+    if (flow_ != nullptr) flow_->dropLatest(bytes);
+}
 
 std::vector<JournalEntry> SqliteJournal::list(std::size_t most) {
     SqliteStatement rows(*connection_,

@@ -44,7 +44,9 @@ public:
                 std::string_view reason) override;
     void keepFlow(std::string_view bytes) noexcept override;
     void forgetFlow(std::uint64_t taken) override;
-    [[nodiscard]] std::string flow() override;
+    [[nodiscard]] std::string earlierFlow() override;
+    [[nodiscard]] std::string latestFlow(std::uint64_t bytes) override;
+    void dropLatestFlow(std::uint64_t bytes) override;
     [[nodiscard]] std::vector<JournalEntry> list(std::size_t most) override;
     [[nodiscard]] std::optional<JournalEntry> find(std::int64_t id) override;
     [[nodiscard]] std::string bytes(std::int64_t id) override;

@@ -118,7 +118,8 @@ public:
             connection_.run("COMMIT");
         } catch (const RuntimeError&) {
             sqlite3_set_authorizer(connection_.handle(), nullptr, nullptr);
-            connection_.run("ROLLBACK");
+            // A full disk has ended it by itself.
+            if (sqlite3_get_autocommit(connection_.handle()) == 0) connection_.run("ROLLBACK");
             connection_.restrictStatements();
             throw;
         }

@@ -103,6 +103,35 @@ TEST_F(Reception, AFailingDispatchDoesNotBlockLaterBatches) {
     EXPECT_THAT(dispatched, ElementsAre("B\r\n"));
 }
 
+// The port may have been opened for another type, be closed while a batch is coming in, and
+// the journal may have no room: the flow keeps to what is still to come.
+TEST_F(Reception, WhatComesInIsKeptForWhoeverOpensAndClosesThePort) {
+    terminal("Optimus");
+    world.port.setPortOpen(true);
+    world.port.receive("seen by the scanner only");
+    world.port.setPortOpen(false);
+    EXPECT_EQ(kept.latestFlow(99), "");
+
+    terminal("HT630");
+    world.port.setPortOpen(true);
+    world.events.whilePumping = [&, round = 0]() mutable {
+        if (++round != 2) return;
+        world.port.arrive("dropped");
+        world.port.setPortOpen(false);
+        world.port.setPortOpen(true);
+        world.port.arrive("C\r\nFINTRANSKALVO");
+    };
+    world.port.receive("AB\r\n");
+    EXPECT_THAT(dispatched, ElementsAre("AB\r\nC\r\n"));
+    EXPECT_THAT(kept.kept(), ElementsAre("ecarte dropped", "recu AB\r\nC\r\n"));
+    EXPECT_EQ(kept.latestFlow(99), "");
+
+    world.events.whilePumping = nullptr;
+    kept.diskFull = true;
+    world.port.receive("D\r\nFINTRANSKALVO");
+    EXPECT_EQ(kept.latestFlow(99), "");
+}
+
 struct Pt630 : Reception {
     const std::string file = folder / "5320241479.tmp";
     Pt630() { terminal("PT630"); }

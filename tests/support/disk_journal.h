@@ -16,8 +16,13 @@ public:
     explicit DiskJournal(const std::string& folder) : SqliteJournal(folder, Use::kReceive) {}
     std::int64_t append(const NewBatch& batch, std::string_view bytes,
                         std::uint64_t flowTaken) override {
-        if (diskFull) throw RuntimeError(error_number::kDiskFull, "plein");
+        work();
         return SqliteJournal::append(batch, bytes, flowTaken);
+    }
+    void update(std::int64_t id, BatchState state, std::int32_t passes, std::int32_t passesDone,
+                std::string_view reason) override {
+        work();
+        SqliteJournal::update(id, state, passes, passesDone, reason);
     }
 
     // The states and bytes of all batches, in the order of their arrival.
@@ -26,6 +31,11 @@ public:
         for (const JournalEntry& entry : list(0))
             all.insert(all.begin(), std::string(nameOf(entry.state)) + " " + bytes(entry.id));
         return all;
+    }
+
+private:
+    void work() const {
+        if (diskFull) throw RuntimeError(error_number::kDiskFull, "plein");
     }
 };
 

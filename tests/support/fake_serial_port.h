@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/serial_port.h"
@@ -68,12 +69,15 @@ public:
     [[nodiscard]] std::size_t InBufferCount() const override { return waiting.size(); }
     void setPortOpen(bool wanted) override {
         log.push_back(std::string("PortOpen=") + (wanted ? "1" : "0"));
-        waiting.clear();
+        if (wanted && opening_) opening_();
+        const std::size_t unread = std::exchange(waiting, {}).size();
+        if (!wanted && closed_) closed_(unread);
         if (wanted && openError != 0) throw RuntimeError(openError, "Port refusé");
         open = wanted;
     }
     void reopen() override {
         log.push_back("reopen");
+        if (opening_) opening_();
         open = true;
     }
     [[nodiscard]] bool PortOpen() const override { return open; }
@@ -83,8 +87,14 @@ public:
         input_ = std::move(listener);
     }
     void onLineChange(std::function<void(bool)>) override {}
+    void onOpening(std::function<void()> handler) override { opening_ = std::move(handler); }
+    void onClosed(std::function<void(std::size_t)> handler) override {
+        closed_ = std::move(handler);
+    }
 
 private:
+    std::function<void()> opening_;
+    std::function<void(std::size_t)> closed_;
     std::function<void()> comm_;
     std::function<void(std::string_view)> input_;
 };
