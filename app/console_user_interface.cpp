@@ -3,28 +3,15 @@
 #include <iostream>
 #include <string>
 
+#include "app/logged_user_interface.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/number_text.h"
+#include "text/one_line.h"
 
 namespace kalvo {
 
 namespace {
-
-std::string onOneLine(std::string_view text) {
-    std::string line;
-    bool pendingBreak = false;
-    for (const char c : text) {
-        if (c == '\r' || c == '\n') {
-            pendingBreak = !line.empty();
-            continue;
-        }
-        if (pendingBreak) line += " | ";
-        pendingBreak = false;
-        line.push_back(c);
-    }
-    return line;
-}
 
 std::string readLine() {
     std::string line;
@@ -36,8 +23,16 @@ std::string readLine() {
 
 void writeErrorLine(std::string_view text) { std::cerr << toUtf8(onOneLine(text)) << std::endl; }
 
-void ConsoleDialogs::message(std::string_view text, std::string_view title, MessageIcon) {
-    writeErrorLine(std::string(title) + " : " + std::string(text));
+void ConsoleLog::write(LogLevel, std::string_view text) noexcept {
+    try {
+        writeErrorLine(text);
+    } catch (...) {
+        // A log never fails.
+    }
+}
+
+void ConsoleDialogs::message(std::string_view text, std::string_view title, MessageIcon icon) {
+    said_.write(levelOf(icon), std::string(title) + " : " + std::string(text));
 }
 
 bool ConsoleDialogs::confirm(std::string_view text, std::string_view title, MessageIcon icon) {
@@ -63,7 +58,7 @@ void ConsoleNotifyIcon::add(std::string_view tip) { modify(tip); }
 void ConsoleNotifyIcon::modify(std::string_view tip) {
     if (tip == shown_) return;
     shown_ = tip;
-    writeErrorLine(trimBlanks(tip));
+    said_.write(LogLevel::kInformation, trimBlanks(tip));
 }
 
 }  // namespace kalvo

@@ -15,8 +15,10 @@
 #include "app/commands/command_context.h"
 #include "app/desktop_settings.h"
 #include "app/end_signals.h"
+#include "app/logged_user_interface.h"
 #include "app/reconnecting_keyboard.h"
 #include "app/run_journal.h"
+#include "app/run_log.h"
 #include "core/frame_dispatch.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
@@ -61,12 +63,13 @@ class DesktopProgram {
 public:
     explicit DesktopProgram(SystemBindings& bindings)
         : bindings_(bindings),
+          log_(openLog(bindings.applicationFolder)),
           events_([this](const RuntimeError& error) { showError(error); }),
           progress_([this] { events_.draw(); }),
           icon_(QApplication::windowIcon(), [this] { menuWindow_.popUp(); }),
           foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
-          journal_(bindings, events_, [this](std::string_view text) { icon_.notify(text); }),
+          journal_(bindings, events_, [this](std::string_view text) { notices_.notify(text); }),
           reception_(platform(), state_, journal_.batches(), [this] { dispatch(); }),
           menu_(platform(), state_, reception_,
                 {.showSettings = [this] { settings_.ask(); },
@@ -159,7 +162,7 @@ private:
 
     // Said in the icon's own bubble: nobody has to answer for work to go on.
     void lineChanged(bool lost) {
-        icon_.notify(
+        notices_.notify(
             "Port COM " + std::to_string(port_->CommPort()) +
             std::string(lost ? " : liaison perdue ; le port sera rouvert dès son retour."_ansi
                              : " : liaison rétablie."_ansi));
@@ -171,6 +174,7 @@ private:
         try {
             return connect();
         } catch (const RuntimeError& error) {
+            log_->write(LogLevel::kWarning, error.description());
             writeErrorLine(error.description());
             return std::make_unique<Absent>();
         }
@@ -185,17 +189,22 @@ private:
                 *bindings_.files,
                 events_,
                 dialogs_,
-                icon_,
+                notices_,
                 progress_,
-                watch_};
+                watch_,
+                *log_};
     }
 
     SystemBindings& bindings_;
     RunTimeState state_;
-    QtDialogs dialogs_;
+    std::unique_ptr<Log> log_;
+    RunLog run_{*log_, bindings_.applicationFolder, "Programme de bureau"};
+    QtDialogs boxes_;
+    LoggedDialogs dialogs_{boxes_, *log_};
     QtEventPump events_;
     QtProgress progress_;
     QtNotifyIcon icon_;
+    LoggedNotifyIcon notices_{icon_, *log_};
     std::unique_ptr<ForegroundWindow> foreground_;
     ReconnectingKeyboard keyboard_{connectKeyboard};
     TypingWatch watch_;

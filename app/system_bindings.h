@@ -13,6 +13,7 @@
 #include "platform/file_system.h"
 #include "platform/foreground_window.h"
 #include "platform/keyboard_input.h"
+#include "platform/log.h"
 #include "platform/multidll.h"
 #include "platform/port_entry.h"
 #include "platform/profile_files.h"
@@ -47,6 +48,9 @@ struct SystemBindings {
 // A layout by its name ("us", "fr"), without a session. RuntimeError for an unknown
 // name.
 [[nodiscard]] std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name);
+
+// The log of an application folder, shown on standard error too where it is `echoed`.
+[[nodiscard]] std::unique_ptr<Log> openLog(std::string_view applicationFolder, bool echoed = false);
 
 // Which device a port number means, empty for none. `profiles` must outlive it.
 [[nodiscard]] std::function<std::string(int number)> portDevices(

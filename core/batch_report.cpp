@@ -44,4 +44,11 @@ std::string longText(const BatchReport& report) {
            ", " + std::to_string(report.milliseconds) + " ms";
 }
 
+void logReport(Log& log, const BatchReport& report) {
+    LogLevel level = LogLevel::kInformation;
+    if (report.outcome == BatchReport::Outcome::kInterrupted) level = LogLevel::kWarning;
+    if (report.outcome == BatchReport::Outcome::kFailed) level = LogLevel::kError;
+    log.write(level, longText(report));
+}
+
 }  // namespace kalvo

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/log.h"
+
 namespace kalvo {
 
 struct BatchReport {
@@ -32,5 +34,6 @@ struct BatchReport {
 [[nodiscard]] std::string shortText(const BatchReport& report);
 // The same with characters and time, for a log.
 [[nodiscard]] std::string longText(const BatchReport& report);
+void logReport(Log& log, const BatchReport& report);
 
 }  // namespace kalvo

@@ -8,6 +8,7 @@
 #include "core/script_typing.h"
 #include "platform/event_pump.h"
 #include "platform/keyboard_input.h"
+#include "platform/log.h"
 #include "platform/progress.h"
 #include "platform/serial_port.h"
 #include "scenario/file_output.h"
@@ -59,11 +60,16 @@ public:
             write(script);
         else
             type(script, fromPass);
-        report_.milliseconds = platform_.events.GetTickCount() - start_;
-        return report_;
+        return told();
     }
 
 private:
+    const BatchReport& told() {
+        report_.milliseconds = platform_.events.GetTickCount() - start_;
+        logReport(platform_.log, report_);
+        return report_;
+    }
+
     void write(const std::string& script) {
         const bool built =
             optionSet(platform_.profiles, scenario_.applicationFolder, Option::kBuiltText);
@@ -99,7 +105,9 @@ private:
         report_.passesDone = passesBefore(skipped + typing.typed);
         report_.reason = reasonOf(typing.stop);
         journal_.interrupted(report_.batch, report_.passes, report_.passesDone, report_.reason);
-        if (typing.stop == TypingStop::kProgramEnds) throw ProgramEnd{};
+        if (typing.stop != TypingStop::kProgramEnds) return;
+        told();
+        throw ProgramEnd{};
     }
 
     [[nodiscard]] std::size_t beginOf(std::size_t pass, std::string_view script) const {
@@ -122,13 +130,25 @@ private:
     BatchReport report_;
 };
 
-BatchReport keepForLater(BatchJournal& journal, std::int64_t batch, std::size_t characters) {
+void logArrival(const Platform& platform, const RunTimeState& state) {
+    const std::string number =
+        state.batch == BatchJournal::kNone ? std::string() : std::to_string(state.batch) + " ";
+    platform.log.write(
+        LogLevel::kInformation,
+        "Lot " + number + std::string("reçu de "_ansi) + state.TerminalType +
+            ", enregistrements : " + std::to_string(countRecords(state.ReceivedData)) +
+            std::string(", caractères : "_ansi) + std::to_string(state.ReceivedData.size()));
+}
+
+BatchReport keepForLater(const Platform& platform, BatchJournal& journal, std::int64_t batch,
+                         std::size_t characters) {
     BatchReport report;
     report.outcome = BatchReport::Outcome::kFailed;
     report.batch = batch;
     report.characters = characters;
     report.reason = reasonOf(TypingStop::kKeyboardLost);
     journal.failed(batch, report.reason);
+    logReport(platform.log, report);
     return report;
 }
 
@@ -147,10 +167,11 @@ bool canDispatch(const Platform& platform, const RunTimeState& state) {
 }
 
 BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJournal& journal) {
+    logArrival(platform, state);
     const std::int64_t batch = std::exchange(state.batch, BatchJournal::kNone);
     if (!canDispatch(platform, state)) {
         platform.progress.unload();
-        return keepForLater(journal, batch, state.ReceivedData.size());
+        return keepForLater(platform, journal, batch, state.ReceivedData.size());
     }
     const BatchReport report = Dispatch(platform, state, journal, batch, state.ReceivedData).run(1);
     resetPort(platform, state, journal);
@@ -159,7 +180,8 @@ BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJourn
 
 BatchReport dispatchAgain(const Platform& platform, RunTimeState& state, BatchJournal& journal,
                           const JournalEntry& entry, std::string bytes, std::int32_t fromPass) {
-    if (!canDispatch(platform, state)) return keepForLater(journal, entry.id, bytes.size());
+    if (!canDispatch(platform, state))
+        return keepForLater(platform, journal, entry.id, bytes.size());
     return Dispatch(platform, state, journal, entry.id, std::move(bytes)).run(fromPass);
 }
 

@@ -34,4 +34,7 @@ struct RunTimeState {
 // Where what is received now comes from, for the journal.
 [[nodiscard]] BatchOrigin originOf(const Platform& platform, const RunTimeState& state);
 
+// Writes down that the port has been opened, and how.
+void logOpenPort(const Platform& platform, const RunTimeState& state);
+
 }  // namespace kalvo

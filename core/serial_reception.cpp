@@ -58,6 +58,7 @@ void SerialReception::configurePort() {
 void SerialReception::openPort() {
     if (platform_.port.PortOpen()) return;
     platform_.port.setPortOpen(true);
+    logOpenPort(platform_, state_);
     platform_.dialogs.beep();
 }
 

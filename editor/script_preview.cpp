@@ -71,7 +71,7 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
     NoProgress progress;
     const Platform dry{platform.keyboard,  platform.port,  profiles,        platform.registry,
                        platform.databases, platform.files, platform.events, platform.dialogs,
-                       platform.icon,      progress,       platform.watch};
+                       platform.icon,      progress,       platform.watch,  platform.log};
     ScenarioRun run;
     run.applicationFolder = folder;
     run.counterUse = CounterUse::kReadOnly;

@@ -173,6 +173,7 @@ void SerialConfig::openWithStoredSettings() {
     configureLine(platform_.port, speed + "," + parity + "," + dataBits + "," + stopBits,
                   storedHandshaking(platform_.profiles, state_.scenario.applicationFolder));
     platform_.port.setPortOpen(true);
+    logOpenPort(platform_, state_);
 }
 
 }  // namespace kalvo

@@ -8,6 +8,7 @@ class Dialogs;
 class EventPump;
 class FileSystem;
 class KeyboardInput;
+class Log;
 class NotifyIcon;
 class ProfileFiles;
 class Progress;
@@ -28,6 +29,7 @@ struct Platform {
     NotifyIcon& icon;
     Progress& progress;
     TypingWatch& watch;
+    Log& log;
 };
 
 }  // namespace kalvo

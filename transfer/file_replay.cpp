@@ -10,6 +10,7 @@
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
+#include "platform/log.h"
 #include "platform/progress.h"
 #include "scenario/file_output.h"
 #include "scenario/frame_processing.h"
@@ -101,6 +102,7 @@ BatchReport replayFrame(const Platform& platform, ScenarioRun& run, std::string 
     }
     report.passesDone = report.whole() ? report.passes : 0;
     report.milliseconds = platform.events.GetTickCount() - start;
+    logReport(platform.log, report);
     return report;
 }
 
@@ -112,6 +114,7 @@ std::optional<BatchReport> ReplayFile(const Platform& platform, ScenarioRun& run
         platform.dialogs.message("Le fichier n'existe pas", kApplicationTitle, MessageIcon::kNone);
         return std::nullopt;
     }
+    platform.log.write(LogLevel::kInformation, std::string("Rejeu de ").append(file));
     std::string frame;
     {
         const ProgressShown shown(platform.progress);

@@ -25,6 +25,7 @@ const char* const kLicences =
     "<li>Qt 6 : GNU LGPL version 3</li>"
     "<li>SQLite : domaine public</li>"
     "<li>Asio : Boost Software License 1.0</li>"
+    "<li>spdlog, fmt : MIT</li>"
     "<li>libxkbcommon, XCB, libX11 : MIT</li></ul>";
 
 struct Tool {

@@ -14,8 +14,15 @@
 
 namespace kalvo {
 
-CommandContext::CommandContext(SystemBindings& bindings)
-    : events([this](const RuntimeError& error) {
+CommandOutput::CommandOutput(SystemBindings& bindings, CommandLog use)
+    : log_(use == CommandLog::kNothing
+               ? std::make_unique<NoLog>()
+               : openLog(bindings.applicationFolder, use == CommandLog::kEverything)),
+      said_(use == CommandLog::kEverything ? *log_ : console_) {}
+
+CommandContext::CommandContext(SystemBindings& bindings, CommandLog use)
+    : output(bindings, use),
+      events([this](const RuntimeError& error) {
           dialogs.message(errorText(error), kApplicationTitle, MessageIcon::kCritical);
       }),
       bindings_(bindings),
@@ -41,7 +48,8 @@ Platform CommandContext::platform() {
             dialogs,
             icon_,
             progress_,
-            watch_};
+            watch_,
+            output.log()};
 }
 
 std::string readInput(const std::string& argument) {

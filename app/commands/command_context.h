@@ -1,6 +1,7 @@
 // What the commands share: a platform of console bindings, and reading their input.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -16,11 +17,34 @@
 
 namespace kalvo {
 
+// What a command leaves in the log of the application folder.
+enum class CommandLog : std::uint8_t {
+    kNothing,
+    kWork,        // what it types and writes
+    kEverything,  // that, and all it says: standard error shows the entries of the log
+};
+
+// Where the words of a command go.
+class CommandOutput {
+public:
+    CommandOutput(SystemBindings& bindings, CommandLog use);
+
+    // What happens.
+    [[nodiscard]] Log& log() { return *log_; }
+    // What the user is told.
+    [[nodiscard]] Log& said() { return said_; }
+
+private:
+    std::unique_ptr<Log> log_;
+    ConsoleLog console_;
+    Log& said_;
+};
+
 // A command's outside world: the system's files and settings, the console as user
 // interface, and a keyboard and a port only where they were given.
 class CommandContext {
 public:
-    explicit CommandContext(SystemBindings& bindings);
+    explicit CommandContext(SystemBindings& bindings, CommandLog use = CommandLog::kNothing);
 
     void useKeyboard(std::unique_ptr<KeyboardInput> keyboard) { keyboard_ = std::move(keyboard); }
     void openSerialPort();
@@ -28,13 +52,14 @@ public:
     // The platform as it is now; valid as long as the context.
     [[nodiscard]] Platform platform();
 
+    CommandOutput output;
     ConsoleEventPump events;
-    ConsoleDialogs dialogs;
+    ConsoleDialogs dialogs{output.said()};
     RunTimeState state;
 
 private:
     SystemBindings& bindings_;
-    ConsoleNotifyIcon icon_;
+    ConsoleNotifyIcon icon_{output.said()};
     NoProgress progress_;
     TypingWatch watch_;
     std::unique_ptr<KeyboardInput> keyboard_;

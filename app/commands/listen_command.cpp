@@ -8,6 +8,7 @@
 #include "app/end_signals.h"
 #include "app/reconnecting_keyboard.h"
 #include "app/run_journal.h"
+#include "app/run_log.h"
 #include "core/frame_dispatch.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
@@ -19,10 +20,11 @@ namespace kalvo {
 
 namespace {
 
-void sayLineChange(int port, bool lost) {
+void sayLineChange(Log& said, int port, bool lost) {
     const std::string name = "Port COM " + std::to_string(port);
-    writeErrorLine(name + std::string(lost ? " : liaison perdue, réouverture dès son retour"_ansi
-                                           : " : liaison rétablie"_ansi));
+    said.write(lost ? LogLevel::kWarning : LogLevel::kInformation,
+               name + std::string(lost ? " : liaison perdue, réouverture dès son retour"_ansi
+                                       : " : liaison rétablie"_ansi));
 }
 
 void closePort(SerialPort& port) {
@@ -36,24 +38,29 @@ void closePort(SerialPort& port) {
 int runListen(const CommandLine&, SystemBindings& bindings) {
     // Before any thread starts, so that the signals go where they are waited for.
     EndSignals signals;
-    CommandContext context(bindings);
+    CommandContext context(bindings, CommandLog::kEverything);
+    Log& said = context.output.said();
+    const RunLog run(said, bindings.applicationFolder, "Écoute"_ansi);
     auto keyboard = std::make_unique<ReconnectingKeyboard>(connectKeyboard);
     const bool canType = keyboard->connected();
     context.useKeyboard(std::move(keyboard));
     context.openSerialPort();
-    RunJournal journal(bindings, context.events, writeErrorLine);
+    RunJournal journal(bindings, context.events,
+                       [&](std::string_view text) { said.write(LogLevel::kWarning, text); });
     const Platform platform = context.platform();
-    SerialReception reception(platform, context.state, journal.batches(), [&] {
-        writeErrorLine(longText(TraiteEmul(platform, context.state, journal.batches())));
-    });
-    platform.port.onLineChange([&](bool lost) { sayLineChange(platform.port.CommPort(), lost); });
+    SerialReception reception(platform, context.state, journal.batches(),
+                              [&] { TraiteEmul(platform, context.state, journal.batches()); });
+    platform.port.onLineChange(
+        [&](bool lost) { sayLineChange(said, platform.port.CommPort(), lost); });
     startUp(platform, context.state, reception, [] {});
     if (!platform.port.PortOpen()) {
-        writeErrorLine("Aucun port n'est ouvert (section Port_série de PortSerie.ini)"_ansi);
+        said.write(LogLevel::kError,
+                   "Aucun port n'est ouvert (section Port_série de PortSerie.ini)"_ansi);
         return kExitFailure;
     }
     if (!canType && !context.state.scenario.active.FileMode)
-        writeErrorLine(
+        said.write(
+            LogLevel::kWarning,
             "Clavier indisponible (pas d'affichage) : les lots attendront dans le journal"_ansi);
     journal.begin();
     signals.start([&] { context.events.requestEnd(); },

@@ -8,7 +8,7 @@
 namespace kalvo {
 
 int runReplay(const CommandLine& line, SystemBindings& bindings) {
-    CommandContext context(bindings);
+    CommandContext context(bindings, CommandLog::kWork);
     const Platform files = context.platform();
     ScenarioRun& run = context.state.scenario;
     const std::string separator = fromUtf8(line.separator);
@@ -18,6 +18,7 @@ int runReplay(const CommandLine& line, SystemBindings& bindings) {
     if (run.active.ScenarioName.empty()) return kExitFailure;
     run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
+    files.log.write(LogLevel::kInformation, "Rejeu de " + fromUtf8(line.file));
     if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
     const BatchReport report = ReplayText(context.platform(), run, content, separator);
     if (!report.whole()) writeErrorLine(report.reason);

@@ -3,16 +3,22 @@
 #include "app/commands/commands.h"
 #include "core/frame_dispatch.h"
 #include "core/script_typing.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 
 int runType(const CommandLine& line, SystemBindings& bindings) {
-    CommandContext context(bindings);
+    CommandContext context(bindings, CommandLog::kWork);
     const std::string script = readInput(line.file);
     context.useKeyboard(connectKeyboard());
     const Typing typing = typeScript(context.platform(), script, line.pause);
-    if (typing.stop != TypingStop::kNone) writeErrorLine(reasonOf(typing.stop));
-    return typing.stop == TypingStop::kNone ? kExitSuccess : kExitFailure;
+    const bool whole = typing.stop == TypingStop::kNone;
+    if (!whole) writeErrorLine(reasonOf(typing.stop));
+    context.output.log().write(whole ? LogLevel::kInformation : LogLevel::kWarning,
+                               std::string("Script saisi, caractères : "_ansi) +
+                                   std::to_string(typing.typed) + " sur " +
+                                   std::to_string(script.size()));
+    return whole ? kExitSuccess : kExitFailure;
 }
 
 }  // namespace kalvo

@@ -41,9 +41,10 @@ struct FakePlatform {
     FakeNotifyIcon icon;
     FakeProgress progress;
     FakeWatch watch;
+    FakeLog log;
 
     Platform platform{keyboard, port,    profiles, registry, databases, files,
-                      events,   dialogs, icon,     progress, watch};
+                      events,   dialogs, icon,     progress, watch,     log};
 
     FakePlatform() { std::filesystem::create_directory(folder / "Scenarios"); }
 

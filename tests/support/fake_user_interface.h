@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/dialogs.h"
+#include "platform/log.h"
 #include "platform/notify_icon.h"
 #include "platform/progress.h"
 
@@ -79,6 +80,12 @@ private:
         lastTip = tip;
         log.push_back(what + lastTip.substr(0, lastTip.find_last_not_of(' ') + 1));
     }
+};
+
+class FakeLog : public Log {
+public:
+    std::vector<std::string> lines;
+    void write(LogLevel, std::string_view text) noexcept override { lines.emplace_back(text); }
 };
 
 class FakeProgress : public Progress {
