@@ -19,6 +19,7 @@
 #include "app/reconnecting_keyboard.h"
 #include "app/run_journal.h"
 #include "app/run_log.h"
+#include "core/during.h"
 #include "core/frame_dispatch.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
@@ -90,31 +91,44 @@ public:
                       [this] { events_.post([this] { reception_.transfer(); }); });
         events_.post([this] { load(); });
         events_.run();
+        signals.stop();
         shutDown();
     }
 
 private:
-    // The load event of the hidden main window, under the splash.
+    // The load event of the hidden main window. Whatever fails in one step is shown and
+    // leaves the others.
     void load() {
         // A window manager may well give the focus to the splash.
         foreground_->remember();
-        SplashWindow splash;
-        splash.show();
-        events_.DoEvents();
-        prepareApplicationFolder(*bindings_.files, dialogs_, bindings_.applicationFolder,
-                                 bindings_.shippedData);
-        splash.hide();
-        foreground_->giveBack();
-        switch (startUp(platform(), state_, reception_, [this] { settings_.show(); })) {
-            case PortStart::kUnavailable: settings_.offerOtherPort(); break;
-            case PortStart::kSettingsRefused: settings_.showRefusedLine(); break;
-            case PortStart::kDone: break;
-        }
+        PortStart port = PortStart::kDone;
+        events_.deliver([&] {
+            port = startUp(
+                platform(), state_, reception_, [this] { settings_.show(); },
+                [this] { prepareUnderSplash(); });
+        });
+        events_.deliver([&] {
+            switch (port) {
+                case PortStart::kUnavailable: settings_.offerOtherPort(); break;
+                case PortStart::kSettingsRefused: settings_.showRefusedLine(); break;
+                case PortStart::kDone: break;
+            }
+        });
         journal_.begin();
         if (!QtNotifyIcon::available())
             menuWindow_.stay(
                 "Ce bureau n'a pas de zone de notification : cette fenêtre "
                 "remplace l'icône de KALVO Horizon.");
+    }
+
+    void prepareUnderSplash() {
+        const During splash([this, window = std::make_shared<SplashWindow>()](bool on) {
+            window->setVisible(on);
+            if (!on) foreground_->giveBack();
+        });
+        events_.DoEvents();
+        prepareApplicationFolder(*bindings_.files, dialogs_, bindings_.applicationFolder,
+                                 bindings_.shippedData);
     }
 
     void shutDown() {
@@ -231,6 +245,21 @@ void speakFrench(QTranslator& translator) {
         QApplication::installTranslator(&translator);
 }
 
+// A signal closes the box, too.
+int refuseSecond(EndSignals& signals) {
+    QObject box;
+    signals.start(
+        [&box] {
+            QMetaObject::invokeMethod(
+                &box, [] { QApplication::exit(); }, Qt::QueuedConnection);
+        },
+        [] {});
+    QtDialogs().message("Application déjà active !"_ansi, kApplicationTitle,
+                        MessageIcon::kCritical);
+    signals.stop();
+    return kExitFailure;
+}
+
 }  // namespace
 
 int runDesktop(const CommandLine&, SystemBindings& bindings) {
@@ -247,11 +276,7 @@ int runDesktop(const CommandLine&, SystemBindings& bindings) {
     speakFrench(translator);
 
     const SingleInstance instance;
-    if (!instance.first()) {
-        QtDialogs().message("Application déjà active !"_ansi, kApplicationTitle,
-                            MessageIcon::kCritical);
-        return kExitFailure;
-    }
+    if (!instance.first()) return refuseSecond(signals);
     DesktopProgram(bindings).run(signals);
     return kExitSuccess;
 }

@@ -17,6 +17,8 @@ public:
     ~EndSignals();
 
     void start(std::function<void()> onEnd, std::function<void()> onTransfer);
+    // Signals are held back again: once this returns, no handler runs any more.
+    void stop();
 
 private:
     struct Waiting;

@@ -39,4 +39,6 @@ void EndSignals::start(std::function<void()> onEnd, std::function<void()> onTran
         });
 }
 
+void EndSignals::stop() { waiting_->thread = {}; }
+
 }  // namespace kalvo

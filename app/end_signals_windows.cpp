@@ -34,10 +34,8 @@ BOOL WINAPI onConsoleEvent(DWORD event) {
 EndSignals::EndSignals() { SetConsoleCtrlHandler(onConsoleEvent, TRUE); }
 
 EndSignals::~EndSignals() {
+    stop();
     SetConsoleCtrlHandler(onConsoleEvent, FALSE);
-    const std::lock_guard lock(mutex);
-    endHandler = nullptr;
-    transferHandler = nullptr;
 }
 
 void EndSignals::start(std::function<void()> onEnd, std::function<void()> onTransfer) {
@@ -45,6 +43,12 @@ void EndSignals::start(std::function<void()> onEnd, std::function<void()> onTran
     endHandler = std::move(onEnd);
     transferHandler = std::move(onTransfer);
     if (ended) endHandler();
+}
+
+void EndSignals::stop() {
+    const std::lock_guard lock(mutex);
+    endHandler = nullptr;
+    transferHandler = nullptr;
 }
 
 }  // namespace kalvo

@@ -79,10 +79,11 @@ void showError(const Platform& platform, const RuntimeError& error) {
 }  // namespace
 
 PortStart startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
-                  const std::function<void()>& openSettings) {
+                  const std::function<void()>& openSettings, const std::function<void()>& prepare) {
     bool portRefused = false;
     PortStart port = PortStart::kDone;
     try {
+        prepare();
         state.database =
             platform.databases.OpenDatabase(scenarioDatabase(state.scenario.applicationFolder));
         readSettings(platform, state);

@@ -17,11 +17,13 @@ enum class PortStart : std::uint8_t {
     kSettingsRefused,  // it does not open with the settings that are stored
 };
 
-// Database, settings, scenario, key tables, port and tray icon, in this order. A
-// run-time error on the way is shown and the icon is created all the same: the
-// program goes on with what it has. `openSettings` shows the settings window, which
-// is asked for when no port is configured.
-PortStart startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
-                  const std::function<void()>& openSettings);
+// Database, settings, scenario, key tables, port and tray icon, in this order. `prepare`
+// comes first and makes the application folder ready. A run-time error on the way is
+// shown, once, and the icon is created all the same: the program goes on with what it
+// has. `openSettings` shows the settings window, which is asked for when no port is
+// configured.
+PortStart startUp(
+    const Platform& platform, RunTimeState& state, SerialReception& reception,
+    const std::function<void()>& openSettings, const std::function<void()>& prepare = [] {});
 
 }  // namespace kalvo

@@ -8,9 +8,15 @@ namespace kalvo {
 
 namespace {
 
+// A folder that only the user can write to: in one of all users, anybody could keep the
+// program from starting. The session's own is none when it belongs to another.
 QString lockFolder() {
     const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    return runtime.isEmpty() ? QDir::tempPath() : runtime;
+    if (!runtime.isEmpty()) return runtime;
+    const QString data =
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/kalvo-horizon";
+    QDir().mkpath(data);
+    return data;
 }
 
 }  // namespace
