@@ -5,6 +5,7 @@
 #include "core/error_text.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
+#include "platform/log.h"
 #include "platform/notify_icon.h"
 #include "platform/serial_port.h"
 #include "scenario/scenario_compiler.h"
@@ -34,6 +35,8 @@ void compileChosenScenario(const Platform& platform, RunTimeState& state) {
     if (!numero) return;
     const Compilation compilation =
         CompileScenario(platform, *state.database, state.scenario.applicationFolder, *numero);
+    for (const std::string& warning : compilation.warnings)
+        platform.log.write(LogLevel::kWarning, name + " : " + warning);
     if (!compilation.problem.empty())
         platform.dialogs.message(compilation.problem, kApplicationTitle, MessageIcon::kExclamation);
 }

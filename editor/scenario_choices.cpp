@@ -1,5 +1,7 @@
 #include "editor/scenario_choices.h"
 
+#include <algorithm>
+
 #include "editor/warning.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
@@ -64,11 +66,18 @@ void ScenarioChoices::compile(std::string_view name) {
     if (!numero) return;
     const Compilation compilation =
         CompileScenario(platform_, *state_.database, state_.scenario.applicationFolder, *numero);
+    for (const std::string& warning : compilation.warnings) {
+        const std::string text =
+            std::string("« "_ansi).append(name).append(" » : "_ansi).append(warning);
+        if (std::find(warnings.begin(), warnings.end(), text) == warnings.end())
+            warnings.push_back(text);
+    }
     if (!compilation.problem.empty()) showWarning(platform_.dialogs, compilation.problem);
 }
 
 void ScenarioChoices::putInForce(const std::string& name) {
     writeChoices(name);
+    warnings.clear();
     compile(name);
     LoadActiveScenario(platform_, state_.scenario);
     connectionChoice_.clear();
@@ -77,6 +86,7 @@ void ScenarioChoices::putInForce(const std::string& name) {
 }
 
 void ScenarioChoices::recompile() {
+    warnings.clear();
     for (const std::string_view choice : {kRacScenChx, kRacInvent, kRacCde})
         compile(readSetting(platform_.registry, choice));
     if (!readSetting(platform_.registry, kRacScenChx).empty())
@@ -89,6 +99,7 @@ void ScenarioChoices::apply(const std::string& choice) {
     writeSetting(platform_.registry, kSepDec, form.txtSep);
     storedSeparator_ = form.txtSep;
     state_.scenario.DecimalSeparator = form.txtSep;
+    warnings.clear();
     compile(choice);
     compile(form.RacInvent);
     compile(form.RacCde);

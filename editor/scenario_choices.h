@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/run_time_state.h"
 #include "editor/action_editor.h"
@@ -28,6 +29,8 @@ struct ChoicesForm {
 class ScenarioChoices {
 public:
     ChoicesForm form;
+    // What the latest compilations found that will not work as it looks, in French.
+    std::vector<std::string> warnings;
 
     ScenarioChoices(const Platform& platform, RunTimeState& state, SerialConfig& serial,
                     ActionEditor& actions)

@@ -65,9 +65,12 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
     if (!scenario) return {};
     const std::string& folder = state.scenario.applicationFolder;
     ReadOnlyDatabase database(*state.database);
+    CompiledScenario compiledNow = compiled(database, *scenario);
+    ScriptPreview preview;
+    preview.notes = warningsOf(platform, database, folder, *scenario, compiledNow);
     ScenarioInMemory profiles(platform.profiles,
                               findScenarioFile(platform.files, folder, scenario->Nom),
-                              compiled(database, *scenario));
+                              std::move(compiledNow));
     NoProgress progress;
     const Platform dry{platform.keyboard,  platform.port,  profiles,        platform.registry,
                        platform.databases, platform.files, platform.events, platform.dialogs,
@@ -81,7 +84,6 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
     run.keys.LoadKeyCorrespondence(profiles, folder);
     std::string text(frame);
     SplitFrameFields(dry, run, text);
-    ScriptPreview preview;
     preview.script = BuildKeyScript(dry, run, text);
     preview.toFile = run.active.FileMode;
     preview.timerPause = run.TimerPause;

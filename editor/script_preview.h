@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/run_time_state.h"
 #include "platform/platform.h"
@@ -13,6 +14,8 @@ struct ScriptPreview {
     bool toFile = false;  // the text goes to a file instead of the keyboard
     std::string script;
     int timerPause = 0;  // milliseconds
+    // What to know about it, in French: what in the scenario will not work as it looks.
+    std::vector<std::string> notes;
 };
 
 // The scenario as it is in the database now, run over a frame whose fields end with

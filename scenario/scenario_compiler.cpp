@@ -7,6 +7,8 @@
 #include "platform/file_system.h"
 #include "platform/profile_files.h"
 #include "scenario/scenario_names.h"
+#include "scenario/scenario_warnings.h"
+#include "settings/options.h"
 #include "text/ansi_text.h"
 #include "text/resume_next.h"
 #include "text/runtime_error.h"
@@ -53,6 +55,7 @@ private:
             if (!action) return;
             if (!fitsOnALine(action->Champs)) refuseStep(position);
             line_.append(action->Champs).append(scenario_file::kItemEnd);
+            result_.steps.push_back(action->Champs);
             if (action->PlaceTrame != 0) appendSubFrame(action->PlaceTrame);
         }
     }
@@ -111,13 +114,27 @@ CompiledScenario compiled(Database& database, const ScenarioRecord& scenario) {
     return Compiler(database, scenario).run();
 }
 
+std::vector<std::string> warningsOf(const Platform& platform, Database& database,
+                                    std::string_view applicationFolder,
+                                    const ScenarioRecord& scenario,
+                                    const CompiledScenario& compiled) {
+    std::optional<std::int16_t> counter;
+    resumeNext([&] { counter = readCounter(database); });
+    return scenarioWarnings({scenario, compiled.steps,
+                             optionSet(platform.profiles, applicationFolder, Option::kPartialFrame),
+                             counter.value_or(0)});
+}
+
 Compilation CompileScenario(const Platform& platform, Database& database,
                             std::string_view applicationFolder, std::int16_t numero) {
     std::optional<ScenarioRecord> scenario;
     resumeNext([&] { scenario = readScenario(database, numero); });
     if (!scenario) return {};
     const CompiledScenario result = compiled(database, *scenario);
-    Compilation compilation{.complete = result.complete, .problem = result.refusal};
+    Compilation compilation{
+        .complete = result.complete,
+        .problem = result.refusal,
+        .warnings = warningsOf(platform, database, applicationFolder, *scenario, result)};
     if (result.refusal.empty()) {
         try {
             place(platform.files,

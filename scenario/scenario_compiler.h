@@ -20,6 +20,7 @@ struct CompiledScenario {
         std::string text;
     };
     std::vector<Value> values;  // in the order of the file
+    std::vector<std::string> steps;
     // Every statement succeeded.
     bool complete = true;
     // Why there can be no such file, in French; empty when there can.
@@ -33,6 +34,12 @@ struct CompiledScenario {
 // passed over.
 [[nodiscard]] CompiledScenario compiled(Database& database, const ScenarioRecord& scenario);
 
+// What in it will not work as it looks, in French.
+[[nodiscard]] std::vector<std::string> warningsOf(const Platform& platform, Database& database,
+                                                  std::string_view applicationFolder,
+                                                  const ScenarioRecord& scenario,
+                                                  const CompiledScenario& compiled);
+
 // How a compilation went.
 struct Compilation {
     // The file is there and every statement succeeded.
@@ -40,6 +47,8 @@ struct Compilation {
     // What the user should know, in French: a name or a step that can be in no file, a
     // file that could not be written. Empty when there is nothing to say.
     std::string problem;
+    // What will not work as it looks.
+    std::vector<std::string> warnings;
 };
 
 // Compiles a scenario and puts its ScenarioFile in place in one step: whoever looks

@@ -18,10 +18,13 @@ bool compileByName(CommandContext& context, Database& database, const std::strin
     }
     const std::string_view folder = context.state.scenario.applicationFolder;
     const Compilation compilation = CompileScenario(context.platform(), database, folder, *numero);
+    const auto say = [&](const std::string& text) {
+        writeErrorLine(std::string("Scénario « "_ansi) + name + std::string(" » : "_ansi) + text);
+    };
+    for (const std::string& warning : compilation.warnings) say(warning);
     if (!compilation.complete)
-        writeErrorLine(std::string("Scénario « "_ansi) + name + std::string(" » : "_ansi) +
-                       (compilation.problem.empty() ? std::string("compilation incomplète"_ansi)
-                                                    : compilation.problem));
+        say(compilation.problem.empty() ? std::string("compilation incomplète"_ansi)
+                                        : compilation.problem);
     return compilation.complete;
 }
 

@@ -15,6 +15,7 @@
 #include "editor/windows/connection_page_window.h"
 #include "editor/windows/key_page_window.h"
 #include "editor/windows/key_picker_window.h"
+#include "editor/windows/notes_view.h"
 #include "editor/windows/placed_window.h"
 #include "editor/windows/port_page_window.h"
 #include "editor/windows/scenario_page_window.h"
@@ -100,6 +101,8 @@ void SettingsWindow::makeTabs() {
     new QShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, this, [this] { turnTab(-1); });
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(TabParam);
+    LblRemarques = makeNotes("LblRemarquesScenarios");
+    layout->addWidget(LblRemarques);
     layout->addLayout(makeFoot());
 }
 
@@ -162,6 +165,7 @@ void SettingsWindow::refresh() {
     port_->refresh();
     scenario_->refresh();
     LblEtat->setText(toQString(lineStatus(context_.platform, context_.state)));
+    showNotes(LblRemarques, choices_.warnings);
     showSteps();
 }
 

@@ -56,6 +56,7 @@ private:
     ScenarioEditor scenarios_;
     SettingsContext context_;
     QTabWidget* TabParam = nullptr;
+    QLabel* LblRemarques = nullptr;
     QLabel* LblEtat = nullptr;
     QPushButton* CmdDeverrouiller = nullptr;
     ConnectionPage* connection_ = nullptr;

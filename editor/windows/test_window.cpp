@@ -13,6 +13,7 @@
 #include "editor/key_listing.h"
 #include "editor/script_preview.h"
 #include "editor/test_run.h"
+#include "editor/windows/notes_view.h"
 #include "platform/dialogs.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
@@ -80,6 +81,7 @@ void TestWindow::makeControls() {
     LblScript = new QLabel;
     LblScript->setObjectName("LblScript");
     LblScript->setBuddy(TxtScript);
+    LblRemarques = makeNotes("LblRemarques");
     auto* const keysLabel = new QLabel("&Touches frappées :");
     keysLabel->setBuddy(LstFrappe);
 
@@ -90,6 +92,7 @@ void TestWindow::makeControls() {
     layout->addWidget(CmdDerniereTrame, 0, Qt::AlignLeft);
     layout->addWidget(LblScript);
     layout->addWidget(TxtScript, 1);
+    layout->addWidget(LblRemarques);
     layout->addWidget(keysLabel);
     layout->addWidget(LstFrappe, 2);
 }
@@ -112,6 +115,7 @@ void TestWindow::showPreview() {
     try {
         const ScriptPreview preview = previewScript(context_.platform, context_.state,
                                                     context_.current.scenarioNumber, sampleFrame());
+        showNotes(LblRemarques, preview.notes);
         LblScript->setText(preview.toFile ? "Te&xte écrit dans le fichier :"
                                           : "&Script de touches :");
         TxtScript->setPlainText(toQString(preview.script).left(kMostScript));

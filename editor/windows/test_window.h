@@ -35,6 +35,7 @@ private:
     QTimer previewTimer_;
     QPlainTextEdit* TxtTrame;
     QLabel* LblScript;
+    QLabel* LblRemarques;
     QPlainTextEdit* TxtScript;
     QListWidget* LstFrappe;
 };

@@ -8,6 +8,7 @@
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_loader.h"
 #include "scenario/scenario_names.h"
+#include "scenario/scenario_warnings.h"
 #include "settings/application_paths.h"
 #include "settings/settings_store.h"
 #include "tests/support/site.h"
@@ -158,6 +159,41 @@ TEST_F(Scenarios, AreLoadedWithWhatTheirFileSays) {
     EXPECT_THAT(world.dialogs.texts(),
                 ElementsAre(std::string("Aucun scénario n'est défini"_ansi)));
     EXPECT_EQ(world.dialogs.shown[0].icon, MessageIcon::kInformation);
+}
+
+TEST_F(Scenarios, AreWarnedOfWhatWillNotWorkAsItLooks) {
+    const std::string longStep(2000, 'x');
+    const struct {
+        std::vector<std::string> steps;
+        std::int16_t partial, fields;
+        bool counts;
+        std::int32_t counter;
+        std::vector<std::string> words;  // one in each warning
+    } cases[] = {
+        {{"&CODE", " ", longStep, std::string(44, 'y')}, 0, 0, false, 32'001, {}},
+        {{longStep, std::string(53, 'y')}, 0, 0, false, 0, {"2054"}},
+        {{"  ", "a@b"}, 0, 0, false, 0, {"première"_ansi.data()}},
+        {{"a@b", "", "c@d", ""}, 0, 0, false, 0, {"1 contient", "2 est vide"}},
+        {{"a"}, 1, 3, false, 0, {"TramePartielle"}},
+        {{"a"}, 1, 0, true, 0, {"sans nombre"}},
+        {{"a"}, 1, 3, true, 0, {}},
+        {{"&INCREMENT"}, 0, 0, false, 32'001, {"32001"}},
+        {{"&INCREMENT"}, 0, 0, false, 32'000, {}},
+    };
+    for (const auto& [steps, partial, fields, counts, counter, words] : cases) {
+        ScenarioRecord scenario;
+        scenario.Trame = partial;
+        scenario.NbrTrame = fields;
+        const auto warnings = scenarioWarnings({scenario, steps, counts, counter});
+        ASSERT_EQ(warnings.size(), words.size()) << steps.front().substr(0, 20);
+        for (std::size_t i = 0; i < words.size(); ++i)
+            EXPECT_THAT(warnings[i], HasSubstr(words[i]));
+    }
+    // From the database, as a compilation tells of it.
+    execute("INSERT INTO Scenarios (Numero,Nom,Type) VALUES (3,'Stock','Emulation')");
+    execute("UPDATE Increment SET NunInc=32700");
+    action(1, "'&INCREMENT'");
+    EXPECT_THAT(compile().warnings, ElementsAre(HasSubstr("32700")));
 }
 
 }  // namespace
