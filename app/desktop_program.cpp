@@ -15,6 +15,7 @@
 #include "app/commands/command_context.h"
 #include "app/desktop_settings.h"
 #include "app/end_signals.h"
+#include "app/icon_watch.h"
 #include "app/logged_user_interface.h"
 #include "app/reconnecting_keyboard.h"
 #include "app/run_journal.h"
@@ -60,6 +61,12 @@ public:
     }
 };
 
+// For the states of the icon behind the first.
+std::array<QIcon, 3> stateSigns() {
+    return {QIcon(":/icons/etat-sans-port.png"), QIcon(":/icons/etat-saisie.png"),
+            QIcon(":/icons/etat-attention.png")};
+}
+
 class DesktopProgram {
 public:
     explicit DesktopProgram(SystemBindings& bindings)
@@ -67,7 +74,7 @@ public:
           log_(openLog(bindings.applicationFolder)),
           events_([this](const RuntimeError& error) { showError(error); }),
           progress_([this] { events_.draw(); }),
-          icon_(QApplication::windowIcon(), [this] { menuWindow_.popUp(); }),
+          icon_(QApplication::windowIcon(), stateSigns(), [this] { menuWindow_.popUp(); }),
           foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
           journal_(bindings, events_, [this](std::string_view text) { notices_.notify(text); }),
@@ -115,10 +122,7 @@ private:
             }
         });
         journal_.begin();
-        if (!QtNotifyIcon::available())
-            menuWindow_.stay(
-                "Ce bureau n'a pas de zone de notification : cette fenêtre "
-                "remplace l'icône de KALVO Horizon.");
+        iconWatch_.begin();
     }
 
     void prepareUnderSplash() {
@@ -150,7 +154,11 @@ private:
         transferWindow_.hide();
         settings_.makeWay();
         menuWindow_.makeWay();
-        const BatchReport report = TraiteEmul(platform(), state_, journal_.batches());
+        const BatchReport report = [this] {
+            const During typing([this](bool on) { iconWatch_.typing(on); });
+            return TraiteEmul(platform(), state_, journal_.batches());
+        }();
+        if (!report.whole()) iconWatch_.countWaiting();
         if (isSet(Option::kNotifications) || !report.whole()) icon_.notify(shortText(report));
         // What went nowhere must stay where it is.
         const bool mayForget = report.whole() || !isSet(Option::kEraseAfterSuccess);
@@ -176,6 +184,7 @@ private:
 
     // Said in the icon's own bubble: nobody has to answer for work to go on.
     void lineChanged(bool lost) {
+        iconWatch_.lineLost(lost);
         notices_.notify(
             "Port COM " + std::to_string(port_->CommPort()) +
             std::string(lost ? " : liaison perdue ; le port sera rouvert dès son retour."_ansi
@@ -228,6 +237,7 @@ private:
     TrayMenu menu_;
     MenuWindow menuWindow_;
     TransferWindow transferWindow_;
+    IconWatch iconWatch_{icon_, menuWindow_, *port_, journal_};
     DesktopSettings settings_;
 };
 

@@ -1,10 +1,13 @@
 #include "app/run_journal.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "platform/sqlite/journal_database.h"
 #include "settings/options.h"
 #include "text/ansi_text.h"
+#include "text/resume_next.h"
 #include "text/runtime_error.h"
 
 namespace kalvo {
@@ -48,6 +51,14 @@ void RunJournal::begin() {
               waiting > 1
                   ? " lots n'ont pas été saisis jusqu'au bout ; ils sont dans le journal."_ansi
                   : " lot n'a pas été saisi jusqu'au bout ; il est dans le journal."_ansi));
+}
+
+std::size_t RunJournal::waiting() {
+    std::vector<JournalEntry> entries;
+    if (file_) resumeNext([&] { entries = file_->list(0); });
+    return static_cast<std::size_t>(
+        std::count_if(entries.begin(), entries.end(),
+                      [](const JournalEntry& entry) { return unfinished(entry.state); }));
 }
 
 }  // namespace kalvo

@@ -1,6 +1,7 @@
 // The journal of a run.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string_view>
@@ -22,6 +23,9 @@ public:
     // Begins a run: forgets what is old, and says how many batches of runs before wait for
     // the user.
     void begin();
+
+    // How many batches are not finished.
+    [[nodiscard]] std::size_t waiting();
 
     [[nodiscard]] BatchJournal& batches() { return batches_; }
 

@@ -2,12 +2,21 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace kalvo {
 
 // Length of a tip: texts are cut or padded with blanks to exactly this.
 inline constexpr std::size_t kTipLength = 64;
+
+// What the icon's picture tells.
+enum class IconState : std::uint8_t {
+    kReady,      // the port is open
+    kNoPort,     // no port, or its device is away
+    kTyping,     // a batch is on its way
+    kAttention,  // batches wait for the user
+};
 
 class NotifyIcon {
 public:

@@ -25,6 +25,9 @@ constexpr int kPictureSize = 20;
 constexpr int kStayingWidth = 240;
 constexpr int kFrameHeight = 48;
 
+constexpr Qt::WindowFlags kMenuFlags =
+    Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+
 constexpr std::array<QStyle::StandardPixmap, kMenuCaptions.size()> kPictures = {
     QStyle::SP_ComputerIcon,      QStyle::SP_MessageBoxInformation, QStyle::SP_ArrowDown,
     QStyle::SP_DialogApplyButton, QStyle::SP_DialogCloseButton,     QStyle::SP_FileIcon};
@@ -41,9 +44,7 @@ void paint(QLabel& label, bool highlighted) {
 }  // namespace
 
 MenuWindow::MenuWindow(ForegroundWindow& foreground, std::function<void(MenuEntry)> choose)
-    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
-      foreground_(foreground),
-      choose_(std::move(choose)) {
+    : QWidget(nullptr, kMenuFlags), foreground_(foreground), choose_(std::move(choose)) {
     setObjectName("frmIn");
     setWindowTitle("KALVO Horizon");
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -114,6 +115,16 @@ void MenuWindow::stay(const QString& reason) {
     place(kFrameHeight);
     show();
     Timer1.start();
+}
+
+void MenuWindow::leave() {
+    if (!stays_) return;
+    stays_ = false;
+    unload();
+    setWindowFlags(kMenuFlags);
+    reason_->hide();
+    setMinimumWidth(0);
+    setMaximumWidth(QWIDGETSIZE_MAX);
 }
 
 void MenuWindow::makeWay() {

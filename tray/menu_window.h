@@ -25,6 +25,8 @@ public:
     // Takes the place of the icon on a desktop without notification area: the same
     // entries in a window that stays, with the reason above them.
     void stay(const QString& reason);
+    // The icon is back: the window is a menu again.
+    void leave();
 
     // Closes the menu if it is open and gives the focus back: something is about to be
     // typed.

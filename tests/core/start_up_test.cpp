@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 
+#include "core/icon_state.h"
 #include "scenario/scenario_store.h"
 #include "settings/application_paths.h"
 #include "settings/settings_store.h"
@@ -116,6 +117,20 @@ TEST_F(StartingUp, ErrorsAreShownAndTheProgramGoesOn) {
     start();
     EXPECT_THAT(world.dialogs.texts()[0], HasSubstr("8005"));
     EXPECT_EQ(tip(), expectedTip("2", "Stock"));
+}
+
+TEST(IconState, ShowsTheMostPressingThing) {
+    const struct {
+        ProgramCondition condition;
+        IconState state;
+    } cases[] = {
+        {{.portOpen = true}, IconState::kReady},
+        {{.portOpen = false, .waiting = 2}, IconState::kNoPort},
+        {{.portOpen = true, .lineLost = true, .waiting = 2}, IconState::kNoPort},
+        {{.portOpen = true, .waiting = 1}, IconState::kAttention},
+        {{.portOpen = false, .lineLost = true, .typing = true, .waiting = 1}, IconState::kTyping},
+    };
+    for (const auto& [condition, state] : cases) EXPECT_EQ(iconStateOf(condition), state);
 }
 
 }  // namespace
