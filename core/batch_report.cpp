@@ -17,6 +17,13 @@ std::string inTheJournal(const BatchReport& report) {
            std::string(" du journal)"_ansi);
 }
 
+// Where typed keys went; of a file the short text tells.
+std::string placeOf(const BatchReport& report) {
+    if (report.outcome != BatchReport::Outcome::kTyped) return {};
+    if (report.target.empty()) return " dans l'application active";
+    return std::string(" dans « "_ansi) + report.target + std::string(" »"_ansi);
+}
+
 }  // namespace
 
 std::string shortText(const BatchReport& report) {
@@ -30,6 +37,8 @@ std::string shortText(const BatchReport& report) {
             return std::string("Saisie arrêtée après "_ansi) +
                    counted(report.passesDone, "enregistrement", "enregistrements") + " sur " +
                    std::to_string(report.passes) + " : " + report.reason + inTheJournal(report);
+        case BatchReport::Outcome::kNothing:
+            return std::string("Rien à saisir : "_ansi) + report.reason + inTheJournal(report);
         case BatchReport::Outcome::kFailed: break;
     }
     return std::string(report.batch == 0 ? "Lot perdu : "_ansi : "Lot gardé : "_ansi) +
@@ -38,7 +47,7 @@ std::string shortText(const BatchReport& report) {
 
 std::string longText(const BatchReport& report) {
     if (!report.whole()) return shortText(report);
-    return std::string("Trame traitée : "_ansi) + shortText(report) + ", " +
+    return std::string("Trame traitée : "_ansi) + shortText(report) + placeOf(report) + ", " +
            counted(static_cast<std::int64_t>(report.characters), "caractère"_ansi,
                    "caractères"_ansi) +
            ", " + std::to_string(report.milliseconds) + " ms";
@@ -46,7 +55,9 @@ std::string longText(const BatchReport& report) {
 
 void logReport(Log& log, const BatchReport& report) {
     LogLevel level = LogLevel::kInformation;
-    if (report.outcome == BatchReport::Outcome::kInterrupted) level = LogLevel::kWarning;
+    if (report.outcome == BatchReport::Outcome::kInterrupted ||
+        report.outcome == BatchReport::Outcome::kNothing)
+        level = LogLevel::kWarning;
     if (report.outcome == BatchReport::Outcome::kFailed) level = LogLevel::kError;
     log.write(level, longText(report));
 }

@@ -11,10 +11,11 @@ namespace kalvo {
 
 struct BatchReport {
     enum class Outcome : std::uint8_t {
-        kTyped,
+        kTyped,        // `target` is the application, where it is known
         kWritten,      // `target` is the file
         kInterrupted,  // typed up to `passesDone`; `reason` says why no further
         kFailed,       // nothing came of it; `reason` says why
+        kNothing,      // there was nothing to type; `reason` says why
     };
     Outcome outcome = Outcome::kTyped;
     std::int64_t batch = 0;  // its number in the journal; 0 when it has none
@@ -32,7 +33,7 @@ struct BatchReport {
 
 // "40 enregistrements saisis", "Lot gardé : ...": one line for a bubble.
 [[nodiscard]] std::string shortText(const BatchReport& report);
-// The same with characters and time, for a log.
+// The same with characters, time and the place where it went, for a log.
 [[nodiscard]] std::string longText(const BatchReport& report);
 void logReport(Log& log, const BatchReport& report);
 

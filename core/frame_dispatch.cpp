@@ -97,8 +97,7 @@ private:
                                                              passesBefore(skipped + typed));
                                          });
         if (typing.stop == TypingStop::kNone) {
-            report_.passesDone = report_.passes;
-            journal_.typed(report_.batch, report_.passes);
+            finish(script.empty());
             return;
         }
         report_.outcome = BatchReport::Outcome::kInterrupted;
@@ -108,6 +107,20 @@ private:
         if (typing.stop != TypingStop::kProgramEnds) return;
         told();
         throw ProgramEnd{};
+    }
+
+    // An empty script is typed as any other, but nobody must be told that it went anywhere.
+    void finish(bool nothingTyped) {
+        report_.passesDone = report_.passes;
+        if (nothingTyped) {
+            report_.outcome = BatchReport::Outcome::kNothing;
+            report_.reason = data_.empty() ? "rien n'a été reçu"_ansi
+                                           : "le scénario n'en tire aucune touche"_ansi;
+        }
+        if (nothingTyped && !data_.empty())
+            journal_.failed(report_.batch, report_.reason);
+        else
+            journal_.typed(report_.batch, report_.passes);
     }
 
     [[nodiscard]] std::size_t beginOf(std::size_t pass, std::string_view script) const {

@@ -90,6 +90,12 @@ private:
 
 }  // namespace
 
+bool typesAnything(std::string_view script, ScriptSource source) {
+    if (source == ScriptSource::kReceived) return !script.empty();
+    const std::size_t lastTimer = script.rfind(kTimerToken);
+    return lastTimer == std::string_view::npos ? holdsLockToken(script) : lastTimer > 0;
+}
+
 Typing typeScript(const Platform& platform, std::string_view script, int timerPause,
                   ScriptSource source, const std::function<void(std::size_t)>& progress) {
     return ScriptTyping(platform, script, source, progress).run(timerPause);

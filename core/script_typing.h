@@ -19,6 +19,9 @@ inline constexpr int kPauseBeforeTyping = 100;
 // token: sites have built their scenarios on that.
 enum class ScriptSource { kReceived, kReplayed };
 
+// Whether anything of a script is typed at all.
+[[nodiscard]] bool typesAnything(std::string_view script, ScriptSource source);
+
 // Types a script into the focused application. {TIMER} splits it into pieces that
 // are typed one after another with a pause of `timerPause` milliseconds after each;
 // {NUMLOCK} presses NumLock, {CAPSLOCK} switches CapsLock off. `progress` hears now and

@@ -11,6 +11,7 @@
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
 #include "platform/log.h"
+#include "platform/notify_icon.h"
 #include "platform/progress.h"
 #include "scenario/file_output.h"
 #include "scenario/frame_processing.h"
@@ -92,12 +93,18 @@ BatchReport replayFrame(const Platform& platform, ScenarioRun& run, std::string 
     } else {
         const bool whole =
             optionSet(platform.profiles, run.applicationFolder, Option::kWholeReplay);
-        const Typing typing = typeScript(platform, script, run.TimerPause,
-                                         whole ? ScriptSource::kReceived : ScriptSource::kReplayed);
+        const ScriptSource source = whole ? ScriptSource::kReceived : ScriptSource::kReplayed;
+        const Typing typing = typeScript(platform, script, run.TimerPause, source);
         if (typing.stop == TypingStop::kProgramEnds) throw ProgramEnd{};
         if (typing.stop != TypingStop::kNone) {
             report.outcome = BatchReport::Outcome::kInterrupted;
             report.reason = reasonOf(typing.stop);
+        } else if (!typesAnything(script, source)) {
+            report.outcome = BatchReport::Outcome::kNothing;
+            report.reason =
+                script.empty()
+                    ? "le scénario n'en tire aucune touche"_ansi
+                    : "sans {TIMER} ni verrouillage, un rejeu ne saisit rien (option RejeuComplet)"_ansi;
         }
     }
     report.passesDone = report.whole() ? report.passes : 0;
@@ -120,7 +127,11 @@ std::optional<BatchReport> ReplayFile(const Platform& platform, ScenarioRun& run
         const ProgressShown shown(platform.progress);
         frame = readFrame(platform, file, separator);
     }
-    return replayFrame(platform, run, std::move(frame));
+    BatchReport report = replayFrame(platform, run, std::move(frame));
+    if (!report.whole() ||
+        optionSet(platform.profiles, run.applicationFolder, Option::kNotifications))
+        platform.icon.notify(shortText(report));
+    return report;
 }
 
 BatchReport ReplayText(const Platform& platform, ScenarioRun& run, std::string_view text,

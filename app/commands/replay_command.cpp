@@ -22,7 +22,8 @@ int runReplay(const CommandLine& line, SystemBindings& bindings) {
     if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
     const BatchReport report = ReplayText(context.platform(), run, content, separator);
     if (!report.whole()) writeErrorLine(report.reason);
-    return report.whole() ? kExitSuccess : kExitFailure;
+    const bool asAsked = report.whole() || report.outcome == BatchReport::Outcome::kNothing;
+    return asAsked ? kExitSuccess : kExitFailure;
 }
 
 }  // namespace kalvo
