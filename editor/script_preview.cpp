@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/no_progress.h"
+#include "editor/acting_options.h"
 #include "platform/database.h"
 #include "platform/profile_files.h"
 #include "scenario/frame_processing.h"
@@ -67,7 +68,8 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
     ReadOnlyDatabase database(*state.database);
     CompiledScenario compiledNow = compiled(database, *scenario);
     ScriptPreview preview;
-    preview.notes = warningsOf(platform, database, folder, *scenario, compiledNow);
+    preview.warnings = warningsOf(platform, database, folder, *scenario, compiledNow);
+    preview.options = actingOptions(platform.profiles, folder, *scenario, state.TerminalType);
     ScenarioInMemory profiles(platform.profiles,
                               findScenarioFile(platform.files, folder, scenario->Nom),
                               std::move(compiledNow));

@@ -14,8 +14,10 @@ struct ScriptPreview {
     bool toFile = false;  // the text goes to a file instead of the keyboard
     std::string script;
     int timerPause = 0;  // milliseconds
-    // What to know about it, in French: what in the scenario will not work as it looks.
-    std::vector<std::string> notes;
+    // What in the scenario will not work as it looks, and which options change what it does;
+    // in French.
+    std::vector<std::string> warnings;
+    std::vector<std::string> options;
 };
 
 // The scenario as it is in the database now, run over a frame whose fields end with

@@ -5,10 +5,12 @@
 #include <string_view>
 
 #include "core/script_typing.h"
+#include "editor/acting_options.h"
 #include "editor/warning.h"
 #include "platform/database.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
+#include "platform/log.h"
 #include "platform/progress.h"
 #include "scenario/file_output.h"
 #include "scenario/frame_processing.h"
@@ -84,6 +86,10 @@ void runScenarioTest(const Platform& platform, RunTimeState& state, const Curren
     const KeptScenario kept(run, scenario->Nom);
     LoadTestScenario(platform, run, scenario->Nom);
     run.keys.LoadKeyCorrespondence(platform.profiles, run.applicationFolder);
+    platform.log.write(LogLevel::kInformation, "Essai de " + scenario->Nom);
+    for (const std::string& option :
+         actingOptions(platform.profiles, run.applicationFolder, *scenario, state.TerminalType))
+        platform.log.write(LogLevel::kInformation, option);
     SplitFrameFields(platform, run, *frame);
     const std::string script = BuildKeyScript(platform, run, *frame);
     platform.progress.unload();

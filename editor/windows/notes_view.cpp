@@ -15,11 +15,13 @@ QLabel* makeNotes(const QString& name) {
     return label;
 }
 
-void showNotes(QLabel* label, const std::vector<std::string>& notes) {
+void showNotes(QLabel* label, const std::vector<std::string>& warnings,
+               const std::vector<std::string>& remarks) {
     QStringList lines;
-    for (const std::string& note : notes) lines << "⚠ " + toQString(note);
+    for (const std::string& warning : warnings) lines << "⚠ " + toQString(warning);
+    for (const std::string& remark : remarks) lines << toQString(remark);
     label->setText(lines.join('\n'));
-    label->setVisible(!notes.empty());
+    label->setVisible(!lines.empty());
 }
 
 }  // namespace kalvo

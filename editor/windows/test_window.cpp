@@ -115,7 +115,7 @@ void TestWindow::showPreview() {
     try {
         const ScriptPreview preview = previewScript(context_.platform, context_.state,
                                                     context_.current.scenarioNumber, sampleFrame());
-        showNotes(LblRemarques, preview.notes);
+        showNotes(LblRemarques, preview.warnings, preview.options);
         LblScript->setText(preview.toFile ? "Te&xte écrit dans le fichier :"
                                           : "&Script de touches :");
         TxtScript->setPlainText(toQString(preview.script).left(kMostScript));

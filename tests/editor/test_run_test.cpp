@@ -7,6 +7,7 @@
 #include <string>
 
 #include "editor/script_preview.h"
+#include "settings/options.h"
 #include "tests/editor/editor_site.h"
 
 namespace kalvo {
@@ -47,6 +48,10 @@ TEST_F(ScenarioTest, LeavesAnotherOneInForce) {
     scenarios.editPath(folder / "lot.txt");
     EXPECT_TRUE(preview("1\r").toFile);
     EXPECT_EQ(preview("1\r2\r").script, "1x2x");
+    // Of two options that are on, this one changes what goes into a file.
+    for (const Option option : {Option::kBuiltText, Option::kLiteralFields})
+        setOption(profiles, folder.path(), option, 1);
+    EXPECT_THAT(preview("1\r").options, ElementsAre(::testing::HasSubstr("TexteConstruit")));
     world.dialogs.inputs = {"1", "2", "3", "4"};
     runScenarioTest(platform, state, current, [] {});
     EXPECT_THAT(state.scenario.active.ActionLines, ElementsAre("", "&CODE", "Touche Tab"));
