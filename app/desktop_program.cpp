@@ -14,6 +14,7 @@
 #include "app/application_folder.h"
 #include "app/commands/command_context.h"
 #include "app/desktop_settings.h"
+#include "app/display_loss.h"
 #include "app/end_signals.h"
 #include "app/icon_watch.h"
 #include "app/logged_user_interface.h"
@@ -221,6 +222,7 @@ private:
     SystemBindings& bindings_;
     RunTimeState state_;
     std::unique_ptr<Log> log_;
+    LoggedDisplayLoss displayLoss_{*log_};
     RunLog run_{*log_, bindings_.applicationFolder, "Programme de bureau"};
     QtDialogs boxes_;
     LoggedDialogs dialogs_{boxes_, *log_};
@@ -275,6 +277,7 @@ int refuseSecond(EndSignals& signals) {
 int runDesktop(const CommandLine&, SystemBindings& bindings) {
     // Before any thread starts, so that the signals go where they are waited for.
     EndSignals signals;
+    if (!watchDisplay()) return kExitFailure;
     int argumentCount = 1;
     std::string programName = "kalvo-horizon";
     std::array<char*, 2> arguments = {programName.data(), nullptr};

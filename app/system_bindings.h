@@ -45,6 +45,11 @@ struct SystemBindings {
 // Who has the keyboard focus. RuntimeError when there is no display.
 [[nodiscard]] std::unique_ptr<ForegroundWindow> watchForegroundWindow();
 
+// Whether the environment names a display, as far as one has to be named.
+[[nodiscard]] bool displayNamed();
+// `handler` is called when a library finds the display gone; it must not return.
+void onDisplayLoss(void (*handler)());
+
 // A layout by its name ("us", "fr"), without a session. RuntimeError for an unknown
 // name.
 [[nodiscard]] std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name);

@@ -10,6 +10,7 @@
 #include "platform/x11/layout/xkb_layout.h"
 #include "platform/x11/x11_foreground_window.h"
 #include "platform/x11/x11_keyboard.h"
+#include "platform/x11/x11_loss.h"
 #include "settings/application_paths.h"
 
 namespace kalvo {
@@ -29,6 +30,10 @@ std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<X11Ke
 std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
     return std::make_unique<X11ForegroundWindow>();
 }
+
+bool displayNamed() { return x11Named(); }
+
+void onDisplayLoss(void (*handler)()) { onX11Loss(handler); }
 
 std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) { return makeXkbLayout(name); }
 

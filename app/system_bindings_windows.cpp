@@ -29,6 +29,11 @@ std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
     return std::make_unique<WindowsForegroundWindow>();
 }
 
+// Windows always has one.
+bool displayNamed() { return true; }
+
+void onDisplayLoss(void (*)()) {}
+
 std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) {
     return makeNamedLayout(name);
 }

@@ -1,0 +1,30 @@
+#include "platform/x11/x11_loss.h"
+
+#include <X11/Xlib.h>
+
+#include <cstdlib>
+
+namespace kalvo {
+
+namespace {
+
+void (*lossHandler)() = nullptr;
+
+int onIoError(Display*) {
+    lossHandler();
+    return 0;
+}
+
+}  // namespace
+
+bool x11Named() {
+    const char* const name = std::getenv("DISPLAY");
+    return name != nullptr && *name != '\0';
+}
+
+void onX11Loss(void (*handler)()) {
+    lossHandler = handler;
+    XSetIOErrorHandler(onIoError);
+}
+
+}  // namespace kalvo
