@@ -10,6 +10,8 @@
 #include "platform/log.h"
 #include "platform/typing_watch.h"
 
+#include "platform/log.h"
+
 namespace kalvo {
 
 class BatchTyping;

@@ -6,8 +6,21 @@
 
 namespace kalvo {
 
+namespace {
+
+// A layout that is short of room would cut lines off a label that wraps them.
+class WholeLabel : public QLabel {
+protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QLabel::resizeEvent(event);
+        setMinimumHeight(heightForWidth(width()));
+    }
+};
+
+}  // namespace
+
 QLabel* makeNotes(const QString& name) {
-    auto* const label = new QLabel;
+    auto* const label = new WholeLabel;
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
@@ -21,6 +34,7 @@ void showNotes(QLabel* label, const std::vector<std::string>& warnings,
     for (const std::string& warning : warnings) lines << "⚠ " + toQString(warning);
     for (const std::string& remark : remarks) lines << toQString(remark);
     label->setText(lines.join('\n'));
+    label->setMinimumHeight(label->heightForWidth(label->width()));
     label->setVisible(!lines.empty());
 }
 
