@@ -3,6 +3,8 @@
 # that may be emptied).
 bin=${KALVO_BIN:-$top/build/release/bin}
 site=$work/site
+# Where the simulated terminal hangs; whoever shows it to a reader names it first.
+port_device=${port_device:-$work/line}
 processes=()
 
 end_session() {
@@ -61,7 +63,7 @@ icon_shown() {
 
 icon_gone() { ! icon_shown; }
 
-# make_site TERMINAL: a site whose port 1 is $work/line and whose scenario is
+# make_site TERMINAL: a site whose port 1 is $port_device and whose scenario is
 # "Inventaire"; with a registry of its own.
 make_site() {
   mkdir -p "$site"
@@ -77,7 +79,7 @@ Protocol=$1
 Flux= 0
 PortActif=1
 [Ports]
-COM1=$work/line
+COM1=$port_device
 INI
   export XDG_CONFIG_HOME=$work/config
   mkdir -p "$XDG_CONFIG_HOME/kalvo-horizon"
@@ -120,10 +122,10 @@ all_typed() { cmp -s "$work/expected.txt" "$work/typed.txt"; }
 start_terminal() {
   local type=$1
   shift
-  "$bin/kalvo-terminal" "$type" --pty --link "$work/line" --wait-open --linger 60000 "$@" "$work/records.txt" \
+  "$bin/kalvo-terminal" "$type" --pty --link "$port_device" --wait-open --linger 60000 "$@" "$work/records.txt" \
     >"$work/terminal.log" 2>&1 &
   processes+=($!)
-  until_true "terminal simulé" test -e "$work/line"
+  until_true "terminal simulé" test -e "$port_device"
 }
 
 start_listening() {
