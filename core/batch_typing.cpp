@@ -40,7 +40,7 @@ std::int32_t BatchTyping::passAt(std::size_t place) const {
 TypingStop BatchTyping::run(const Platform& platform, BatchJournal& journal, BatchReport& report) {
     const std::string script = lead_ + script_.substr(place_);
     // From a place in what is typed now to one in the whole script.
-    const auto placeOf = [this, lead = lead_.size(), begin = place_](std::size_t typed) {
+    const auto placeOf = [lead = lead_.size(), begin = place_](std::size_t typed) {
         return begin + (typed > lead ? typed - lead : 0);
     };
     report.batch = batch_;

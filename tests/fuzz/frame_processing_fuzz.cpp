@@ -38,7 +38,7 @@ void fuzz(FuzzInput& input) {
     MemoryProfiles profiles;
     const Platform platform{world.keyboard,  world.port,     profiles,     world.registry,
                             world.databases, world.files,    world.events, world.dialogs,
-                            world.icon,      world.progress, world.watch};
+                            world.icon,      world.progress, world.watch,  world.log};
     ScenarioRun run;
     run.DecimalSeparator = input.text();
     run.active.ScenarioName = "Stock";
