@@ -21,8 +21,13 @@ public:
     [[nodiscard]] KeyboardLayout& foregroundLayout() override {
         return keyboard_->foregroundLayout();
     }
+    void prepareFor(std::string_view script) override { keyboard_->prepareFor(script); }
+    [[nodiscard]] bool awaitTarget(int milliseconds) override {
+        return keyboard_->awaitTarget(milliseconds);
+    }
     void SendInput(std::span<const KeyRecord> records) override { keyboard_->SendInput(records); }
     void finishInput() override { keyboard_->finishInput(); }
+    void endTyping() override { keyboard_->endTyping(); }
     [[nodiscard]] bool holdLayout() override { return keyboard_->holdLayout(); }
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override {
         keyboard_->keybd_event(virtualKey, scanCode, flags);

@@ -99,6 +99,7 @@ int main() {
     kalvo::X11TypingWatch watch([] { return kalvo::WatchRules(); }, server.display());
     const Result ours = measure(window, text, [&] {
         watch.begin();
+        keyboard.prepareFor(text);
         kalvo::Keysend(keyboard, events, watch).SendKeyScript(text, 0);
         (void)keyboard.GetKeyState(kalvo::kVkCapital);
     });

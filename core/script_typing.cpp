@@ -26,6 +26,7 @@ public:
 
     Typing run(int timerPause) {
         platform_.watch.begin();
+        platform_.keyboard.prepareFor(script_);
         try {
             if (script_.find(kTimerToken) == std::string_view::npos)
                 typeUntimed();

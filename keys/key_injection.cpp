@@ -61,6 +61,7 @@ Typing Keysend::SendKeyScript(std::string_view script, std::int16_t wait) {
     Typing typing = typeEvents(reader);
     restoreLocks(initial, reader.locks(), wait);
     keyboard_.finishInput();
+    keyboard_.endTyping();
     if (wait != 0) WaitWithEvents(kSettleTime);
     if (typing.stop == TypingStop::kNone) {
         // A script may end early by itself: then the rest of it types nothing.
@@ -90,12 +91,16 @@ Typing Keysend::typeEvents(KeyScriptReader& reader) {
     Typing typing;
     lookDue_ = true;
     for (;;) {
-        if (typing.stop == TypingStop::kNone && reader.betweenKeys() && timeToLook()) {
+        const bool looking = typing.stop == TypingStop::kNone && reader.betweenKeys();
+        const bool late = looking && !keyboard_.awaitTarget(kTimeBetweenLooks);
+        lookDue_ = lookDue_ || late;
+        if (looking && timeToLook()) {
             keyboard_.finishInput();
             typing.typed = reader.typed();
             typing.stop = look(typing.typed);
             if (typing.stop == TypingStop::kNone) {
                 if (news_.progress) news_.progress(typing.typed);
+                if (late) continue;
                 // Moved since the look: that has to be looked at first.
                 if (!keyboard_.holdLayout()) {
                     lookDue_ = true;

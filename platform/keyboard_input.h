@@ -69,6 +69,15 @@ public:
     // reference is valid until the next call. Cheap: it is called for every key.
     [[nodiscard]] virtual KeyboardLayout& foregroundLayout() = 0;
 
+    // A script is about to be typed into the application that has the focus: a binding
+    // that has to make keys for its characters makes them now.
+    virtual void prepareFor(std::string_view /*script*/) {}
+
+    // Waits, at most that long, when the application is further behind than it may be. False
+    // when there was a reason to wait: much may have happened meanwhile, and there may be one
+    // still. Asked between keys, so it must be cheap when there is none.
+    [[nodiscard]] virtual bool awaitTarget(int /*milliseconds*/) { return true; }
+
     // Injects the records in order, as one uninterrupted batch. A binding may gather
     // batches for a moment; nothing is reordered.
     virtual void SendInput(std::span<const KeyRecord> records) = 0;
@@ -79,6 +88,9 @@ public:
     // Everything injected so far has been taken by the session when this returns. Called
     // at the end of whatever is typed, and now and then while it is typed.
     virtual void finishInput() {}
+
+    // A script has come to its end: nothing more is asked of the application.
+    virtual void endTyping() {}
 
     // Until the next finishInput() the layout stays what it is now, where the session can
     // promise that: nobody else may be able to do anything meanwhile, so it follows within

@@ -5,6 +5,7 @@
 #include <xkbcommon/xkbcommon.h>
 
 #include <bitset>
+#include <cstdint>
 
 #include "platform/x11/x11_connection.h"
 
@@ -17,6 +18,7 @@ public:
     void press(xkb_keycode_t key) {
         send(XCB_KEY_PRESS, key);
         down_.set(key);
+        ++presses_;
     }
     void release(xkb_keycode_t key) {
         send(XCB_KEY_RELEASE, key);
@@ -39,10 +41,13 @@ public:
 
     [[nodiscard]] bool isDown(xkb_keycode_t key) const { return down_[key]; }
     [[nodiscard]] const std::bitset<256>& down() const { return down_; }
+    // How many keys have been pressed so far.
+    [[nodiscard]] std::uint64_t presses() const { return presses_; }
 
 private:
     X11Connection& connection_;
     std::bitset<256> down_;
+    std::uint64_t presses_ = 0;
 };
 
 }  // namespace kalvo

@@ -1,19 +1,23 @@
 #include "platform/x11/spare_keycodes.h"
 
 #include <algorithm>
-#include <iterator>
-#include <thread>
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include "platform/keyboard_input.h"
-#include "platform/x11/xcb_xkb.h"
+#include "platform/x11/character_symbol.h"
+#include "platform/x11/layout/layout_keys.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {
 
 namespace {
 
-constexpr auto kLevelStates = std::to_array<std::uint16_t>(
-    {0, kNeedsShift, kNeedsControl | kNeedsAlt, kNeedsShift | kNeedsControl | kNeedsAlt});
+constexpr std::array<std::uint16_t, SpareKey::kLevels> kLevelStates = {0, kNeedsShift, kNeedsAltGr,
+                                                                       kNeedsShift | kNeedsAltGr};
 
 // Virtual keys without a meaning in any layout here, one for each spare keycode.
 constexpr auto kUnassigned = std::to_array<std::uint8_t>(
@@ -29,184 +33,155 @@ constexpr std::string_view kLikelyOrder = "éÉèÈàÀçÇêÊùÙâÂîÎôÔ�
 
 }  // namespace
 
-SpareKeycodes::SpareKeycodes(X11Connection& connection, X11Keymap& keymap)
-    : connection_(connection), keymap_(keymap) {
+SpareKeycodes::SpareKeycodes(X11Connection& connection, X11Keymap& keymap, TargetPace& pace)
+    : symbols_(connection, keymap), keymap_(keymap), pace_(pace) {
     keymapChanged();
 }
 
-SpareKeycodes::~SpareKeycodes() {
-    Clock::time_point lastUse;
-    for (const Spare& spare : spares_) lastUse = std::max(lastUse, spare.lastUse);
-    settle(lastUse);
-    keymap_.update();
-    for (Spare& spare : spares_) {
-        if (spare.symbols[0] == XKB_KEY_NoSymbol) continue;
-        spare.symbols = {};
-        write(spare);
-    }
-    connection_.sync();
-}
-
 void SpareKeycodes::keymapChanged() {
-    findFourLevelType();
+    symbols_.keymapChanged();
+    const std::vector<SpareKey> recorded = symbols_.recorded();
     std::vector<Spare> found;
     const xkb_keycode_t first = std::max(xkb_keymap_min_keycode(keymap_.get()), kFirstUsable);
     const xkb_keycode_t last = std::min(xkb_keymap_max_keycode(keymap_.get()), xkb_keycode_t{255});
     for (xkb_keycode_t key = last; key >= first && found.size() < kUnassigned.size(); --key) {
-        const auto ours = std::find_if(spares_.begin(), spares_.end(),
-                                       [&](const Spare& spare) { return spare.keycode == key; });
-        if (ours != spares_.end() && holds(*ours))
-            found.push_back(*ours);
+        const auto ours = std::find_if(recorded.begin(), recorded.end(),
+                                       [&](const SpareKey& spare) { return spare.keycode == key; });
+        if (ours != recorded.end() && symbols_.inForce(*ours))
+            found.push_back({.key = *ours, .lastUse = 0});
         else if (xkb_keymap_num_layouts_for_key(keymap_.get(), key) == 0)
-            found.push_back({.keycode = key, .symbols = {}, .lastUse = {}});
+            found.push_back({.key = {.keycode = key, .symbols = {}}, .lastUse = 0});
     }
+    for (Spare& spare : found)
+        for (const Spare& before : spares_)
+            if (before.key.keycode == spare.key.keycode) spare.lastUse = before.lastUse;
     spares_ = std::move(found);
 }
 
-// The map may have come from another program since: a key counts as ours only as
-// long as it has exactly our symbols.
-bool SpareKeycodes::holds(const Spare& spare) const {
-    if (spare.symbols[0] == XKB_KEY_NoSymbol) return false;
-    for (xkb_level_index_t level = 0; level < levels_; ++level) {
-        const xkb_keysym_t* symbols = nullptr;
-        const int count =
-            xkb_keymap_key_get_syms_by_level(keymap_.get(), spare.keycode, 0, level, &symbols);
-        if ((count == 1 ? *symbols : XKB_KEY_NoSymbol) != spare.symbols[level]) return false;
-    }
-    return true;
-}
-
-// The type whose levels are Shift, AltGr and both; the two-level type, which every
-// map has in second place, where there is none.
-void SpareKeycodes::findFourLevelType() {
-    keyType_ = 1;
-    levels_ = 2;
-    const xkb_mod_mask_t altGr = keymap_.modifiers().level3.held;
-    const XReply<xcb_xkb_get_map_reply_t> reply(xcb_xkb_get_map_reply(
-        connection_.get(),
-        xcb_xkb_get_map(connection_.get(), connection_.coreKeyboard(), XCB_XKB_MAP_PART_KEY_TYPES,
-                        0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0),
-        nullptr));
-    if (!reply || altGr == 0) return;
-    xcb_xkb_get_map_map_t map{};
-    xcb_xkb_get_map_map_unpack(xcb_xkb_get_map_map(reply.get()), reply->nTypes, reply->nKeySyms,
-                               reply->nKeyActions, reply->totalActions, reply->totalKeyBehaviors,
-                               reply->virtualMods, reply->totalKeyExplicit, reply->totalModMapKeys,
-                               reply->totalVModMapKeys, reply->present, &map);
-    std::uint8_t index = 0;
-    for (auto type = xcb_xkb_get_map_map_types_rtrn_iterator(reply.get(), &map); type.rem > 0;
-         xcb_xkb_key_type_next(&type), ++index) {
-        if (type.data->numLevels != kLevels || type.data->mods_mask != (XCB_MOD_MASK_SHIFT | altGr))
-            continue;
-        std::array<xkb_mod_mask_t, kLevels> masks{};
-        for (auto entry = xcb_xkb_key_type_map_iterator(type.data); entry.rem > 0;
-             xcb_xkb_kt_map_entry_next(&entry))
-            if (entry.data->active != 0 && entry.data->level < kLevels)
-                masks[entry.data->level] = entry.data->mods_mask;
-        if (masks == std::array<xkb_mod_mask_t, kLevels>{0, XCB_MOD_MASK_SHIFT, altGr,
-                                                         XCB_MOD_MASK_SHIFT | altGr}) {
-            keyType_ = index;
-            levels_ = kLevels;
-            return;
-        }
-    }
+void SpareKeycodes::prepare(std::vector<xkb_keysym_t> symbols) {
+    wanted_ = std::move(symbols);
+    std::vector<Spare*> idle = longestUnused();
+    std::erase_if(idle, [&](const Spare* spare) { return isWanted(*spare); });
+    bind(unbound(wanted_), idle);
 }
 
 std::optional<KeyStroke> SpareKeycodes::strokeFor(xkb_keysym_t symbol) {
     if (symbol == XKB_KEY_NoSymbol) return std::nullopt;
-    const auto strokeOn = [&](Spare& spare) -> std::optional<KeyStroke> {
-        const auto at = std::find(spare.symbols.begin(), spare.symbols.end(), symbol);
-        if (at == spare.symbols.end()) return std::nullopt;
-        spare.lastUse = Clock::now();
-        return KeyStroke{spare.keycode,
-                         kLevelStates[static_cast<std::size_t>(at - spare.symbols.begin())]};
-    };
-    for (Spare& spare : spares_)
-        if (const auto stroke = strokeOn(spare)) return stroke;
-
-    Spare* const spare = leastRecentlyUsed();
-    if (spare == nullptr) return std::nullopt;
-    if (spare->symbols[0] != XKB_KEY_NoSymbol) settle(spare->lastUse);
-    spare->symbols = companionsOf(symbol);
-    write(*spare);
-    return strokeOn(*spare);
+    if (const auto stroke = boundStroke(symbol)) return stroke;
+    // Those that follow it among the wanted ones will be needed next; half of what there
+    // is room for, so that the other half can wait for its turn.
+    std::vector<xkb_keysym_t> needed = unbound(wanted_);
+    const auto at = std::find(needed.begin(), needed.end(), symbol);
+    if (at != needed.end())
+        std::rotate(needed.begin(), at, needed.end());
+    else
+        needed.insert(needed.begin(), symbol);
+    const std::vector<Spare*> spares = longestUnused();
+    bind(std::move(needed), std::span(spares).first((spares.size() + 1) / 2));
+    return boundStroke(symbol);
 }
 
-SpareKeycodes::Spare* SpareKeycodes::leastRecentlyUsed() {
-    const auto oldest =
-        std::min_element(spares_.begin(), spares_.end(),
-                         [](const Spare& a, const Spare& b) { return a.lastUse < b.lastUse; });
-    return oldest == spares_.end() ? nullptr : &*oldest;
-}
-
-// The time runs from when the last keys went out, which is now at the latest.
-void SpareKeycodes::settle(Clock::time_point lastUse) const {
-    if (lastUse == Clock::time_point{}) return;
-    connection_.flush();
-    std::this_thread::sleep_until(lastUse + kSettleTime);
-}
-
-// The symbols the layout lacks, likely ones first.
-std::vector<xkb_keysym_t> SpareKeycodes::missingSymbols() {
-    std::string order;
-    for (int code = ' '; code < 0x80; ++code) order.push_back(static_cast<char>(code));
-    order += kLikelyOrder;
-    for (int code = 0x80; code <= 0xFF; ++code)
-        if (kLikelyOrder.find(static_cast<char>(code)) == std::string_view::npos)
-            order.push_back(static_cast<char>(code));
-    std::vector<xkb_keysym_t> missing;
-    for (const char character : order) {
-        const xkb_keysym_t symbol = xkb_utf32_to_keysym(ansiToUnicode(character));
-        if (symbol != XKB_KEY_NoSymbol && keymap_.layout().VkKeyScanExA(character) == -1)
-            missing.push_back(symbol);
+std::optional<KeyStroke> SpareKeycodes::boundStroke(xkb_keysym_t symbol) {
+    for (Spare& spare : spares_) {
+        const auto& symbols = spare.key.symbols;
+        const auto at = std::find(symbols.begin(), symbols.end(), symbol);
+        if (at == symbols.end()) continue;
+        spare.lastUse = ++uses_;
+        return KeyStroke{spare.key.keycode,
+                         kLevelStates[static_cast<std::size_t>(at - symbols.begin())]};
     }
-    return missing;
+    return std::nullopt;
 }
 
-// The symbols bound together with this one: always the same for one layout.
-std::array<xkb_keysym_t, SpareKeycodes::kLevels> SpareKeycodes::companionsOf(xkb_keysym_t symbol) {
-    std::array<xkb_keysym_t, kLevels> symbols{symbol};
-    const auto missing = missingSymbols();
-    const auto at = std::find(missing.begin(), missing.end(), symbol);
-    if (at == missing.end()) return symbols;
-    const std::size_t first = static_cast<std::size_t>(at - missing.begin()) / levels_ * levels_;
-    const std::size_t count = std::min(levels_, missing.size() - first);
-    std::copy_n(missing.begin() + static_cast<std::ptrdiff_t>(first), count, symbols.begin());
+bool SpareKeycodes::isBound(xkb_keysym_t symbol) const {
+    return std::any_of(spares_.begin(), spares_.end(), [&](const Spare& spare) {
+        const auto& symbols = spare.key.symbols;
+        return std::find(symbols.begin(), symbols.end(), symbol) != symbols.end();
+    });
+}
+
+bool SpareKeycodes::isWanted(const Spare& spare) const {
+    return std::any_of(wanted_.begin(), wanted_.end(), [&](xkb_keysym_t symbol) {
+        const auto& symbols = spare.key.symbols;
+        return std::find(symbols.begin(), symbols.end(), symbol) != symbols.end();
+    });
+}
+
+std::vector<xkb_keysym_t> SpareKeycodes::unbound(std::vector<xkb_keysym_t> symbols) const {
+    std::erase_if(symbols, [&](xkb_keysym_t symbol) { return isBound(symbol); });
     return symbols;
 }
 
-void SpareKeycodes::write(const Spare& spare) {
-    struct Values {
-        xcb_xkb_key_sym_map_t head;
-        std::array<std::uint32_t, kLevels> symbols;
-    };
-    const bool empty = spare.symbols[0] == XKB_KEY_NoSymbol;
-    const auto levels = static_cast<std::uint8_t>(empty ? 0 : levels_);
-    Values values{};
-    if (!empty) {
-        values.head.kt_index[0] = keyType_;
-        values.head.groupInfo = 1;
-        values.head.width = levels;
-        values.head.nSyms = levels;
-        std::copy(spare.symbols.begin(), spare.symbols.end(), values.symbols.begin());
+// The symbols of the code page that the layout lacks, likely ones first.
+std::vector<xkb_keysym_t> SpareKeycodes::likelySymbols() {
+    std::string order(kLikelyOrder);
+    for (int code = ' '; code <= 0xFF; ++code)
+        if (kLikelyOrder.find(static_cast<char>(code)) == std::string_view::npos)
+            order.push_back(static_cast<char>(code));
+    std::vector<xkb_keysym_t> symbols;
+    for (const char character : order) {
+        const xkb_keysym_t symbol = symbolOfCharacter(character);
+        if (symbol != XKB_KEY_NoSymbol && keymap_.layout().VkKeyScanExA(character) == -1)
+            symbols.push_back(symbol);
     }
-    const auto key = static_cast<xcb_keycode_t>(spare.keycode);
-    keymap_.expectOwnChange(spare.keycode);
-    const xcb_setup_t* const setup = xcb_get_setup(connection_.get());
-    xcb_xkb_set_map(connection_.get(), connection_.coreKeyboard(), XCB_XKB_MAP_PART_KEY_SYMS,
-                    XCB_XKB_SET_MAP_FLAGS_RECOMPUTE_ACTIONS, setup->min_keycode, setup->max_keycode,
-                    0, 0, key, 1, levels, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, &values);
+    return symbols;
+}
+
+// Free levels first, then what may change. What an application has still to read must
+// keep its meaning, so that symbols are only replaced behind it. Levels that are left are
+// filled with what is likely to be needed another time.
+void SpareKeycodes::bind(std::vector<xkb_keysym_t> symbols, std::span<Spare* const> mayChange) {
+    if (symbols.empty()) return;
+    std::size_t needed = symbols.size();
+    for (const xkb_keysym_t likely : unbound(likelySymbols()))
+        if (std::find(symbols.begin(), symbols.end(), likely) == symbols.end())
+            symbols.push_back(likely);
+    std::span<const xkb_keysym_t> rest(symbols);
+    std::vector<SpareKey> changed;
+    const auto fill = [&](SpareKey& key) {
+        for (std::size_t level = 0; level < symbols_.levels() && !rest.empty(); ++level) {
+            if (key.symbols[level] != XKB_KEY_NoSymbol) continue;
+            key.symbols[level] = rest.front();
+            rest = rest.subspan(1);
+            needed -= std::min<std::size_t>(needed, 1);
+        }
+        changed.push_back(key);
+    };
+    for (Spare& spare : spares_)
+        if (needed > 0 && spare.key.symbols[symbols_.levels() - 1] == XKB_KEY_NoSymbol)
+            fill(spare.key);
+    if (needed > 0) pace_.settle();
+    for (Spare* const spare : mayChange) {
+        if (needed == 0) break;
+        const bool filledNow =
+            std::any_of(changed.begin(), changed.end(),
+                        [&](const SpareKey& key) { return key.keycode == spare->key.keycode; });
+        if (filledNow) continue;
+        spare->key.symbols = {};
+        fill(spare->key);
+    }
+    std::vector<SpareKey> all;
+    for (const Spare& spare : spares_) all.push_back(spare.key);
+    symbols_.write(changed, all);
+}
+
+std::vector<SpareKeycodes::Spare*> SpareKeycodes::longestUnused() {
+    std::vector<Spare*> order;
+    for (Spare& spare : spares_) order.push_back(&spare);
+    std::stable_sort(order.begin(), order.end(),
+                     [](const Spare* a, const Spare* b) { return a->lastUse < b->lastUse; });
+    return order;
 }
 
 std::uint8_t SpareKeycodes::virtualKeyOf(xkb_keycode_t keycode) const {
     for (std::size_t i = 0; i < spares_.size(); ++i)
-        if (spares_[i].keycode == keycode) return kUnassigned[i];
+        if (spares_[i].key.keycode == keycode) return kUnassigned[i];
     return 0;
 }
 
 std::optional<xkb_keycode_t> SpareKeycodes::keycodeOf(std::uint16_t virtualKey) const {
     for (std::size_t i = 0; i < spares_.size(); ++i)
-        if (kUnassigned[i] == virtualKey) return spares_[i].keycode;
+        if (kUnassigned[i] == virtualKey) return spares_[i].key.keycode;
     return std::nullopt;
 }
 

@@ -1,15 +1,15 @@
-// Characters that no key of the layout types get a key of their own for a while.
+// Characters that no key of the layout types get a key of their own.
 #pragma once
 
 #include <xkbcommon/xkbcommon.h>
 
-#include <array>
-#include <chrono>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
-#include "platform/x11/x11_connection.h"
+#include "platform/x11/spare_symbols.h"
+#include "platform/x11/target_pace.h"
 #include "platform/x11/x11_keymap.h"
 
 namespace kalvo {
@@ -21,27 +21,24 @@ struct KeyStroke {
     std::uint16_t shiftState;
 };
 
-// The keycodes the map leaves free, the highest first, each holding up to four
-// symbols on its levels. What was used longest ago makes room for what is new, but
-// not before every application had kSettleTime to read the keys already typed:
-// an application looks a key up when it gets round to it, in the map of that moment.
+// The keycodes the map leaves free, the highest first, each holding up to four symbols
+// on its levels. They are kept, also when the program ends: an application looks a key up
+// when it gets round to it, in the map of that moment. Only where more symbols are needed
+// than there is room for, those used longest ago make room, once the application has read
+// everything typed.
 class SpareKeycodes {
 public:
-    static constexpr std::chrono::milliseconds kSettleTime{500};
-
-    SpareKeycodes(X11Connection& connection, X11Keymap& keymap);
-    // Waits for the applications as above, then gives the keycodes back empty.
-    ~SpareKeycodes();
-    SpareKeycodes(const SpareKeycodes&) = delete;
-    SpareKeycodes& operator=(const SpareKeycodes&) = delete;
+    SpareKeycodes(X11Connection& connection, X11Keymap& keymap, TargetPace& pace);
 
     // To be called after a new map was fetched: keeps the symbols that are still in it.
     void keymapChanged();
 
-    // The stroke for a symbol, bound if need be. The characters that the layout
-    // lacks as well and that are likely to follow are bound with it, because every
-    // binding makes all applications fetch the map again. Nothing when the symbol
-    // is none or no keycode is free.
+    // Binds what is about to be typed, as far as there is room, in one change of the map.
+    // The first ones matter most; those needed later are bound together.
+    void prepare(std::vector<xkb_keysym_t> symbols);
+
+    // The stroke for a symbol, bound if need be. Nothing when the symbol is none or no
+    // keycode is free.
     [[nodiscard]] std::optional<KeyStroke> strokeFor(xkb_keysym_t symbol);
 
     // A virtual key Windows has not assigned stands for each spare keycode.
@@ -50,28 +47,25 @@ public:
     [[nodiscard]] std::optional<xkb_keycode_t> keycodeOf(std::uint16_t virtualKey) const;
 
 private:
-    using Clock = std::chrono::steady_clock;
-    static constexpr std::size_t kLevels = 4;
-
     struct Spare {
-        xkb_keycode_t keycode = XKB_KEYCODE_INVALID;
-        std::array<xkb_keysym_t, kLevels> symbols{};
-        Clock::time_point lastUse;
+        SpareKey key;
+        std::uint64_t lastUse = 0;  // by count of uses
     };
 
-    void findFourLevelType();
-    [[nodiscard]] std::array<xkb_keysym_t, kLevels> companionsOf(xkb_keysym_t symbol);
-    [[nodiscard]] std::vector<xkb_keysym_t> missingSymbols();
-    Spare* leastRecentlyUsed();
-    void write(const Spare& spare);
-    void settle(Clock::time_point lastUse) const;
-    [[nodiscard]] bool holds(const Spare& spare) const;
+    [[nodiscard]] std::optional<KeyStroke> boundStroke(xkb_keysym_t symbol);
+    [[nodiscard]] bool isBound(xkb_keysym_t symbol) const;
+    [[nodiscard]] bool isWanted(const Spare& spare) const;
+    [[nodiscard]] std::vector<xkb_keysym_t> unbound(std::vector<xkb_keysym_t> symbols) const;
+    [[nodiscard]] std::vector<xkb_keysym_t> likelySymbols();
+    void bind(std::vector<xkb_keysym_t> symbols, std::span<Spare* const> mayChange);
+    [[nodiscard]] std::vector<Spare*> longestUnused();
 
-    X11Connection& connection_;
+    SpareSymbols symbols_;
     X11Keymap& keymap_;
+    TargetPace& pace_;
     std::vector<Spare> spares_;
-    std::uint8_t keyType_ = 1;  // index of the key type in the server's map
-    std::size_t levels_ = 2;    // its levels
+    std::vector<xkb_keysym_t> wanted_;
+    std::uint64_t uses_ = 0;
 };
 
 }  // namespace kalvo

@@ -20,7 +20,8 @@ X11Keyboard::~X11Keyboard() { releaseAll(); }
 void X11Keyboard::releaseAll() {
     altKeypad_.drop();
     injector_.releaseAll();
-    connection_.flush();
+    // What a connection that is closed right away has not delivered may be lost.
+    connection_.sync();
 }
 
 void X11Keyboard::startTyping() {
@@ -44,6 +45,16 @@ bool X11Keyboard::holdLayout() {
 KeyboardLayout& X11Keyboard::foregroundLayout() {
     layout_.follow();
     return layout_;
+}
+
+void X11Keyboard::prepareFor(std::string_view script) {
+    if (!connection_.alive()) return;
+    layout_.follow();
+    layout_.prepareFor(script);
+}
+
+bool X11Keyboard::awaitTarget(int milliseconds) {
+    return !connection_.alive() || pace_.await(std::chrono::milliseconds(milliseconds));
 }
 
 void X11Keyboard::SendInput(std::span<const KeyRecord> records) {

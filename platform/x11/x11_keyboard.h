@@ -4,15 +4,18 @@
 #include <chrono>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 #include "platform/keyboard_input.h"
 #include "platform/x11/alt_keypad.h"
 #include "platform/x11/composed_characters.h"
+#include "platform/x11/focused_application.h"
 #include "platform/x11/key_injector.h"
 #include "platform/x11/key_records.h"
 #include "platform/x11/left_down_keys.h"
 #include "platform/x11/lock_state.h"
 #include "platform/x11/spare_keycodes.h"
+#include "platform/x11/target_pace.h"
 #include "platform/x11/user_modifiers.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_keymap.h"
@@ -24,9 +27,9 @@ namespace kalvo {
 // logic that types on Windows types here. Modifiers the user holds are out of the way
 // during each injection and put back behind it. Injections go to the server in packets
 // of a few hundred keys: one packet for each would cost more than the keys themselves.
-// Everything pressed is released and the key map put back on destruction. While
-// the layout is held nobody else can change the key map. If the
-// connection is lost, nothing is typed any more.
+// Everything pressed is released on destruction; characters that were given keys keep
+// them. While the layout is held nobody else can change the key map. If the connection is
+// lost, nothing is typed any more.
 class X11Keyboard : public KeyboardInput, private AltKeypad::Sink {
 public:
     // Throws RuntimeError 5 when there is no display or it cannot be typed on.
@@ -39,9 +42,12 @@ public:
     void releaseAll();
 
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
+    void prepareFor(std::string_view script) override;
+    [[nodiscard]] bool awaitTarget(int milliseconds) override;
     void SendInput(std::span<const KeyRecord> records) override;
     [[nodiscard]] bool connected() override { return connection_.alive(); }
     void finishInput() override { connection_.sync(); }
+    void endTyping() override { pace_.rest(); }
     [[nodiscard]] bool holdLayout() override;
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override;
@@ -57,7 +63,9 @@ private:
     LeftDownKeys leftDown_{connection_};
     X11Keymap keymap_;
     KeyInjector injector_{connection_};
-    SpareKeycodes spares_{connection_, keymap_};
+    FocusedApplication target_{connection_};
+    TargetPace pace_{connection_, keymap_, injector_, target_};
+    SpareKeycodes spares_{connection_, keymap_, pace_};
     UserModifiers userModifiers_{connection_, keymap_, injector_};
     AltKeypad altKeypad_{*this};
     X11Layout layout_{keymap_, spares_};

@@ -86,13 +86,20 @@ void X11Keymap::readModifiers() {
 }
 
 bool X11Keymap::update() {
-    bool changed = false;
-    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())})
-        if (event->response_type == connection_.xkbEvent() && isNews(*event)) changed = true;
-    if (!changed) return false;
+    readEvents();
+    if (!std::exchange(changed_, false)) return false;
     // A map may have to be set through a connection of its own.
     connection_.flush();
     return fetch();
+}
+
+void X11Keymap::readEvents() {
+    while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+        if (event->response_type == connection_.xkbEvent())
+            changed_ = isNews(*event) || changed_;
+        else if (otherEvents_)
+            otherEvents_(*event);
+    }
 }
 
 bool X11Keymap::isNews(const xcb_generic_event_t& event) {
@@ -103,12 +110,7 @@ bool X11Keymap::isNews(const xcb_generic_event_t& event) {
             locks_ = state.lockedMods;
             return false;
         }
-        case XCB_XKB_MAP_NOTIFY: {
-            const auto& map = reinterpret_cast<const xcb_xkb_map_notify_event_t&>(event);
-            const bool own = map.changed == XCB_XKB_MAP_PART_KEY_SYMS && map.nKeySyms == 1 &&
-                             ownKeys_[map.firstKeySym];
-            return !own;
-        }
+        case XCB_XKB_MAP_NOTIFY: return event.full_sequence != ownChange_;
         default: return event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY;
     }
 }

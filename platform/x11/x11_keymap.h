@@ -3,10 +3,11 @@
 
 #include <xkbcommon/xkbcommon.h>
 
-#include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/x11/layout/layout_keys.h"
@@ -37,8 +38,16 @@ public:
     // unless the map changed. True when a new map was fetched.
     bool update();
 
-    // A change of this key's symbols by ourselves is no new map.
-    void expectOwnChange(xkb_keycode_t key) { ownKeys_[key] = true; }
+    // Reads what the server has reported, for a later update(). Events that are not about
+    // the keyboard go to whoever asked for them.
+    void readEvents();
+    void onOtherEvents(std::function<void(const xcb_generic_event_t&)> handler) {
+        otherEvents_ = std::move(handler);
+    }
+
+    // The change that a request of ours makes is no new map. Another request must follow
+    // it before any other client's can.
+    void expectOwnChange(unsigned sequence) { ownChange_ = sequence; }
 
     [[nodiscard]] xkb_keymap* get() const { return keymap_.get(); }
     // The layout of the group in force, dead keys skipped.
@@ -65,7 +74,9 @@ private:
     std::vector<std::unique_ptr<XkbLayout>> layouts_;
     ModifierKeys modifiers_;
     std::vector<xkb_keycode_t> modifierKeycodes_;
-    std::array<bool, 256> ownKeys_{};
+    std::function<void(const xcb_generic_event_t&)> otherEvents_;
+    std::uint32_t ownChange_ = 0;
+    bool changed_ = false;
     xkb_layout_index_t group_ = 0;
     xkb_mod_mask_t locks_ = 0;
 };

@@ -1,7 +1,11 @@
 #include "platform/x11/x11_layout.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "platform/x11/character_symbol.h"
 #include "platform/x11/layout/named_keys.h"
-#include "text/ansi_text.h"
 
 namespace kalvo {
 
@@ -17,10 +21,31 @@ void X11Layout::follow() {
     namedKeycodes_.fill(0);
 }
 
+void X11Layout::prepareFor(std::string_view script) {
+    std::array<std::size_t, 256> counts{};
+    for (const char character : script) ++counts[static_cast<unsigned char>(character)];
+    std::vector<unsigned char> characters;
+    for (std::size_t code = ' '; code < counts.size(); ++code)
+        if (counts[code] > 0) characters.push_back(static_cast<unsigned char>(code));
+    std::stable_sort(characters.begin(), characters.end(),
+                     [&](unsigned char a, unsigned char b) { return counts[a] > counts[b]; });
+    std::vector<xkb_keysym_t> symbols;
+    for (const unsigned char character : characters) {
+        const xkb_keysym_t symbol = missingSymbol(static_cast<char>(character));
+        if (symbol != XKB_KEY_NoSymbol) symbols.push_back(symbol);
+    }
+    spares_.prepare(std::move(symbols));
+}
+
+xkb_keysym_t X11Layout::missingSymbol(char character) {
+    if (keymap_.layout().VkKeyScanExA(character) != -1) return XKB_KEY_NoSymbol;
+    return symbolOfCharacter(character);
+}
+
 std::int16_t X11Layout::VkKeyScanExA(char character) {
     const std::int16_t own = keymap_.layout().VkKeyScanExA(character);
     if (own != -1) return own;
-    const auto stroke = spares_.strokeFor(xkb_utf32_to_keysym(ansiToUnicode(character)));
+    const auto stroke = spares_.strokeFor(symbolOfCharacter(character));
     if (!stroke) return -1;
     return static_cast<std::int16_t>(spares_.virtualKeyOf(stroke->keycode) | stroke->shiftState);
 }
@@ -51,7 +76,7 @@ xkb_keycode_t X11Layout::namedKeycode(std::uint8_t virtualKey) {
 
 std::optional<KeyStroke> X11Layout::strokeOf(char character) {
     const std::int16_t own = keymap_.layout().VkKeyScanExA(character);
-    if (own == -1) return spares_.strokeFor(xkb_utf32_to_keysym(ansiToUnicode(character)));
+    if (own == -1) return spares_.strokeFor(symbolOfCharacter(character));
     const auto answer = static_cast<std::uint16_t>(own);
     // Characters on Control with a key are no text.
     const auto shiftState = static_cast<std::uint16_t>(answer & ~0xFFU);

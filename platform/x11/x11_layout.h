@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 #include "platform/keyboard_input.h"
 #include "platform/x11/spare_keycodes.h"
@@ -18,6 +19,9 @@ namespace kalvo {
 class X11Layout : public KeyboardLayout {
 public:
     X11Layout(X11Keymap& keymap, SpareKeycodes& spares) : keymap_(keymap), spares_(spares) {}
+
+    // Gives keys to the characters of a script that have none, the most frequent first.
+    void prepareFor(std::string_view script);
 
     // Takes in a map that has come into force since the last call.
     void follow();
@@ -34,6 +38,8 @@ public:
     [[nodiscard]] std::optional<KeyStroke> strokeOf(char character);
 
 private:
+    [[nodiscard]] xkb_keysym_t missingSymbol(char character);
+
     X11Keymap& keymap_;
     SpareKeycodes& spares_;
     std::array<xkb_keycode_t, 256> namedKeycodes_{};  // 0: not looked up yet

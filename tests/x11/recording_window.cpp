@@ -47,6 +47,7 @@ struct RecordingWindow::Connection {
         window = XCreateSimpleWindow(reader, DefaultRootWindow(reader), 0, 0, 300, 200, 0, 0, 0);
         XSelectInput(reader, window, KeyPressMask | ExposureMask);
         marks = XCreateSimpleWindow(reader, DefaultRootWindow(reader), 0, 0, 1, 1, 0, 0, 0);
+        XSetWMProtocols(reader, window, &ping, 1);
         XMapWindow(reader, window);
         XEvent event;
         XWindowEvent(reader, window, ExposureMask, &event);
@@ -73,8 +74,20 @@ struct RecordingWindow::Connection {
         XSync(sender, False);
     }
 
+    // "Are you alive?" goes back to the root window as it came.
+    [[nodiscard]] bool answers(XEvent& event) const {
+        if (event.type != ClientMessage || static_cast<Atom>(event.xclient.data.l[0]) != ping)
+            return false;
+        event.xclient.window = DefaultRootWindow(reader);
+        XSendEvent(reader, event.xclient.window, False,
+                   SubstructureNotifyMask | SubstructureRedirectMask, &event);
+        XFlush(reader);
+        return true;
+    }
+
     Display* reader;
     Display* sender;
+    Atom ping = XInternAtom(reader, "_NET_WM_PING", False);
     Window window = None;
     Window marks = None;  // stays when the other is destroyed
 };
@@ -91,6 +104,11 @@ void RecordingWindow::read() {
     for (;;) {
         XEvent event;
         XNextEvent(connection_->reader, &event);
+        std::unique_lock busy(mutex_);
+        const auto pause = std::exchange(busy_, std::chrono::milliseconds{0});
+        busy.unlock();
+        std::this_thread::sleep_for(pause);
+        if (connection_->answers(event)) continue;
         if (event.type == MappingNotify) XRefreshKeyboardMapping(&event.xmapping);
         if (event.type == ClientMessage && event.xclient.data.l[0] == kEnd) return;
         const std::string text = event.type == KeyPress ? textOf(event.xkey) : std::string();
@@ -116,6 +134,11 @@ std::string RecordingWindow::take() {
 void RecordingWindow::destroy() const {
     XDestroyWindow(connection_->sender, connection_->window);
     XSync(connection_->sender, False);
+}
+
+void RecordingWindow::beBusyFor(std::chrono::milliseconds time) {
+    const std::lock_guard lock(mutex_);
+    busy_ = time;
 }
 
 std::size_t RecordingWindow::size() {

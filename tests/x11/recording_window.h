@@ -4,6 +4,7 @@
 #include <string>
 #include <thread>
 
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <memory>
@@ -13,7 +14,7 @@ namespace kalvo::testing {
 
 // Has the focus of its display from construction on and reads its events on a thread
 // of its own, each looked up in the key map of the moment it is read, as applications
-// do.
+// do. Answers whether it is alive, when it gets round to it.
 class RecordingWindow {
 public:
     explicit RecordingWindow(const char* display);
@@ -30,6 +31,10 @@ public:
     // The window goes away, as when its application closes it.
     void destroy() const;
 
+    // Reads nothing for a while, as an application that is busy. Nothing may be taken
+    // meanwhile.
+    void beBusyFor(std::chrono::milliseconds time);
+
     // Characters read so far.
     [[nodiscard]] std::size_t size();
 
@@ -43,6 +48,7 @@ private:
     std::condition_variable marked_;
     std::string text_;
     int marks_ = 0;
+    std::chrono::milliseconds busy_{0};
     std::thread reader_;
 };
 

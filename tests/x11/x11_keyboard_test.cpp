@@ -6,6 +6,7 @@
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <string>
 #include <tuple>
@@ -72,6 +73,7 @@ struct Typing : ::testing::Test {
 
     // What arrives of a script.
     std::string typed(const std::string& script) {
+        keyboard.prepareFor(script);
         Keysend(keyboard, events).SendKeyScript(script, 0);
         (void)keyboard.GetKeyState(kVkCapital);  // everything has reached the server
         return window.take();
@@ -153,6 +155,16 @@ TEST_F(Typing, TheMapOfTheCoreKeyboardCounts) {
 TEST_F(Typing, ComposesAnyCodeOfTheKeypad) {
     EXPECT_EQ(typed("{NUMLOCK}%({NUMPAD1}{NUMPAD3}{NUMPAD0}){NUMLOCK}x"), std::string("éx"_ansi));
     EXPECT_EQ(typed("%({NUMPAD6}{NUMPAD5})"), "A");
+}
+
+// A busy application looks its keys up long after they were typed: they must still mean
+// what they meant.
+TEST_F(Typing, ALateApplicationGetsEveryCharacter) {
+    const std::string french = "Élève à 12,50 €, cœur naïf ; où ça ? «Ça»"_ansi.data();
+    for (const std::string& text : {french, upperHalf()}) {
+        window.beBusyFor(std::chrono::milliseconds(1500));
+        EXPECT_EQ(typed(text + text), text + text);
+    }
 }
 
 // More characters without a key than there are spare keycodes, over and over.
