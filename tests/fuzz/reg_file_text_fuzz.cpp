@@ -21,6 +21,12 @@ std::string without(std::string path, std::string_view end) {
     return path;
 }
 
+// Blanks at the end of a key's name are lost in the format, also before closing backslashes.
+std::string keyPath(std::string path) {
+    while (without(path, "\\").ends_with(' ')) path = without(without(path, "\\"), " ");
+    return path;
+}
+
 bool hasControl(std::string_view text) {
     return std::any_of(text.begin(), text.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x20; });
@@ -29,8 +35,7 @@ bool hasControl(std::string_view text) {
 }  // namespace
 
 void fuzz(FuzzInput& input) {
-    // Blanks at the end of a key's name are lost in the format.
-    const std::string path = without(input.text(), " ");
+    const std::string path = keyPath(input.text());
     const std::string name = input.text();
     const RegistryValue value{input.ConsumeIntegralInRange<std::uint32_t>(0, 12), input.text()};
     const std::string otherPath = input.text();
