@@ -6,7 +6,7 @@
 #include <system_error>
 #include <vector>
 
-#include "app/process_start.h"
+#include "app/process/process_start.h"
 #include "platform/jet/jet_import.h"
 #include "platform/sqlite/schema.h"
 #include "settings/application_paths.h"

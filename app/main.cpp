@@ -9,9 +9,9 @@
 #include "app/commands/command_context.h"
 #include "app/commands/command_line.h"
 #include "app/commands/commands.h"
-#include "app/process_start.h"
+#include "app/process/process_start.h"
 #ifdef KALVO_DESKTOP
-#include "app/desktop_program.h"
+#include "app/desktop/desktop_program.h"
 #endif
 #include "text/ansi_text.h"
 

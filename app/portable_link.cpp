@@ -3,8 +3,8 @@
 #include <memory>
 #include <utility>
 
-#include "app/system_bindings.h"
-#include "transfer/kermit_multidll.h"
+#include "app/bindings/system_bindings.h"
+#include "transfer/kermit/kermit_multidll.h"
 
 namespace kalvo {
 

@@ -1,6 +1,6 @@
 #include "app/reconnecting_keyboard.h"
 
-#include "app/absent_devices.h"
+#include "app/bindings/absent_devices.h"
 #include "platform/clock.h"
 #include "text/resume_next.h"
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "app/system_bindings.h"
+#include "app/bindings/system_bindings.h"
 #include "journal/batch_journal.h"
 #include "platform/event_pump.h"
 

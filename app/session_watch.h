@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-#include "app/system_bindings.h"
+#include "app/bindings/system_bindings.h"
 #include "platform/typing_watch.h"
 
 namespace kalvo {

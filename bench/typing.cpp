@@ -12,9 +12,9 @@
 #include <string>
 
 #include "keys/key_injection.h"
+#include "platform/x11/target/x11_typing_watch.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_keyboard.h"
-#include "platform/x11/x11_typing_watch.h"
 #include "tests/support/fake_event_pump.h"
 #include "tests/x11/keyboard_state.h"
 #include "tests/x11/recording_window.h"

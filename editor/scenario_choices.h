@@ -10,8 +10,8 @@
 
 #include "core/run_time_state.h"
 #include "editor/action_editor.h"
+#include "editor/port/serial_config.h"
 #include "editor/row_list.h"
-#include "editor/serial_config.h"
 #include "platform/platform.h"
 
 namespace kalvo {

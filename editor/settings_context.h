@@ -7,9 +7,9 @@
 
 #include "editor/action_editor.h"
 #include "editor/current_scenario.h"
+#include "editor/port/serial_config.h"
 #include "editor/scenario_choices.h"
 #include "editor/scenario_editor.h"
-#include "editor/serial_config.h"
 #include "platform/platform.h"
 
 class QWidget;

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "text/runtime_error.h"
-#include "transfer/kermit_file_sink.h"
-#include "transfer/kermit_receiver.h"
-#include "transfer/kermit_sender.h"
+#include "transfer/kermit/kermit_file_sink.h"
+#include "transfer/kermit/kermit_receiver.h"
+#include "transfer/kermit/kermit_sender.h"
 
 namespace kalvo {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/file_system.h"
-#include "transfer/kermit_link.h"
+#include "transfer/kermit/kermit_link.h"
 
 namespace kalvo {
 

@@ -7,7 +7,7 @@
 #include <iterator>
 
 #include "app/application_folder.h"
-#include "app/process_start.h"
+#include "app/process/process_start.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/file_error_text.h"

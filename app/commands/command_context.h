@@ -5,11 +5,11 @@
 #include <memory>
 #include <string>
 
-#include "app/absent_devices.h"
+#include "app/bindings/absent_devices.h"
+#include "app/bindings/system_bindings.h"
 #include "app/console_event_pump.h"
 #include "app/console_user_interface.h"
 #include "app/session_watch.h"
-#include "app/system_bindings.h"
 #include "core/error_text.h"
 #include "core/no_progress.h"
 #include "core/run_time_state.h"

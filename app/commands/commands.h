@@ -4,8 +4,8 @@
 #include <span>
 #include <string_view>
 
+#include "app/bindings/system_bindings.h"
 #include "app/commands/command_line.h"
-#include "app/system_bindings.h"
 
 namespace CLI {
 class App;

@@ -1,7 +1,7 @@
 // import: the tables of a Jet database.
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
-#include "app/process_start.h"
+#include "app/process/process_start.h"
 #include "platform/jet/jet_import.h"
 #include "settings/application_paths.h"
 #include "text/ansi_text.h"

@@ -4,7 +4,7 @@
 
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
-#include "app/end_signals.h"
+#include "app/process/end_signals.h"
 #include "core/frame_dispatch.h"
 #include "journal/batch_journal.h"
 #include "platform/sqlite/journal_database.h"

@@ -5,7 +5,7 @@
 
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
-#include "app/end_signals.h"
+#include "app/process/end_signals.h"
 #include "app/reconnecting_keyboard.h"
 #include "app/run_journal.h"
 #include "app/run_log.h"

@@ -1,7 +1,7 @@
 // replay: a text file as if it had been received.
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
-#include "app/end_signals.h"
+#include "app/process/end_signals.h"
 #include "core/frame_dispatch.h"
 #include "scenario/scenario_loader.h"
 #include "settings/settings_store.h"

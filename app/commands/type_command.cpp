@@ -1,7 +1,7 @@
 // type: a key script into the focused application.
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
-#include "app/end_signals.h"
+#include "app/process/end_signals.h"
 #include "core/frame_dispatch.h"
 #include "core/script_typing.h"
 #include "text/ansi_text.h"

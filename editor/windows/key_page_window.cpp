@@ -9,8 +9,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "editor/key_listing.h"
-#include "editor/key_renaming.h"
+#include "editor/keys/key_listing.h"
+#include "editor/keys/key_renaming.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 

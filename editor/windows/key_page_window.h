@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "editor/key_tables.h"
+#include "editor/keys/key_tables.h"
 #include "editor/settings_context.h"
 
 class QLineEdit;

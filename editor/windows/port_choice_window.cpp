@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 #include <string>
 
-#include "editor/port_choice.h"
+#include "editor/port/port_choice.h"
 #include "platform/qt/qt_text.h"
 
 namespace kalvo {

@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "editor/line_status.h"
+#include "editor/port/line_status.h"
 #include "editor/windows/actions_window.h"
 #include "editor/windows/connection_page_window.h"
 #include "editor/windows/key_page_window.h"

@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "editor/key_listing.h"
+#include "editor/keys/key_listing.h"
 #include "editor/script_preview.h"
 #include "editor/test_run.h"
 #include "editor/windows/notes_view.h"

@@ -1,10 +1,10 @@
 // Types a character that Alt with digits of the keypad has composed.
 #pragma once
 
+#include "platform/x11/held/lock_state.h"
 #include "platform/x11/key_injector.h"
 #include "platform/x11/key_records.h"
-#include "platform/x11/lock_state.h"
-#include "platform/x11/x11_keymap.h"
+#include "platform/x11/keymap/x11_keymap.h"
 #include "platform/x11/x11_layout.h"
 
 namespace kalvo {

@@ -7,9 +7,9 @@
 
 #include "platform/keyboard_input.h"
 #include "platform/x11/alt_keypad.h"
+#include "platform/x11/held/lock_state.h"
 #include "platform/x11/key_injector.h"
-#include "platform/x11/lock_state.h"
-#include "platform/x11/x11_keymap.h"
+#include "platform/x11/keymap/x11_keymap.h"
 #include "platform/x11/x11_layout.h"
 
 namespace kalvo {

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "platform/x11/character_symbol.h"
+#include "platform/x11/keymap/character_symbol.h"
 #include "platform/x11/layout/named_keys.h"
 
 namespace kalvo {

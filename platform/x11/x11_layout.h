@@ -9,8 +9,8 @@
 #include <string_view>
 
 #include "platform/keyboard_input.h"
-#include "platform/x11/spare_keycodes.h"
-#include "platform/x11/x11_keymap.h"
+#include "platform/x11/keymap/spare_keycodes.h"
+#include "platform/x11/keymap/x11_keymap.h"
 
 namespace kalvo {
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "editor/action_editor.h"
+#include "editor/port/serial_config.h"
 #include "editor/scenario_editor.h"
-#include "editor/serial_config.h"
 #include "settings/application_paths.h"
 #include "settings/serial_settings.h"
 #include "settings/settings_store.h"

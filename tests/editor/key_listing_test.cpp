@@ -1,4 +1,4 @@
-#include "editor/key_listing.h"
+#include "editor/keys/key_listing.h"
 
 #include <gtest/gtest.h>
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "editor/access_lock.h"
-#include "editor/key_renaming.h"
-#include "editor/key_tables.h"
+#include "editor/keys/key_renaming.h"
+#include "editor/keys/key_tables.h"
 #include "keys/key_files.h"
 #include "tests/editor/editor_site.h"
 #include "tests/support/error_of.h"

@@ -1,4 +1,4 @@
-#include "editor/serial_config.h"
+#include "editor/port/serial_config.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "editor/port_choice.h"
+#include "editor/port/port_choice.h"
 #include "tests/editor/editor_site.h"
 #include "tests/support/error_of.h"
 

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "tests/fuzz/fuzz_property.h"
-#include "transfer/kermit_coding.h"
-#include "transfer/kermit_packet.h"
+#include "transfer/kermit/kermit_coding.h"
+#include "transfer/kermit/kermit_packet.h"
 
 namespace kalvo {
 namespace {

@@ -1,8 +1,8 @@
-#include "transfer/kermit_coding.h"
+#include "transfer/kermit/kermit_coding.h"
 
 #include <gtest/gtest.h>
 
-#include "transfer/kermit_packet.h"
+#include "transfer/kermit/kermit_packet.h"
 
 namespace kalvo {
 namespace {

@@ -10,7 +10,7 @@
 #include "platform/linux/linux_file_system.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/transfer/kermit_server.h"
-#include "transfer/kermit_multidll.h"
+#include "transfer/kermit/kermit_multidll.h"
 
 namespace kalvo {
 namespace {

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "keys/key_injection.h"
-#include "platform/windows/named_layout.h"
+#include "platform/windows/keyboard/named_layout.h"
+#include "platform/windows/keyboard/windows_keyboard.h"
 #include "platform/windows/port_names.h"
 #include "platform/windows/wide_text.h"
-#include "platform/windows/windows_keyboard.h"
 #include "tests/support/fake_event_pump.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"

@@ -1,6 +1,6 @@
 // Typing that is watched, on a real X server: what a user does stops it or makes it wait,
 // and nothing is spoilt beyond the record in which he did it.
-#include "platform/x11/x11_typing_watch.h"
+#include "platform/x11/target/x11_typing_watch.h"
 
 #include <gtest/gtest.h>
 #include <xcb/xtest.h>

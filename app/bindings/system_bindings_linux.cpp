@@ -1,0 +1,61 @@
+#include "app/application_folder.h"
+#include "app/bindings/system_bindings.h"
+#include "platform/linux/autostart.h"
+#include "platform/linux/linux_file_system.h"
+#include "platform/linux/multidll_library.h"
+#include "platform/linux/port_names.h"
+#include "platform/linux/settings/linux_profile_files.h"
+#include "platform/linux/settings/registry_file.h"
+#include "platform/sqlite/sqlite_engine.h"
+#include "platform/x11/layout/xkb_layout.h"
+#include "platform/x11/target/x11_foreground_window.h"
+#include "platform/x11/target/x11_typing_watch.h"
+#include "platform/x11/x11_keyboard.h"
+#include "platform/x11/x11_loss.h"
+#include "settings/application_paths.h"
+
+namespace kalvo {
+
+SystemBindings createSystemBindings(const std::optional<std::string>& applicationFolder) {
+    const ProgramFolders folders = programFolders();
+    return {kalvo::applicationFolder(folders, applicationFolder),
+            shippedDataFolder(folders),
+            std::make_unique<LinuxProfileFiles>(),
+            std::make_unique<RegistryFile>(),
+            std::make_unique<LinuxFileSystem>(),
+            std::make_unique<SqliteEngine>()};
+}
+
+std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<X11Keyboard>(); }
+
+std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules) {
+    return std::make_unique<X11TypingWatch>(std::move(rules));
+}
+
+std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
+    return std::make_unique<X11ForegroundWindow>();
+}
+
+bool displayNamed() { return x11Named(); }
+
+void onDisplayLoss(void (*handler)()) { onX11Loss(handler); }
+
+std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) { return makeXkbLayout(name); }
+
+void setAutostart(bool on, const std::optional<std::string>& applicationFolder) {
+    writeAutostartEntry(on, applicationFolder);
+}
+
+std::function<std::string(int number)> portDevices(ProfileFiles& profiles,
+                                                   std::string_view applicationFolder) {
+    const LinuxPortNames names(profiles, portSerieIni(applicationFolder));
+    return [names](int number) { return names.resolve(number); };
+}
+
+std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }
+
+std::vector<PortEntry> listSerialPorts(ProfileFiles& profiles, std::string_view applicationFolder) {
+    return LinuxPortNames(profiles, portSerieIni(applicationFolder)).list();
+}
+
+}  // namespace kalvo

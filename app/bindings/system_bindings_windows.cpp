@@ -1,0 +1,58 @@
+#include "app/application_folder.h"
+#include "app/bindings/system_bindings.h"
+#include "platform/sqlite/sqlite_engine.h"
+#include "platform/windows/autostart.h"
+#include "platform/windows/keyboard/named_layout.h"
+#include "platform/windows/keyboard/windows_foreground_window.h"
+#include "platform/windows/keyboard/windows_keyboard.h"
+#include "platform/windows/keyboard/windows_typing_watch.h"
+#include "platform/windows/multidll_library.h"
+#include "platform/windows/port_names.h"
+#include "platform/windows/windows_file_system.h"
+#include "platform/windows/windows_profile_files.h"
+#include "platform/windows/windows_registry.h"
+
+namespace kalvo {
+
+SystemBindings createSystemBindings(const std::optional<std::string>& applicationFolder) {
+    const ProgramFolders folders = programFolders();
+    return {kalvo::applicationFolder(folders, applicationFolder),
+            shippedDataFolder(folders),
+            std::make_unique<WindowsProfileFiles>(),
+            std::make_unique<WindowsRegistry>(),
+            std::make_unique<WindowsFileSystem>(),
+            std::make_unique<SqliteEngine>()};
+}
+
+std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<WindowsKeyboard>(); }
+
+std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules) {
+    return std::make_unique<WindowsTypingWatch>(std::move(rules));
+}
+
+std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
+    return std::make_unique<WindowsForegroundWindow>();
+}
+
+// Windows always has one.
+bool displayNamed() { return true; }
+
+void onDisplayLoss(void (*)()) {}
+
+std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) {
+    return makeNamedLayout(name);
+}
+
+void setAutostart(bool on, const std::optional<std::string>& applicationFolder) {
+    writeRunValue(on, applicationFolder);
+}
+
+std::function<std::string(int number)> portDevices(ProfileFiles&, std::string_view) {
+    return portDevice;
+}
+
+std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }
+
+std::vector<PortEntry> listSerialPorts(ProfileFiles&, std::string_view) { return listPorts(); }
+
+}  // namespace kalvo

@@ -1,0 +1,345 @@
+#include "app/desktop/desktop_program.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QLabel>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTimer>
+#include <QTranslator>
+#include <QVBoxLayout>
+#include <array>
+#include <memory>
+
+#include "app/application_folder.h"
+#include "app/bindings/absent_devices.h"
+#include "app/commands/command_context.h"
+#include "app/desktop/desktop_settings.h"
+#include "app/desktop/display_loss.h"
+#include "app/desktop/icon_watch.h"
+#include "app/logged_user_interface.h"
+#include "app/process/end_signals.h"
+#include "app/reconnecting_keyboard.h"
+#include "app/run_journal.h"
+#include "app/run_log.h"
+#include "app/session_watch.h"
+#include "core/during.h"
+#include "core/serial_reception.h"
+#include "core/start_up.h"
+#include "core/typing_turns.h"
+#include "platform/qt/qt_dialogs.h"
+#include "platform/qt/qt_event_pump.h"
+#include "platform/qt/qt_notify_icon.h"
+#include "platform/qt/qt_progress.h"
+#include "platform/qt/qt_text.h"
+#include "platform/qt/single_instance.h"
+#include "settings/options.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
+#include "text/resume_next.h"
+#include "transfer/file_replay_window.h"
+#include "tray/about_window.h"
+#include "tray/icon_menu_window.h"
+#include "tray/menu_window.h"
+#include "tray/suspension_window.h"
+#include "tray/transfer_window.h"
+#include "tray/tray_menu.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kTick = 200;  // milliseconds between two looks at who has the focus
+constexpr int kFocusTries = 30;
+constexpr int kFocusPause = 10;  // milliseconds
+
+// The splash window frmSplach.
+class SplashWindow : public QWidget {
+public:
+    SplashWindow()
+        : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint) {
+        setObjectName("frmSplach");
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        auto* const layout = new QVBoxLayout(this);
+        auto* const title = new QLabel("<h2>KALVO Horizon</h2>");
+        auto* const loading = new QLabel("Chargement en cours ...");
+        loading->setObjectName("Lblchargement");
+        layout->addWidget(title);
+        layout->addWidget(loading);
+    }
+};
+
+// For the states of the icon behind the first.
+std::array<QIcon, 3> stateSigns() {
+    return {QIcon(":/icons/etat-sans-port.png"), QIcon(":/icons/etat-saisie.png"),
+            QIcon(":/icons/etat-attention.png")};
+}
+
+class DesktopProgram {
+public:
+    explicit DesktopProgram(SystemBindings& bindings)
+        : bindings_(bindings),
+          log_(openLog(bindings.applicationFolder)),
+          events_([this](const RuntimeError& error) { showError(error); }),
+          progress_([this] { events_.draw(); }),
+          icon_(
+              QApplication::windowIcon(), stateSigns(), [this] { menuWindow_.popUp(); },
+              [this] { iconMenu_.popUp(turns_.busy(), !turns_.busy() && !turns_.suspended()); }),
+          foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
+          port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
+          journal_(bindings, events_, [this](std::string_view text) { notices_.notify(text); }),
+          turns_(platform(), state_, journal_.batches(),
+                 {.targetReady = [this] { return targetReady(); },
+                  .showSuspended =
+                      [this](std::string_view text) { suspension_.showText(toQString(text)); },
+                  .hideSuspended = [this] { suspension_.hide(); },
+                  .say = [this](std::string_view text) { notices_.notify(text); },
+                  .done = [this](const BatchReport& report) { batchDone(report); }}),
+          reception_(platform(), state_, journal_.batches(), [this] { dispatch(); }),
+          menu_(platform(), state_, reception_,
+                {.showSettings = [this] { settings_.ask(); },
+                 .showAbout = [] { AboutWindow(KALVO_VERSION).exec(); },
+                 .showReplay = [this] { showReplay(); },
+                 .endProgram = [this] { events_.requestEnd(); }}),
+          menuWindow_(*foreground_, [this](MenuEntry entry) { chooseNow(entry); }),
+          iconMenu_({.choose = [this](MenuEntry entry) { chooseNow(entry); },
+                     .stopTyping = [this] { watch_.stop(); },
+                     .retypeLast = [this] { events_.deliver([this] { turns_.retypeLast(); }); }}),
+          suspension_(
+              {.resume = [this] { events_.deliver([this] { turns_.resume(); }); },
+               .restartRecord = [this] { events_.deliver([this] { turns_.restartRecord(); }); },
+               .abandon = [this] { events_.deliver([this] { turns_.abandon(); }); }}),
+          transferWindow_([this] { reception_.cancelTransfer(); }),
+          settings_(platform(), state_, reception_, events_, bindings) {
+        state_.scenario.applicationFolder = bindings.applicationFolder;
+        reception_.onTransfer([this](bool running) { transferWindow_.setVisible(running); });
+        port_->onLineChange([this](bool lost) { lineChanged(lost); });
+        QObject::connect(&clock_, &QTimer::timeout, &events_, [this] {
+            if (turns_.busy()) return;
+            foreground_->remember();
+            events_.deliver([this] { turns_.tick(); });
+        });
+        clock_.start(kTick);
+    }
+
+    void run(EndSignals& signals) {
+        signals.start([this] { events_.requestEnd(); },
+                      [this] { events_.post([this] { reception_.transfer(); }); });
+        events_.post([this] { load(); });
+        events_.run();
+        signals.stop();
+        shutDown();
+    }
+
+private:
+    // The load event of the hidden main window. Whatever fails in one step is shown and
+    // leaves the others.
+    void load() {
+        // A window manager may well give the focus to the splash.
+        foreground_->remember();
+        PortStart port = PortStart::kDone;
+        events_.deliver([&] {
+            port = startUp(
+                platform(), state_, reception_, [this] { settings_.show(); },
+                [this] { prepareUnderSplash(); });
+        });
+        events_.deliver([&] {
+            switch (port) {
+                case PortStart::kUnavailable: settings_.offerOtherPort(); break;
+                case PortStart::kSettingsRefused: settings_.showRefusedLine(); break;
+                case PortStart::kDone: break;
+            }
+        });
+        journal_.begin();
+        iconWatch_.begin();
+    }
+
+    void prepareUnderSplash() {
+        const During splash([this, window = std::make_shared<SplashWindow>()](bool on) {
+            window->setVisible(on);
+            if (!on) foreground_->giveBack();
+        });
+        events_.DoEvents();
+        prepareApplicationFolder(*bindings_.files, dialogs_, bindings_.applicationFolder,
+                                 bindings_.shippedData);
+    }
+
+    void shutDown() {
+        // A file transfer that ends with it opens our port again.
+        settings_.end();
+        resumeNext([this] {
+            if (port_->PortOpen()) port_->setPortOpen(false);
+        });
+        icon_.remove();
+    }
+
+    // Settings that are open and not stored may keep the program from ending.
+    void choose(MenuEntry entry) {
+        if (entry == MenuEntry::kQuit && !settings_.close()) return;
+        menu_.choose(entry);
+    }
+
+    // What would begin something new waits until typing has come to its end.
+    void chooseNow(MenuEntry entry) {
+        if (turns_.busy() && entry != MenuEntry::kQuit)
+            events_.post([this, entry] { choose(entry); });
+        else
+            events_.deliver([&] { choose(entry); });
+    }
+
+    void dispatch() {
+        transferWindow_.hide();
+        const During typing([this](bool on) { iconWatch_.typing(on); });
+        turns_.dispatch();
+    }
+
+    // The window manager takes a moment to give the focus back.
+    bool targetReady() {
+        settings_.makeWay();
+        menuWindow_.makeWay();
+        for (int tries = 0; tries < kFocusTries && !foreground_->foreign(); ++tries)
+            events_.Sleep(kFocusPause);
+        return foreground_->foreign();
+    }
+
+    void batchDone(const BatchReport& report) {
+        if (!report.whole()) iconWatch_.countWaiting();
+        if (isSet(Option::kNotifications) || !report.whole()) icon_.notify(shortText(report));
+        // What went nowhere must stay where it is.
+        const bool mayForget = report.whole() || !isSet(Option::kEraseAfterSuccess);
+        if (pushesBatches(state_.TerminalType) && mayForget) settings_.askForErase();
+    }
+
+    [[nodiscard]] bool isSet(Option option) {
+        return optionSet(*bindings_.profiles, bindings_.applicationFolder, option);
+    }
+
+    void showReplay() {
+        auto* const window = new FileReplayWindow(
+            ReplayForm(platform(), state_.scenario),
+            [this](const std::function<void()>& handler) { events_.deliver(handler); },
+            [this] { foreground_->giveBack(); });
+        window->show();
+        window->activateWindow();
+    }
+
+    void showError(const RuntimeError& error) {
+        dialogs_.message(errorText(error), kApplicationTitle, MessageIcon::kCritical);
+    }
+
+    // Said in the icon's own bubble: nobody has to answer for work to go on.
+    void lineChanged(bool lost) {
+        iconWatch_.lineLost(lost);
+        notices_.notify(
+            "Port COM " + std::to_string(port_->CommPort()) +
+            std::string(lost ? " : liaison perdue ; le port sera rouvert dès son retour."_ansi
+                             : " : liaison rétablie."_ansi));
+    }
+
+    // A binding to the display; a stand-in where there is none, which is said.
+    template <typename Interface, typename Absent>
+    std::unique_ptr<Interface> connected(std::unique_ptr<Interface> (*connect)()) {
+        try {
+            return connect();
+        } catch (const RuntimeError& error) {
+            log_->write(LogLevel::kWarning, error.description());
+            writeErrorLine(error.description());
+            return std::make_unique<Absent>();
+        }
+    }
+
+    Platform platform() {
+        return {keyboard_,
+                *port_,
+                *bindings_.profiles,
+                *bindings_.registry,
+                *bindings_.databases,
+                *bindings_.files,
+                events_,
+                dialogs_,
+                notices_,
+                progress_,
+                watch_,
+                *log_};
+    }
+
+    SystemBindings& bindings_;
+    RunTimeState state_;
+    std::unique_ptr<Log> log_;
+    LoggedDisplayLoss displayLoss_{*log_};
+    RunLog run_{*log_, bindings_.applicationFolder, "Programme de bureau"};
+    QtDialogs boxes_;
+    LoggedDialogs dialogs_{boxes_, *log_};
+    QtEventPump events_;
+    QtProgress progress_;
+    QtNotifyIcon icon_;
+    LoggedNotifyIcon notices_{icon_, *log_};
+    std::unique_ptr<ForegroundWindow> foreground_;
+    ReconnectingKeyboard keyboard_{connectKeyboard};
+    SessionWatch watch_{bindings_};
+    std::unique_ptr<SerialPort> port_;
+    RunJournal journal_;
+    TypingTurns turns_;
+    SerialReception reception_;
+    TrayMenu menu_;
+    MenuWindow menuWindow_;
+    IconMenuWindow iconMenu_;
+    SuspensionWindow suspension_;
+    QTimer clock_;
+    TransferWindow transferWindow_;
+    IconWatch iconWatch_{icon_, menuWindow_, *port_, journal_};
+    DesktopSettings settings_;
+};
+
+QIcon programIcon() {
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QString(":/icons/kalvo-horizon-%1.png").arg(size));
+    return icon;
+}
+
+// The toolkit's own texts in French, whatever the session speaks: so are ours.
+void speakFrench(QTranslator& translator) {
+    QLocale::setDefault(QLocale(QLocale::French, QLocale::France));
+    if (translator.load("qtbase_fr", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&translator);
+}
+
+// A signal closes the box, too.
+int refuseSecond(EndSignals& signals) {
+    QObject box;
+    signals.start(
+        [&box] {
+            QMetaObject::invokeMethod(
+                &box, [] { QApplication::exit(); }, Qt::QueuedConnection);
+        },
+        [] {});
+    QtDialogs().message("Application déjà active !"_ansi, kApplicationTitle,
+                        MessageIcon::kCritical);
+    signals.stop();
+    return kExitFailure;
+}
+
+}  // namespace
+
+int runDesktop(const CommandLine&, SystemBindings& bindings) {
+    // Before any thread starts, so that the signals go where they are waited for.
+    EndSignals signals;
+    if (!watchDisplay()) return kExitFailure;
+    int argumentCount = 1;
+    std::string programName = "kalvo-horizon";
+    std::array<char*, 2> arguments = {programName.data(), nullptr};
+    const QApplication application(argumentCount, arguments.data());
+    QApplication::setDesktopFileName("kalvo-horizon");
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(programIcon());
+    QTranslator translator;
+    speakFrench(translator);
+
+    const SingleInstance instance;
+    if (!instance.first()) return refuseSecond(signals);
+    DesktopProgram(bindings).run(signals);
+    return kExitSuccess;
+}
+
+}  // namespace kalvo

@@ -1,0 +1,63 @@
+// The settings side of the desktop program: which of its windows is open when.
+#pragma once
+
+#include <QPointer>
+#include <string>
+#include <vector>
+
+#include "app/bindings/system_bindings.h"
+#include "core/run_time_state.h"
+#include "core/serial_reception.h"
+#include "editor/access_lock.h"
+#include "editor/windows/erase_window.h"
+#include "editor/windows/settings_window.h"
+#include "platform/platform.h"
+#include "platform/qt/qt_event_pump.h"
+
+namespace kalvo {
+
+class DesktopSettings {
+public:
+    // Everything given here outlives it.
+    DesktopSettings(const Platform& platform, RunTimeState& state, SerialReception& reception,
+                    QtEventPump& events, SystemBindings& bindings);
+    DesktopSettings(const DesktopSettings&) = delete;
+    DesktopSettings& operator=(const DesktopSettings&) = delete;
+
+    // The settings window, behind its password unless that has been given.
+    void ask();
+    // The same without password: port and connection can be used. One window at a time;
+    // it forgets the access level when it closes. RuntimeErrors of the database.
+    void show();
+    // Closes the settings window; false when the user wants to store something first.
+    bool close();
+    // Closes it without asking: the program ends.
+    void end();
+
+    // After a start without its port: the user may name others until one opens.
+    void offerOtherPort();
+    // After a start with a port that does not take its settings: says so and shows them.
+    void showRefusedLine();
+
+    // Whether the terminal may forget what it has sent. Asked once the program has come to
+    // rest.
+    void askForErase();
+    // Something is about to be typed.
+    void makeWay() { eraseWindow_.hide(); }
+
+private:
+    void showPortableTransfer(QWidget* owner);
+    [[nodiscard]] std::vector<std::string> portDevices();
+
+    Platform platform_;
+    RunTimeState& state_;
+    SerialReception& reception_;
+    QtEventPump& events_;
+    SystemBindings& bindings_;
+    AccessLock lock_;
+    EraseQuestion eraseQuestion_;
+    EraseWindow eraseWindow_;
+    QPointer<SettingsWindow> window_;
+};
+
+}  // namespace kalvo

@@ -1,0 +1,56 @@
+#include "app/desktop/icon_watch.h"
+
+namespace kalvo {
+
+namespace {
+
+constexpr int kBetweenLooks = 1000;  // milliseconds
+// A session that starts us may be about to start its notification area.
+constexpr int kLooksBeforeWindow = 3;
+
+}  // namespace
+
+IconWatch::IconWatch(QtNotifyIcon& icon, MenuWindow& menu, SerialPort& port, RunJournal& journal)
+    : icon_(icon), menu_(menu), port_(port), journal_(journal) {
+    timer_.setInterval(kBetweenLooks);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
+}
+
+void IconWatch::begin() {
+    countWaiting();
+    timer_.start();
+}
+
+void IconWatch::lineLost(bool lost) {
+    condition_.lineLost = lost;
+    show();
+}
+
+void IconWatch::typing(bool on) {
+    condition_.typing = on;
+    show();
+}
+
+void IconWatch::countWaiting() {
+    condition_.waiting = journal_.waiting();
+    show();
+}
+
+void IconWatch::look() {
+    looksWithoutArea_ = QtNotifyIcon::available() ? 0 : looksWithoutArea_ + 1;
+    if (looksWithoutArea_ == 0)
+        menu_.leave();
+    else if (looksWithoutArea_ == kLooksBeforeWindow)
+        menu_.stay(
+            "Ce bureau n'a pas de zone de notification : cette fenêtre "
+            "remplace l'icône de KALVO Horizon.");
+    show();
+}
+
+void IconWatch::show() {
+    condition_.portOpen = port_.PortOpen();
+    if (!condition_.portOpen) condition_.lineLost = false;
+    icon_.setState(iconStateOf(condition_));
+}
+
+}  // namespace kalvo

@@ -1,0 +1,85 @@
+#include "editor/keys/key_renaming.h"
+
+#include <algorithm>
+
+#include "editor/keys/key_tables.h"
+#include "editor/warning.h"
+#include "keys/key_files.h"
+#include "platform/database.h"
+#include "scenario/scenario_store.h"
+#include "text/ansi_text.h"
+
+namespace kalvo {
+
+namespace {
+
+bool braced(std::string_view label) {
+    return label.size() > 2 && label.front() == '{' && label.find('}') == label.size() - 1;
+}
+
+std::string_view withoutBraces(std::string_view label) {
+    return braced(label) ? label.substr(1, label.size() - 2) : std::string_view();
+}
+
+std::vector<std::string> labelsOf(const std::vector<KeyBox>& boxes) {
+    std::vector<std::string> labels;
+    for (const KeyBox& box : boxes) labels.push_back(box.label);
+    return labels;
+}
+
+// Why a label cannot be a key's, in French; empty when it can. An empty one is a key that
+// nobody uses.
+std::string refusalOf(const std::string& label, const std::vector<std::string>& all) {
+    if (label.empty()) return {};
+    const auto refuse = [&](std::string_view why) {
+        return std::string("Le nom de touche "_ansi) + label + std::string(why);
+    };
+    if (!braced(label)) return refuse(" doit être entre accolades : {nom}."_ansi);
+    if (label.find_first_of("'@") != std::string::npos)
+        return refuse(" ne peut contenir ni apostrophe (') ni arobase (@)."_ansi);
+    if (std::count(all.begin(), all.end(), label) > 1)
+        return refuse(" est donné à deux touches."_ansi);
+    return {};
+}
+
+bool mayCorrect(const Platform& platform, std::string_view old, std::string_view name, int steps) {
+    return platform.dialogs.confirm(
+        std::string("La touche "_ansi).append(old) +
+            std::string(" s'appelle maintenant "_ansi).append(name) + ". " + std::to_string(steps) +
+            std::string(" étape(s) de scénarios portent l'ancien nom. Les corriger ?"_ansi),
+        kApplicationTitle, MessageIcon::kQuestion);
+}
+
+}  // namespace
+
+bool storeKeyLabels(const Platform& platform, RunTimeState& state, ScenarioChoices& choices,
+                    std::string_view section, const std::vector<std::string>& labels) {
+    const std::string& folder = state.scenario.applicationFolder;
+    const KeyTables tables = RemplirTouches(platform.profiles, folder);
+    const bool system = section == kSystemSection;
+    const std::vector<std::string> former = labelsOf(system ? tables.systemKey : tables.keys);
+    std::vector<std::string> all = labelsOf(system ? tables.keys : tables.systemKey);
+    all.insert(all.end(), labels.begin(), labels.end());
+    for (const std::string& label : labels) {
+        const std::string refusal = refusalOf(label, all);
+        if (refusal.empty()) continue;
+        showWarning(platform.dialogs, refusal);
+        return false;
+    }
+    saveKeyLabels(platform.profiles, folder, section, labels);
+    state.scenario.keys.LoadKeyCorrespondence(platform.profiles, folder);
+    bool corrected = false;
+    for (std::size_t key = 0; key < labels.size() && key < former.size(); ++key) {
+        const std::string_view old = withoutBraces(former[key]);
+        const std::string_view name = withoutBraces(labels[key]);
+        if (old == name || old.empty() || name.empty()) continue;
+        const int steps = countActions(*state.database, old);
+        if (steps == 0 || !mayCorrect(platform, old, name, steps)) continue;
+        renameActions(*state.database, old, name);
+        corrected = true;
+    }
+    if (corrected) choices.recompile();
+    return true;
+}
+
+}  // namespace kalvo
