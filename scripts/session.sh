@@ -31,11 +31,12 @@ until_true() {
   fail "délai dépassé : $what"
 }
 
-# start_x_server LAYOUT: uses the display there is, else starts one.
+# start_x_server LAYOUT: uses the display there is, else starts one; $x_server is its process.
 start_x_server() {
   [ -n "${DISPLAY:-}" ] && return
   Xvfb -displayfd 3 -screen 0 "${KALVO_SCREEN:-1024x768}x24" -nolisten tcp -noreset 3>"$work/display" 2>"$work/xvfb.log" &
-  processes+=($!)
+  x_server=$!
+  processes+=("$x_server")
   until_true "serveur X" grep -q . "$work/display"
   DISPLAY=:$(cat "$work/display")
   export DISPLAY

@@ -52,6 +52,8 @@ struct SystemBindings {
 
 // Whether the environment names a display, as far as one has to be named.
 [[nodiscard]] bool displayNamed();
+// Whether that display takes a program in now.
+[[nodiscard]] bool displayAnswers();
 // `handler` is called when a library finds the display gone; it must not return.
 void onDisplayLoss(void (*handler)());
 

@@ -38,6 +38,8 @@ std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
 
 bool displayNamed() { return x11Named(); }
 
+bool displayAnswers() { return x11Answers(); }
+
 void onDisplayLoss(void (*handler)()) { onX11Loss(handler); }
 
 std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) { return makeXkbLayout(name); }

@@ -323,9 +323,9 @@ int refuseSecond(EndSignals& signals) {
 }  // namespace
 
 int runDesktop(const CommandLine&, SystemBindings& bindings) {
+    if (!watchDisplay()) return kExitFailure;
     // Before any thread starts, so that the signals go where they are waited for.
     EndSignals signals;
-    if (!watchDisplay()) return kExitFailure;
     int argumentCount = 1;
     std::string programName = "kalvo-horizon";
     std::array<char*, 2> arguments = {programName.data(), nullptr};
@@ -337,7 +337,7 @@ int runDesktop(const CommandLine&, SystemBindings& bindings) {
     speakFrench(translator);
 
     const SingleInstance instance;
-    if (!instance.first()) return refuseSecond(signals);
+    if (!instance.first()) return displayCameBack() ? kExitFailure : refuseSecond(signals);
     DesktopProgram(bindings).run(signals);
     return kExitSuccess;
 }

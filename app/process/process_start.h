@@ -1,4 +1,4 @@
-// What a program finds when it starts, in the form the core knows.
+// What a program finds when it starts, in the form the core knows; and starting over.
 #pragma once
 
 #include <filesystem>
@@ -11,6 +11,10 @@ namespace kalvo {
 // which are UTF-8 as a rule, on Windows always. From here on the standard streams carry
 // bytes, and a console shows them as UTF-8.
 [[nodiscard]] std::vector<std::string> beginProcess(int argc, char** argv);
+
+// Puts a new run of the program, with the same arguments and the environment of now, into
+// this process; only the standard streams stay open. Returns where the system cannot do it.
+void restartProcess();
 
 // The file that such an argument names: any name the system knows, whatever its
 // characters.

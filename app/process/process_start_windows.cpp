@@ -36,4 +36,6 @@ std::vector<std::string> beginProcess(int /*argc*/, char** /*argv*/) {
     return arguments;
 }
 
+void restartProcess() {}
+
 }  // namespace kalvo
