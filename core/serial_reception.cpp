@@ -27,6 +27,13 @@ void sayUnknownFlow(const Platform& platform, std::string_view applicationFolder
                          std::string(") : la ligne est ouverte sans contrôle de flux."_ansi));
 }
 
+std::string lineChangeText(const SerialPort& port, bool lost) {
+    const std::string name = "Port COM " + std::to_string(port.CommPort());
+    if (!lost) return name + std::string(" : liaison rétablie."_ansi);
+    return name + std::string(" : liaison perdue ; le port sera rouvert dès le retour de "_ansi) +
+           port.deviceName() + ".";
+}
+
 SerialReception::SerialReception(const Platform& platform, RunTimeState& state,
                                  BatchJournal& journal, std::function<void()> dispatch)
     : platform_(platform),

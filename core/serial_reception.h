@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "core/batch_reception.h"
@@ -11,6 +12,7 @@
 #include "core/run_time_state.h"
 #include "journal/batch_journal.h"
 #include "platform/platform.h"
+#include "platform/serial_port.h"
 
 namespace kalvo {
 
@@ -19,6 +21,9 @@ namespace kalvo {
 
 // Says that the stored flow control is none there is, if so.
 void sayUnknownFlow(const Platform& platform, std::string_view applicationFolder);
+
+// What the user is told of a line that was lost or is back: port, and the device missed.
+[[nodiscard]] std::string lineChangeText(const SerialPort& port, bool lost);
 
 class SerialReception {
 public:

@@ -83,6 +83,12 @@ public:
     virtual void onOpening(std::function<void()> handler) = 0;
     virtual void onClosed(std::function<void(std::size_t unread)> handler) = 0;
 
+    // The device that is open, or was to be opened last, as the user knows it (code page
+    // 1252); empty when there was none.
+    [[nodiscard]] virtual std::string deviceName() const = 0;
+    // What keeps a port number meaning the device it means now (PortDevice::identity).
+    [[nodiscard]] virtual std::string identity(int number) const = 0;
+
     // Called once, from the event pump, each time the line is lost (device
     // unplugged) or is back and open again. `lost` tells which.
     virtual void onLineChange(std::function<void(bool lost)> handler) = 0;

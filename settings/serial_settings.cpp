@@ -11,6 +11,15 @@ std::string readPortSerie(ProfileFiles& profiles, std::string_view applicationFo
     return ReadIniValue(profiles, portSerieIni(applicationFolder), port_serie::kSection, key);
 }
 
+void storePortIdentity(ProfileFiles& profiles, std::string_view applicationFolder,
+                       const SerialPort& port, int number) {
+    const std::string file = portSerieIni(applicationFolder);
+    const std::string key = "COM" + std::to_string(number);
+    const std::string identity = port.identity(number);
+    if (identity.empty() || !ReadIniValue(profiles, file, kPortsSection, key).empty()) return;
+    WriteIniValue(profiles, kPortsSection, key, identity, file);
+}
+
 bool portActive(ProfileFiles& profiles, std::string_view applicationFolder) {
     return integerPart(readPortSerie(profiles, applicationFolder, port_serie::kPortActive)) != 0;
 }

@@ -27,6 +27,14 @@ inline constexpr std::string_view kReplayFile = "Fichier";
 inline constexpr std::string_view kReplayFolder = "Repertoire";
 }  // namespace port_serie
 
+// Devices of port numbers, a section of the same file: keys COM1, COM2, ...
+inline constexpr std::string_view kPortsSection = "Ports";
+
+// Makes a port number keep meaning the device it means now, where the file does not name one
+// and the device can be told from others.
+void storePortIdentity(ProfileFiles& profiles, std::string_view applicationFolder,
+                       const SerialPort& port, int number);
+
 // The speeds a user can choose stand in Touche.ini, keys 1 to 16.
 inline constexpr std::string_view kSpeedSection = "Vitesses";
 inline constexpr std::size_t kSpeeds = 16;

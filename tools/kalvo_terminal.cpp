@@ -76,7 +76,7 @@ void talkOnPseudoTerminal(const TerminalOptions& options,
 
 void talkOnDevice(const TerminalOptions& options, const std::vector<TerminalRecord>& records) {
     const LineSettings settings = parseLineSettings(options.settings);
-    PosixTerminalLine line(openNativeLine({options.device, settings, Handshaking::kNone}),
+    PosixTerminalLine line(openNativeLine(options.device, settings, Handshaking::kNone),
                            PosixTerminalLine::Side::kDevice);
     talk(line, options, records);
     while (hasUnsentOutput(line.descriptor())) line.pause(1);

@@ -57,6 +57,8 @@ public:
     void onOpening(std::function<void()>) override {}
     void onClosed(std::function<void(std::size_t)>) override {}
     void onLineChange(std::function<void(bool)>) override {}
+    [[nodiscard]] std::string deviceName() const override { return {}; }
+    [[nodiscard]] std::string identity(int) const override { return {}; }
 
 private:
     static RuntimeError notOpen() {

@@ -9,7 +9,8 @@ namespace kalvo {
 
 std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles& profiles,
                                              std::string_view applicationFolder) {
-    return std::make_unique<AsioSerialPort>(events, portDevices(profiles, applicationFolder));
+    return std::make_unique<AsioSerialPort>(events, portDevices(profiles, applicationFolder),
+                                            plugWatch());
 }
 
 std::unique_ptr<Log> openLog(std::string_view applicationFolder, bool echoed) {

@@ -15,6 +15,7 @@
 #include "platform/keyboard_input.h"
 #include "platform/log.h"
 #include "platform/multidll.h"
+#include "platform/port_device.h"
 #include "platform/port_entry.h"
 #include "platform/profile_files.h"
 #include "platform/registry.h"
@@ -64,9 +65,12 @@ void onDisplayLoss(void (*handler)());
 // The log of an application folder, shown on standard error too where it is `echoed`.
 [[nodiscard]] std::unique_ptr<Log> openLog(std::string_view applicationFolder, bool echoed = false);
 
-// Which device a port number means, empty for none. `profiles` must outlive it.
-[[nodiscard]] std::function<std::string(int number)> portDevices(
-    ProfileFiles& profiles, std::string_view applicationFolder);
+// The device of a port number. `profiles` must outlive it.
+[[nodiscard]] std::function<PortDevice(int number)> portDevices(ProfileFiles& profiles,
+                                                                std::string_view applicationFolder);
+
+// Notices devices that come and go.
+[[nodiscard]] PlugWatch plugWatch();
 
 // The serial port of a run. `profiles` must outlive it.
 [[nodiscard]] std::unique_ptr<SerialPort> createSerialPort(EventPump& events,

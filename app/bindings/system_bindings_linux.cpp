@@ -3,6 +3,7 @@
 #include "platform/linux/autostart.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/multidll_library.h"
+#include "platform/linux/plug_watch.h"
 #include "platform/linux/port_names.h"
 #include "platform/linux/settings/linux_profile_files.h"
 #include "platform/linux/settings/registry_file.h"
@@ -48,11 +49,13 @@ void setAutostart(bool on, const std::optional<std::string>& applicationFolder) 
     writeAutostartEntry(on, applicationFolder);
 }
 
-std::function<std::string(int number)> portDevices(ProfileFiles& profiles,
-                                                   std::string_view applicationFolder) {
+std::function<PortDevice(int number)> portDevices(ProfileFiles& profiles,
+                                                  std::string_view applicationFolder) {
     const LinuxPortNames names(profiles, portSerieIni(applicationFolder));
-    return [names](int number) { return names.resolve(number); };
+    return [names](int number) { return names.device(number); };
 }
+
+PlugWatch plugWatch() { return watchPlugging; }
 
 std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }
 

@@ -7,10 +7,12 @@
 #include "platform/windows/keyboard/windows_keyboard.h"
 #include "platform/windows/keyboard/windows_typing_watch.h"
 #include "platform/windows/multidll_library.h"
+#include "platform/windows/plug_watch.h"
 #include "platform/windows/port_names.h"
 #include "platform/windows/windows_file_system.h"
 #include "platform/windows/windows_profile_files.h"
 #include "platform/windows/windows_registry.h"
+#include "settings/application_paths.h"
 
 namespace kalvo {
 
@@ -49,9 +51,14 @@ void setAutostart(bool on, const std::optional<std::string>& applicationFolder) 
     writeRunValue(on, applicationFolder);
 }
 
-std::function<std::string(int number)> portDevices(ProfileFiles&, std::string_view) {
-    return portDevice;
+std::function<PortDevice(int number)> portDevices(ProfileFiles& profiles,
+                                                  std::string_view applicationFolder) {
+    return [&profiles, file = portSerieIni(applicationFolder)](int number) {
+        return portDevice(number, profiles.read(file, "Ports", "COM" + std::to_string(number)));
+    };
 }
+
+PlugWatch plugWatch() { return watchPlugging; }
 
 std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }
 

@@ -20,11 +20,8 @@ namespace kalvo {
 
 namespace {
 
-void sayLineChange(Log& said, int port, bool lost) {
-    const std::string name = "Port COM " + std::to_string(port);
-    said.write(lost ? LogLevel::kWarning : LogLevel::kInformation,
-               name + std::string(lost ? " : liaison perdue, réouverture dès son retour"_ansi
-                                       : " : liaison rétablie"_ansi));
+void sayLineChange(Log& said, const SerialPort& port, bool lost) {
+    said.write(lost ? LogLevel::kWarning : LogLevel::kInformation, lineChangeText(port, lost));
 }
 
 void closePort(SerialPort& port) {
@@ -55,8 +52,7 @@ int runListen(const CommandLine&, SystemBindings& bindings) {
                                                std::to_string(report.batch) + " --from " +
                                                std::to_string(report.passesDone + 1));
     });
-    platform.port.onLineChange(
-        [&](bool lost) { sayLineChange(said, platform.port.CommPort(), lost); });
+    platform.port.onLineChange([&](bool lost) { sayLineChange(said, platform.port, lost); });
     startUp(platform, context.state, reception, [] {});
     if (!platform.port.PortOpen()) {
         said.write(LogLevel::kError,

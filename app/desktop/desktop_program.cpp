@@ -230,10 +230,7 @@ private:
     // Said in the icon's own bubble: nobody has to answer for work to go on.
     void lineChanged(bool lost) {
         iconWatch_.lineLost(lost);
-        notices_.notify(
-            "Port COM " + std::to_string(port_->CommPort()) +
-            std::string(lost ? " : liaison perdue ; le port sera rouvert dès son retour."_ansi
-                             : " : liaison rétablie."_ansi));
+        notices_.notify(lineChangeText(*port_, lost));
     }
 
     // A binding to the display; a stand-in where there is none, which is said.

@@ -90,7 +90,7 @@ void DesktopSettings::offerOtherPort() {
     SerialPort& port = platform_.port;
     int tried = integerPart(readPortSerie(platform_.profiles, folder, port_serie::kPort));
     while (!port.PortOpen()) {
-        PortChoiceWindow choice(platform_.profiles, folder, portDevices(), tried);
+        PortChoiceWindow choice(platform_.profiles, folder, port, portDevices(), tried);
         if (choice.exec() != QDialog::Accepted) break;
         events_.deliver([this] {
             reception_.configurePort();

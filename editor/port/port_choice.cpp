@@ -21,10 +21,12 @@ std::vector<std::string> portRows() {
 
 bool portOffered(int row) { return row >= 0 && row < kPorts && (row + 1) % 10 != 0; }
 
-void storePortChoice(ProfileFiles& profiles, std::string_view applicationFolder, int row) {
+void storePortChoice(ProfileFiles& profiles, std::string_view applicationFolder,
+                     const SerialPort& serialPort, int row) {
     const int port = portOffered(row) ? row + 1 : 1;
     WriteIniValue(profiles, port_serie::kSection, port_serie::kPort, std::to_string(port),
                   portSerieIni(applicationFolder));
+    storePortIdentity(profiles, applicationFolder, serialPort, port);
 }
 
 }  // namespace kalvo

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/profile_files.h"
+#include "platform/serial_port.h"
 
 namespace kalvo {
 
@@ -15,8 +16,9 @@ namespace kalvo {
 // Whether that row can be chosen: ports 10 and 20 are stored as port 1.
 [[nodiscard]] bool portOffered(int row);
 
-// Stores the row's port: its index + 1 when the row's text ends in a digit
-// other than 0, port 1 for every other row (10 and 20 included) and for no row.
-void storePortChoice(ProfileFiles& profiles, std::string_view applicationFolder, int row);
+// Stores the row's port, and what tells its device from others: its index + 1 when the row's text
+// ends in a digit other than 0, port 1 for every other row (10 and 20 included) and for no row.
+void storePortChoice(ProfileFiles& profiles, std::string_view applicationFolder,
+                     const SerialPort& serialPort, int row);
 
 }  // namespace kalvo

@@ -137,6 +137,8 @@ void SerialConfig::writeSettings(ProtocolKey protocolKey) {
     write(protocolKey == ProtocolKey::kOwn ? port_serie::kProtocol : port_serie::kSpeed,
           choice_.protocol);
     write(port_serie::kFlow, choice_.flow);
+    storePortIdentity(platform_.profiles, state_.scenario.applicationFolder, platform_.port,
+                      choice_.port);
 }
 
 void SerialConfig::saveProperties() {

@@ -14,7 +14,8 @@
 namespace kalvo {
 
 PortChoiceWindow::PortChoiceWindow(ProfileFiles& profiles, std::string_view applicationFolder,
-                                   const std::vector<std::string>& devices, int current) {
+                                   const SerialPort& port, const std::vector<std::string>& devices,
+                                   int current) {
     setObjectName("FrmChoixCom");
     setWindowTitle("Problème d'ouverture du port Com");
     setWindowFlag(Qt::WindowStaysOnTopHint);
@@ -50,8 +51,8 @@ PortChoiceWindow::PortChoiceWindow(ProfileFiles& profiles, std::string_view appl
     layout->addWidget(CboChoix);
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this,
-            [this, &profiles, folder = std::string(applicationFolder)] {
-                storePortChoice(profiles, folder, CboChoix->currentIndex());
+            [this, &profiles, &port, folder = std::string(applicationFolder)] {
+                storePortChoice(profiles, folder, port, CboChoix->currentIndex());
                 accept();
             });
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/profile_files.h"
+#include "platform/serial_port.h"
 
 class QComboBox;
 
@@ -18,7 +19,7 @@ public:
     // `devices` are those behind port 1, 2, ..., empty where there is none; `current` is
     // the number of the port that was tried.
     PortChoiceWindow(ProfileFiles& profiles, std::string_view applicationFolder,
-                     const std::vector<std::string>& devices, int current);
+                     const SerialPort& port, const std::vector<std::string>& devices, int current);
 
 private:
     QComboBox* CboChoix;

@@ -27,8 +27,10 @@ constexpr int kHighestPort = 256;
 
 }  // namespace
 
-AsioSerialPort::AsioSerialPort(EventPump& pump, PortNameResolver resolver)
-    : resolver_(std::move(resolver)), inbox_(std::make_shared<LineInbox>(pump)) {}
+AsioSerialPort::AsioSerialPort(EventPump& pump, PortResolver resolver, PlugWatch watch)
+    : resolver_(std::move(resolver)),
+      watch_(std::move(watch)),
+      inbox_(std::make_shared<LineInbox>(pump)) {}
 
 AsioSerialPort::~AsioSerialPort() {
     inbox_->setEventHandler(nullptr);
@@ -39,7 +41,7 @@ void AsioSerialPort::setCommPort(int number) {
     if (PortOpen()) failAlreadyOpen();
     if (number < 1 || number > kHighestPort)
         fail(error_number::kPortInvalid, "Numéro de port série non valide"_ansi);
-    if (number != number_) device_.clear();
+    if (number != number_) forgetDevice();
     number_ = number;
 }
 
@@ -84,6 +86,7 @@ std::size_t AsioSerialPort::InBufferCount() const { return inbox_->waiting(); }
 void AsioSerialPort::setPortOpen(bool open) {
     if (open) {
         if (PortOpen()) failAlreadyOpen();
+        forgetDevice();
         openLine();
     } else if (PortOpen()) {
         line_.reset();
@@ -97,22 +100,30 @@ void AsioSerialPort::reopen() {
     try {
         openLine();
     } catch (const RuntimeError&) {
-        if (device_.empty()) throw;
+        if (!wasOpen_) throw;
         line_ = std::make_unique<SerialLine>(SerialLine::kAway, parameters(), inbox_);
     }
 }
 
-void AsioSerialPort::openLine() {
-    if (opening_) opening_();
-    const std::string device = resolver_(number_);
-    if (device.empty())
-        fail(error_number::kPortInvalid, std::string("Le port COM"_ansi) + std::to_string(number_) +
-                                             std::string(" n'existe pas sur ce poste"_ansi));
-    line_ = std::make_unique<SerialLine>(LineParameters{device, settings_, handshaking_}, inbox_);
-    device_ = device;
+void AsioSerialPort::forgetDevice() {
+    device_ = {};
+    wasOpen_ = false;
 }
 
-LineParameters AsioSerialPort::parameters() const { return {device_, settings_, handshaking_}; }
+// The device that was found first stays the port's, wherever it is plugged in meanwhile.
+void AsioSerialPort::openLine() {
+    if (opening_) opening_();
+    if (!device_.locate) device_ = resolver_(number_);
+    if (!device_.locate)
+        fail(error_number::kPortInvalid, std::string("Le port COM"_ansi) + std::to_string(number_) +
+                                             std::string(" n'existe pas sur ce poste"_ansi));
+    line_ = std::make_unique<SerialLine>(parameters(), inbox_);
+    wasOpen_ = true;
+}
+
+LineParameters AsioSerialPort::parameters() const {
+    return {device_, settings_, handshaking_, watch_};
+}
 
 int AsioSerialPort::CommEvent() const { return inbox_->latestEvent(); }
 

@@ -8,22 +8,25 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/asio/native_line.h"
+#include "platform/asio/line_settings.h"
 #include "platform/event_pump.h"
+#include "platform/port_device.h"
 #include "platform/serial_port.h"
 
 namespace kalvo {
 
 class LineInbox;
 class SerialLine;
+struct LineParameters;
 
 // While the port is open a thread of its own drains the line into a queue without a
 // limit, so a busy program loses nothing. The handlers come from the pump and never
 // after this object is gone; a handler may destroy it.
 //
 // When the device is unplugged PortOpen() stays true, as it says what the program
-// wants: the line is tried again every second and goes on with the same settings
-// when it is back. Meanwhile Output() fails with 8012; received bytes can be taken.
+// wants: the line is tried again every second, and whenever something is plugged in, and
+// goes on with the same settings when that very device is back, wherever it is plugged in.
+// Meanwhile Output() fails with 8012; received bytes can be taken.
 //
 // Opening raises DTR and RTS. Opening errors besides those of SerialPort: 70, no
 // permission for the device. A close waits up to half a second for queued output.
@@ -31,12 +34,11 @@ class SerialLine;
 // effect; elsewhere what the line cannot do is error 380 on opening.
 class AsioSerialPort : public SerialPort {
 public:
-    // The device path (Linux) or "\\.\COM5" (Windows) of a port number; empty when
-    // there is none, which is error 8002 on opening.
-    using PortNameResolver = std::function<std::string(int portNumber)>;
+    // The device of a port number; none is error 8002 on opening.
+    using PortResolver = std::function<PortDevice(int portNumber)>;
 
     // The pump must outlive the port; from the port's thread only its post() is used.
-    AsioSerialPort(EventPump& pump, PortNameResolver resolver);
+    AsioSerialPort(EventPump& pump, PortResolver resolver, PlugWatch watch = nullptr);
     ~AsioSerialPort() override;
     AsioSerialPort(const AsioSerialPort&) = delete;
     AsioSerialPort& operator=(const AsioSerialPort&) = delete;
@@ -63,15 +65,22 @@ public:
         closed_ = std::move(handler);
     }
     void onLineChange(std::function<void(bool lost)> handler) override;
+    [[nodiscard]] std::string deviceName() const override { return device_.name; }
+    [[nodiscard]] std::string identity(int number) const override {
+        return resolver_(number).identity;
+    }
 
 private:
     void openLine();
+    void forgetDevice();
     [[nodiscard]] LineParameters parameters() const;
     void apply(const LineSettings& settings, Handshaking handshaking);
 
-    PortNameResolver resolver_;
+    PortResolver resolver_;
+    PlugWatch watch_;
     int number_ = 1;
-    std::string device_;  // of the line that was open last
+    PortDevice device_;  // of the number, once it has been opened or tried
+    bool wasOpen_ = false;
     LineSettings settings_;
     Handshaking handshaking_ = Handshaking::kNone;
     std::shared_ptr<LineInbox> inbox_;

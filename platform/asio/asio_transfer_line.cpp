@@ -26,19 +26,19 @@ void checkTransfer(const asio::error_code& error, std::size_t count) {
 
 }  // namespace
 
-AsioTransferLine::AsioTransferLine(PortNameResolver resolver) : resolver_(std::move(resolver)) {}
+AsioTransferLine::AsioTransferLine(PortResolver resolver) : resolver_(std::move(resolver)) {}
 
 AsioTransferLine::~AsioTransferLine() { close(); }
 
 void AsioTransferLine::open(int port, std::string_view settings) {
     close();
     const LineSettings parsed = parseLineSettings(settings);
-    const std::string device = resolver_(port);
-    if (device.empty())
+    const PortDevice device = resolver_(port);
+    if (!device.locate)
         throw RuntimeError(error_number::kPortInvalid,
                            std::string("Le port COM"_ansi) + std::to_string(port) +
                                std::string(" n'existe pas sur ce poste"_ansi));
-    port_.assign(openNativeLine({device, parsed, Handshaking::kNone}));
+    port_.assign(openNativeLine(presentPath(device), parsed, Handshaking::kNone));
 }
 
 void AsioTransferLine::close() {

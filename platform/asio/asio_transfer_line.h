@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "platform/port_device.h"
 #include "platform/transfer_line.h"
 
 namespace kalvo {
@@ -14,10 +15,10 @@ namespace kalvo {
 // it is open; DTR and RTS are raised.
 class AsioTransferLine final : public TransferLine {
 public:
-    // The device of a port number; empty when there is none.
-    using PortNameResolver = std::function<std::string(int portNumber)>;
+    // The device of a port number.
+    using PortResolver = std::function<PortDevice(int portNumber)>;
 
-    explicit AsioTransferLine(PortNameResolver resolver);
+    explicit AsioTransferLine(PortResolver resolver);
     // Gives output half a second to leave.
     ~AsioTransferLine() override;
     AsioTransferLine(const AsioTransferLine&) = delete;
@@ -35,7 +36,7 @@ private:
     // Runs the one operation that was started, cancelled when the time is over.
     void runFor(int milliseconds);
 
-    PortNameResolver resolver_;
+    PortResolver resolver_;
     asio::io_context io_{1};
     asio::serial_port port_{io_};
 };

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/asio/line_settings.h"
+#include "platform/port_device.h"
 #include "platform/serial_port.h"
 
 namespace kalvo {
@@ -15,18 +16,15 @@ using NativeLine = void*;
 using NativeLine = int;
 #endif
 
-// Everything needed to open a line, and to open it again after it was lost.
-struct LineParameters {
-    std::string device;  // path as the system's file calls take it
-    LineSettings settings;
-    Handshaking handshaking = Handshaking::kNone;
-};
+// Where a device is now. RuntimeError 8002 while it is away.
+[[nodiscard]] std::string presentPath(const PortDevice& device);
 
 // Opens a device for this program alone, non-blocking (overlapped), configures it,
 // raises DTR and RTS, and drops what was received before. RuntimeErrors: 8002 not
 // there or no serial line, 8005 in use by another program, 70 no permission, 380
 // settings the line cannot do, 8012 other failures.
-[[nodiscard]] NativeLine openNativeLine(const LineParameters& parameters);
+[[nodiscard]] NativeLine openNativeLine(const std::string& path, const LineSettings& settings,
+                                        Handshaking handshaking);
 
 // Applies settings at once. RuntimeError 380 when the line cannot do them; it then
 // keeps those it had.

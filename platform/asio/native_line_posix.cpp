@@ -152,13 +152,14 @@ void raiseDtrAndRts(int line, Handshaking handshaking) {
 
 }  // namespace
 
-NativeLine openNativeLine(const LineParameters& parameters) {
-    const int line = open(parameters.device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (line < 0) failToOpen(errno, parameters.device);
+NativeLine openNativeLine(const std::string& path, const LineSettings& settings,
+                          Handshaking handshaking) {
+    const int line = open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    if (line < 0) failToOpen(errno, path);
     try {
-        claim(line, parameters.device);
-        configureNativeLine(line, parameters.settings, parameters.handshaking);
-        raiseDtrAndRts(line, parameters.handshaking);
+        claim(line, path);
+        configureNativeLine(line, settings, handshaking);
+        raiseDtrAndRts(line, handshaking);
         // Input only: what the previous owner sent may still be on its way.
         tcflush(line, TCIFLUSH);
     } catch (...) {

@@ -94,12 +94,13 @@ void setTimeouts(HANDLE line) {
 
 }  // namespace
 
-NativeLine openNativeLine(const LineParameters& parameters) {
-    const HANDLE line = CreateFileA(parameters.device.c_str(), GENERIC_READ | GENERIC_WRITE, 0,
-                                    nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
-    if (line == INVALID_HANDLE_VALUE) failToOpen(GetLastError(), parameters.device);
+NativeLine openNativeLine(const std::string& path, const LineSettings& settings,
+                          Handshaking handshaking) {
+    const HANDLE line = CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
+    if (line == INVALID_HANDLE_VALUE) failToOpen(GetLastError(), path);
     try {
-        configureNativeLine(line, parameters.settings, parameters.handshaking);
+        configureNativeLine(line, settings, handshaking);
         setTimeouts(line);
         SetupComm(line, 65536, 65536);
         PurgeComm(line, PURGE_RXCLEAR | PURGE_TXCLEAR);

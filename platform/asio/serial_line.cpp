@@ -19,12 +19,19 @@ using std::chrono::steady_clock;
 constexpr milliseconds kTimeToLeave{500};
 constexpr milliseconds kWatchInterval{100};
 constexpr milliseconds kRetryInterval{1000};
+// A device that has just been plugged in is not ready at once.
+constexpr milliseconds kTimeToSettle{3000};
+constexpr milliseconds kHurriedInterval{100};
+
+asio::serial_port::native_handle_type openLine(const LineParameters& line) {
+    return openNativeLine(presentPath(line.device), line.settings, line.handshaking);
+}
 
 }  // namespace
 
 SerialLine::SerialLine(LineParameters parameters, std::shared_ptr<LineInbox> inbox)
     : inbox_(std::move(inbox)), parameters_(std::move(parameters)) {
-    port_.assign(openNativeLine(parameters_));
+    port_.assign(openLine(parameters_));
     start();
     thread_ = std::thread([this] { io_.run(); });
 }
@@ -32,7 +39,7 @@ SerialLine::SerialLine(LineParameters parameters, std::shared_ptr<LineInbox> inb
 SerialLine::SerialLine(Away, LineParameters parameters, std::shared_ptr<LineInbox> inbox)
     : inbox_(std::move(inbox)), parameters_(std::move(parameters)), lost_(true) {
     inbox_->lineChanged(true);
-    retryLater();
+    awaitDevice();
     thread_ = std::thread([this] { io_.run(); });
 }
 
@@ -41,6 +48,7 @@ SerialLine::~SerialLine() {
     const bool written = waitUntilWritten(deadline);
     io_.stop();
     thread_.join();
+    plugWatch_.reset();
     if (!port_.is_open()) return;
     if (written) waitUntilSent(deadline);
     releaseNativeLine(port_.native_handle());
@@ -160,19 +168,33 @@ void SerialLine::lose() {
     asio::error_code ignored;
     port_.close(ignored);
     inbox_->lineChanged(true);
+    awaitDevice();
+}
+
+void SerialLine::awaitDevice() {
+    if (parameters_.watch)
+        plugWatch_ = parameters_.watch([this] { asio::post(io_, [this] { hurry(); }); });
     retryLater();
 }
 
+void SerialLine::hurry() {
+    if (!lost_) return;
+    hurriedUntil_ = steady_clock::now() + kTimeToSettle;
+    retry();
+}
+
 void SerialLine::retryLater() {
-    retryTimer_.expires_after(kRetryInterval);
+    retryTimer_.expires_after(steady_clock::now() < hurriedUntil_ ? kHurriedInterval
+                                                                  : kRetryInterval);
     retryTimer_.async_wait([this](const asio::error_code& error) {
         if (!error) retry();
     });
 }
 
 void SerialLine::retry() {
+    if (!lost_) return;
     try {
-        port_.assign(openNativeLine(parameters_));
+        port_.assign(openLine(parameters_));
     } catch (const RuntimeError&) {
         // Still away, or not ready for its settings yet; the user knows it is lost.
         return retryLater();
@@ -181,6 +203,8 @@ void SerialLine::retry() {
         const std::lock_guard lock(mutex_);
         lost_ = false;
     }
+    plugWatch_.reset();
+    retryTimer_.cancel();
     inbox_->lineChanged(false);
     start();
 }

@@ -19,8 +19,17 @@
 
 namespace kalvo {
 
+// Everything needed to open a line, and to open it again after it was lost.
+struct LineParameters {
+    PortDevice device;
+    LineSettings settings;
+    Handshaking handshaking = Handshaking::kNone;
+    PlugWatch watch;  // may be null
+};
+
 // Open from construction to destruction. A line that is lost (unplugged, hung up) is
-// tried again every second with the same parameters; the inbox hears of both turns.
+// tried again every second with the same parameters, and quickly for a while when
+// something has been plugged in; the inbox hears of both turns.
 class SerialLine {
 public:
     // Opens and starts; RuntimeErrors as openNativeLine.
@@ -49,6 +58,8 @@ private:
     void lose();
     void retryLater();
     void retry();
+    void awaitDevice();
+    void hurry();
 
     bool waitUntilWritten(std::chrono::steady_clock::time_point deadline);
     void waitUntilSent(std::chrono::steady_clock::time_point deadline);
@@ -59,6 +70,7 @@ private:
     asio::serial_port port_{io_};
     asio::steady_timer watchTimer_{io_};
     asio::steady_timer retryTimer_{io_};
+    std::chrono::steady_clock::time_point hurriedUntil_;
     std::optional<LineMonitor> monitor_;
     std::array<char, 65536> readBuffer_{};
     std::string writeBuffer_;
@@ -69,6 +81,7 @@ private:
     bool writing_ = false;
     bool lost_ = false;
 
+    std::shared_ptr<void> plugWatch_;  // while the line is lost
     std::thread thread_;
 };
 

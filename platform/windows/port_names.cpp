@@ -1,10 +1,13 @@
 #include "platform/windows/port_names.h"
 
 #include <windows.h>
+// Behind windows.h, which it needs.
+#include <setupapi.h>
 
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <map>
 #include <string_view>
 
 namespace kalvo {
@@ -20,10 +23,71 @@ int numberOf(std::string_view device) {
     return error == std::errc{} && stop == end ? number : 0;
 }
 
+// The short name would do for COM1 to COM9 only.
+std::string pathOf(int number) { return R"(\\.\COM)" + std::to_string(number); }
+
+// The class of serial and parallel ports.
+constexpr GUID kPortsClass = {
+    0x4d36e978, 0xe325, 0x11ce, {0xbf, 0xc1, 0x08, 0x00, 0x2b, 0xe1, 0x03, 0x18}};
+
+std::string portNameOf(HDEVINFO devices, SP_DEVINFO_DATA& device) {
+    const HKEY key =
+        SetupDiOpenDevRegKey(devices, &device, DICS_FLAG_GLOBAL, 0, DIREG_DEV, KEY_QUERY_VALUE);
+    if (key == INVALID_HANDLE_VALUE) return {};
+    std::array<char, 64> name{};
+    DWORD size = name.size() - 1;
+    const LSTATUS status = RegQueryValueExA(key, "PortName", nullptr, nullptr,
+                                            reinterpret_cast<BYTE*>(name.data()), &size);
+    RegCloseKey(key);
+    return status == ERROR_SUCCESS ? name.data() : "";
+}
+
+// The device instances that are plugged in, with the port numbers they have now.
+std::map<std::string, int> presentInstances() {
+    std::map<std::string, int> instances;
+    const HDEVINFO devices = SetupDiGetClassDevsA(&kPortsClass, nullptr, nullptr, DIGCF_PRESENT);
+    if (devices == INVALID_HANDLE_VALUE) return instances;
+    SP_DEVINFO_DATA device{};
+    device.cbSize = sizeof(device);
+    for (DWORD index = 0; SetupDiEnumDeviceInfo(devices, index, &device); ++index) {
+        std::array<char, 512> instance{};
+        if (!SetupDiGetDeviceInstanceIdA(devices, &device, instance.data(), instance.size(),
+                                         nullptr))
+            continue;
+        if (const int number = numberOf(portNameOf(devices, device)))
+            instances[instance.data()] = number;
+    }
+    SetupDiDestroyDeviceInfoList(devices);
+    return instances;
+}
+
+std::string instanceOf(int number) {
+    for (const auto& [instance, its] : presentInstances())
+        if (its == number) return instance;
+    return {};
+}
+
+std::string locate(const std::string& instance) {
+    const auto present = presentInstances();
+    const auto found = present.find(instance);
+    return found == present.end() ? std::string() : pathOf(found->second);
+}
+
+// An instance has its bus in front: "FTDIBUS\...", "USB\...".
+bool isInstance(const std::string& entry) {
+    return !entry.starts_with('\\') && entry.find('\\') != std::string::npos;
+}
+
 }  // namespace
 
-// The short name would do for COM1 to COM9 only.
-std::string portDevice(int number) { return R"(\\.\COM)" + std::to_string(number); }
+PortDevice portDevice(int number, const std::string& entry) {
+    if (!entry.empty() && !isInstance(entry)) return {entry};
+    std::string instance = entry.empty() ? instanceOf(number) : entry;
+    if (instance.empty()) return {pathOf(number)};
+    std::string name = "COM" + std::to_string(number) + " (" + instance + ")";
+    return {std::move(name), entry.empty() ? instance : "",
+            [instance] { return locate(instance); }};
+}
 
 std::vector<PortEntry> listPorts() {
     std::vector<PortEntry> ports;

@@ -4,12 +4,15 @@
 #include <string>
 #include <vector>
 
+#include "platform/port_device.h"
 #include "platform/port_entry.h"
 
 namespace kalvo {
 
-// The device path of a port; every number has one.
-[[nodiscard]] std::string portDevice(int number);
+// The device of a port number; every number has one. `entry` is what section Ports says of the
+// number: a device instance, which is followed to whatever number it has now, a path, or
+// nothing.
+[[nodiscard]] PortDevice portDevice(int number, const std::string& entry);
 
 // The ports there are now, ascending.
 [[nodiscard]] std::vector<PortEntry> listPorts();

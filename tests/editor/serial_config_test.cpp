@@ -86,16 +86,22 @@ TEST_F(SerialSettingsWindow, ApplyWritesEveryKeyAndOpensThePortAgain) {
 
     setPort(port_serie::kPortActive, "1");
     world.port.open = true;
+    world.port.identities = {{1, "another"}, {3, "/dev/serial/by-id/usb-reader"}};
     serial.saveAndReconnect();
     EXPECT_EQ(fileText(),
               withoutBlanks("[Port_série]\r\nPort= 3\r\n"
                             "Bit de donnée= 8\r\nBit de parité=E\r\nBit d'arrêt= 1.5\r\n"
-                            "Vitesse= 9600\r\nProtocol=HT630\r\nFlux= 3\r\nPortActif=1\r\n"_ansi));
+                            "Vitesse= 9600\r\nProtocol=HT630\r\nFlux= 3\r\nPortActif=1\r\n"
+                            "[Ports]\r\nCOM3=/dev/serial/by-id/usb-reader\r\n"_ansi));
     EXPECT_THAT(world.port.log, ElementsAre("PortOpen=0", "CommPort=3", "Settings=9600,E,8,1",
                                             "SThreshold=1", "RThreshold=1", "Handshaking=3",
                                             "InputMode=0", "InputLen=1", "PortOpen=1"));
     EXPECT_EQ(state.TerminalType, "HT630");
     EXPECT_FALSE(serial.unsaved());
+    world.port.identities[3] = "a stranger";
+    const std::string before = fileText();
+    serial.saveAndReconnect();
+    EXPECT_EQ(fileText(), before) << "what the file says of a number stays";
 }
 
 // What a user sees who presses "Valider" of the properties with a terminal type
@@ -141,7 +147,7 @@ TEST_F(SerialSettingsWindow, TheChoiceOfAnotherPortIsStoredWithoutBlank) {
     };
     for (const auto& [row, stored] : {Case{0, "Port=1"}, Case{8, "Port=9"}, Case{10, "Port=11"},
                                       Case{9, "Port=1"}, Case{19, "Port=1"}, Case{-1, "Port=1"}}) {
-        storePortChoice(profiles, folder.path(), row);
+        storePortChoice(profiles, folder.path(), world.port, row);
         EXPECT_EQ(fileText(), std::string("[Port_série]\r\n"_ansi) + stored + "\r\n") << row;
     }
 }

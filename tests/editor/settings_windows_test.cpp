@@ -271,7 +271,7 @@ TEST(EraseWindow, AnswersNoUnlessYesIsPressed) {
 
 TEST(PortChoiceWindow, StoresTheChosenPort) {
     testing::FakePlatform world;
-    PortChoiceWindow choice(world.profiles, world.folder.path(), {"/dev/ttyS0"}, 1);
+    PortChoiceWindow choice(world.profiles, world.folder.path(), world.port, {"/dev/ttyS0"}, 1);
     auto* const box = choice.findChild<QComboBox*>("CboChoix");
     EXPECT_EQ(choice.windowTitle(), "Problème d'ouverture du port Com");
     EXPECT_EQ(box->itemText(0), "COM 1 : /dev/ttyS0");

@@ -42,11 +42,16 @@ struct PortNamesTest : ::testing::Test {
         if (!type.empty()) write(entry / "type", type);
         return addDevice(name);
     }
+    // `socket` is where it is plugged in; an adapter without a serial number has "".
     std::string addUsb(const std::string& name, const std::string& product,
-                       const std::string& driver) {
-        const fs::path usb = root / "sys/devices/usb1" / ("port-" + name);
-        const fs::path device = usb / "interface" / name;
+                       const std::string& driver, const std::string& socket = "1-1",
+                       const std::string& serial = "") {
+        const fs::path usb = root / "sys/devices/usb1" / socket;
+        const fs::path device = usb / (socket + ":1.0") / name;
         write(usb / "product", product);
+        write(usb / "idVendor", "1a86");
+        write(usb / "idProduct", "7523");
+        if (!serial.empty()) write(usb / "serial", serial);
         fs::create_directories(device);
         fs::create_directories(root / "sys/bus/drivers" / driver);
         fs::create_symlink(root / "sys/bus/drivers" / driver, device / "driver");
@@ -55,13 +60,21 @@ struct PortNamesTest : ::testing::Test {
         return addDevice(name);
     }
     LinuxPortNames names() {
-        return {ini, settings, (root / "dev").string(), (root / "sys").string()};
+        return {ini, settings, SerialDevices((root / "dev").string(), (root / "sys").string())};
+    }
+    // Where the device of a number is now.
+    std::string resolve(int number) {
+        const PortDevice device = names().device(number);
+        return device.locate ? device.locate() : "";
+    }
+    void unplug(const std::string& name) {
+        fs::remove(root / "dev" / name);
+        fs::remove_all(root / "sys/class/tty" / name);
     }
 };
 
 TEST_F(PortNamesTest, DevicesCountInFamiliesAndByTheirNumbers) {
-    const auto ports = names();
-    EXPECT_EQ(ports.resolve(1), "") << "devices that come later are found";
+    EXPECT_EQ(resolve(1), "") << "devices that come later are found";
     const auto acm = addDevice("ttyACM0");
     const auto usb10 = addDevice("ttyUSB10");
     const auto usb9 = addDevice("ttyUSB9");
@@ -73,27 +86,27 @@ TEST_F(PortNamesTest, DevicesCountInFamiliesAndByTheirNumbers) {
 
     const std::vector<std::string> expected = {serial1, serial2, usb9, usb10, acm};
     for (std::size_t i = 0; i < expected.size(); ++i)
-        EXPECT_EQ(ports.resolve(static_cast<int>(i) + 1), expected[i]);
-    for (const int number : {0, -1, 6, 256, 257}) EXPECT_EQ(ports.resolve(number), "") << number;
+        EXPECT_EQ(resolve(static_cast<int>(i) + 1), expected[i]);
+    for (const int number : {0, -1, 6, 256, 257}) EXPECT_EQ(resolve(number), "") << number;
 }
 
 TEST_F(PortNamesTest, TheSettingsFileGoesFirstAndMovesNoOtherNumber) {
-    addDevice("ttyUSB0");
+    const auto first = addDevice("ttyUSB0");
     const auto second = addDevice("ttyUSB1");
     ini.write(settings, "Ports", "COM1", " /dev/serial/by-id/usb-caf\xE9 ");
     ini.write(settings, "Ports", "COM20", "/dev/pts/4");
 
-    const auto ports = names();
-    EXPECT_EQ(ports.resolve(1), "/dev/serial/by-id/usb-café");
-    EXPECT_EQ(ports.resolve(2), second);
-    EXPECT_EQ(ports.resolve(3), "");
-    EXPECT_EQ(ports.resolve(20), "/dev/pts/4");
+    EXPECT_EQ(resolve(1), "/dev/serial/by-id/usb-café");
+    EXPECT_EQ(resolve(2), second);
+    EXPECT_EQ(resolve(3), first) << "behind all that were found";
+    EXPECT_EQ(resolve(4), "");
+    EXPECT_EQ(resolve(20), "/dev/pts/4");
 }
 
 TEST_F(PortNamesTest, TheListDescribesEachPort) {
     addBuiltIn("ttyS0", "4");
     const auto usb = addUsb("ttyUSB0", "Lecteur n° 5", "ftdi_sio");
-    addUsb("ttyACM0", "", "cdc_acm");
+    addUsb("ttyACM0", "", "cdc_acm", "1-2");
     addDevice("pts/7");
     fs::create_directories(root / "dev/serial/by-id");
     fs::create_symlink(usb, root / "dev/serial/by-id/usb-reader");
@@ -114,6 +127,50 @@ TEST_F(PortNamesTest, TheListDescribesEachPort) {
                           "3 ttyACM0: appareil USB (cdc_acm)",
                           "5 serial/by-id/usb-reader: Lecteur n° 5 (ftdi_sio)",
                           "6 pts/7: pseudo-terminal", "256 ttyUSB99: introuvable"));
+}
+
+TEST_F(PortNamesTest, ADeviceIsFollowedAndNoStrangerTakesItsPlace) {
+    struct Adapter {
+        const char* serial;
+        const char* twin;  // the serial number of the other one
+        bool linked;
+    };
+    for (const Adapter& adapter :
+         {Adapter{"A1", "B2", true}, Adapter{"", "", false}, Adapter{"0001", "0001", false}}) {
+        SCOPED_TRACE(adapter.serial);
+        fs::remove_all(root / "sys");
+        addUsb("ttyUSB0", "Lecteur", "ch341", "1-1", adapter.serial);
+        addUsb("ttyUSB1", "Lecteur", "ch341", "1-2", adapter.twin);
+        const fs::path link = root / "dev/serial/by-id/usb-Lecteur";
+        const auto linkTo = [&](const char* name) {
+            fs::create_directories(link.parent_path());
+            fs::remove(link);
+            fs::create_symlink(root / "dev" / name, link);
+        };
+        linkTo("ttyUSB0");
+        const PortDevice device = names().device(1);
+        EXPECT_EQ(device.identity, adapter.linked ? link.string() : "usb:1a86:7523@1-1:1.0");
+        ini.write(settings, "Ports", "COM1", device.identity);
+        EXPECT_EQ(names().device(1).identity, "") << "stored already";
+
+        unplug("ttyUSB0");
+        unplug("ttyUSB1");
+        fs::remove(link);
+        addUsb("ttyUSB0", "Lecteur", "ch341", "1-2", adapter.twin);
+        for (const PortDevice& missed : {device, names().device(1)}) {
+            EXPECT_FALSE(fs::exists(missed.locate()));
+            EXPECT_THAT(missed.name, ::testing::HasSubstr(adapter.linked ? "usb-Lecteur"
+                                                                         : "1a86:7523, prise 1-1"));
+        }
+        EXPECT_EQ(resolve(2), (root / "dev/ttyUSB0").string()) << "the stranger can be chosen";
+
+        const auto moved = addUsb("ttyUSB5", "Lecteur", "ch341", "1-1", adapter.serial);
+        linkTo("ttyUSB5");
+        for (const PortDevice& back : {device, names().device(1)})
+            EXPECT_EQ(fs::canonical(back.locate()), moved);
+        ini.write(settings, "Ports", "COM1", "");
+        unplug("ttyUSB5");
+    }
 }
 
 }  // namespace

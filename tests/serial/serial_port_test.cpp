@@ -32,7 +32,17 @@ std::string everyByte() {
 
 struct SerialPortTest : ::testing::Test {
     std::unique_ptr<AsioSerialPort> makePort() {
-        return std::make_unique<AsioSerialPort>(pump, [this](int) { return device; });
+        const auto resolve = [this](int) -> PortDevice {
+            if (device.empty()) return {};
+            return {"reader", "", [this] {
+                        ++looks;
+                        return device;
+                    }};
+        };
+        return std::make_unique<AsioSerialPort>(pump, resolve, [this](std::function<void()> plug) {
+            plugged = std::move(plug);
+            return std::shared_ptr<void>(nullptr, [this](void*) { plugged = nullptr; });
+        });
     }
     void open(int receiveThreshold = 1) {
         port->setRThreshold(receiveThreshold);
@@ -45,6 +55,8 @@ struct SerialPortTest : ::testing::Test {
 
     Pty line;
     std::string device = line.path();
+    std::atomic<int> looks = 0;     // at where the device is
+    std::function<void()> plugged;  // to be called when something is plugged in
     TestPump pump;
     int events = 0;
     std::unique_ptr<AsioSerialPort> port = makePort();
@@ -204,11 +216,19 @@ TEST_F(SerialPortTest, ALostLineIsReportedOnceAndComesBackByItself) {
     EXPECT_EQ(port->Input(), "last words");
     EXPECT_EQ(errorOf([&] { port->Output("x"); }), error_number::kPortIo);
     port->setSettings("38400,N,8,1");  // counts when the line is back
+    EXPECT_EQ(port->deviceName(), "reader");
+    const int before = looks;
+    const auto start = std::chrono::steady_clock::now();
+    plugged();
+    EXPECT_TRUE(waitUntil([&] { return looks > before + 8; }));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5))
+        << "tried quickly for a while";
 
     Pty second;
     plugIn(second);
     ASSERT_TRUE(pump.runUntil([&] { return changes.size() > 1; }));
     EXPECT_THAT(changes, ::testing::ElementsAre(true, false));
+    EXPECT_FALSE(plugged) << "nobody watches while the line is there";
     EXPECT_EQ(actualSpeed(second.master()), 38400U);
     second.send("again");
     ASSERT_TRUE(arrived(5));

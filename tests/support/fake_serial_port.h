@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,6 +23,7 @@ public:
     int port = 1;
     bool open = false;
     int inputLen = 0;
+    std::map<int, std::string> identities;
     // Called after each Output with what was sent.
     std::function<void(std::string_view)> whenSent;
 
@@ -87,6 +89,11 @@ public:
         input_ = std::move(listener);
     }
     void onLineChange(std::function<void(bool)>) override {}
+    [[nodiscard]] std::string deviceName() const override { return {}; }
+    [[nodiscard]] std::string identity(int number) const override {
+        const auto found = identities.find(number);
+        return found == identities.end() ? "" : found->second;
+    }
     void onOpening(std::function<void()> handler) override { opening_ = std::move(handler); }
     void onClosed(std::function<void(std::size_t)> handler) override {
         closed_ = std::move(handler);

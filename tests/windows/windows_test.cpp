@@ -29,8 +29,9 @@ TEST(WideText, GoesThroughTheCoresCodePage) {
 }
 
 TEST(PortNames, ReachEveryNumber) {
-    EXPECT_EQ(portDevice(1), R"(\\.\COM1)");
-    EXPECT_EQ(portDevice(12), R"(\\.\COM12)");
+    EXPECT_EQ(portDevice(1, "").locate(), R"(\\.\COM1)");
+    EXPECT_EQ(portDevice(12, "").locate(), R"(\\.\COM12)");
+    EXPECT_EQ(portDevice(3, R"(USB\VID_0000\no-such-device)").locate(), "");
     int last = 0;
     for (const PortEntry& port : listPorts()) {
         EXPECT_GT(port.number, last);
