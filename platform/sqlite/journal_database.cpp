@@ -251,6 +251,15 @@ std::string SqliteJournal::bytes(std::int64_t id) {
     return bytes;
 }
 
+std::vector<std::int64_t> SqliteJournal::containing(std::string_view bytes) {
+    SqliteStatement rows(*connection_, "SELECT DISTINCT Lot FROM Morceaux WHERE instr(Octets,?1)>0",
+                         {});
+    rows.bindBytes(1, bytes);
+    std::vector<std::int64_t> ids;
+    while (rows.step()) ids.push_back(sqlite3_column_int64(rows.handle(), 0));
+    return ids;
+}
+
 std::size_t SqliteJournal::purge(std::string_view before, std::uint64_t mostBytes) {
     std::size_t forgotten = 0;
     durably([&] {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "journal/batch_journal.h"
 #include "platform/sqlite/journal_database.h"
 #include "text/runtime_error.h"
 

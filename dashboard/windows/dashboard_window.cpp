@@ -1,0 +1,51 @@
+#include "dashboard/windows/dashboard_window.h"
+
+#include <QCloseEvent>
+#include <QEvent>
+#include <QShortcut>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "dashboard/windows/batch_page_window.h"
+#include "editor/windows/placed_window.h"
+
+namespace kalvo {
+
+namespace {
+
+// Room for the list and what is in a batch, at 96 dpi; the toolkit scales it.
+constexpr QSize kFirstSize(860, 600);
+
+}  // namespace
+
+DashboardWindow::DashboardWindow(const DashboardContext& context) {
+    setObjectName("frmTableau");
+    setWindowTitle("Tableau de bord");
+    setAttribute(Qt::WA_QuitOnClose, false);
+    batches_ = new BatchPage(context);
+    TabTableau = new QTabWidget;
+    TabTableau->setObjectName("TabTableau");
+    TabTableau->addTab(batches_, "&Lots");
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(TabTableau);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { close(); });
+    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this,
+            [this] { batchesChanged(); });
+    resize(kFirstSize);
+    restorePlace(this, context.platform.registry);
+}
+
+void DashboardWindow::batchesChanged() { batches_->refresh(); }
+
+void DashboardWindow::closeEvent(QCloseEvent* event) {
+    keepPlace(this);
+    event->accept();
+}
+
+// What happened while another window was in front.
+void DashboardWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) batchesChanged();
+    QWidget::changeEvent(event);
+}
+
+}  // namespace kalvo

@@ -1,0 +1,78 @@
+// The window "Tableau de bord".
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <string>
+#include <vector>
+
+#include "dashboard/windows/dashboard_window.h"
+#include "platform/qt/qt_text.h"
+#include "tests/support/disk_journal.h"
+#include "tests/support/site.h"
+
+namespace kalvo {
+namespace {
+
+struct Dashboard : ::testing::Test, testing::Site {
+    testing::DiskJournal file{folder.path()};
+    std::vector<std::int32_t> retyped;
+    std::unique_ptr<DashboardWindow> window;
+
+    void open() {
+        window = std::make_unique<DashboardWindow>(
+            DashboardContext{platform,
+                             state,
+                             &file,
+                             {.deliver = [](const std::function<void()>& handler) { handler(); },
+                              .retype = [this](std::int64_t, const std::string&,
+                                               std::int32_t from) { retyped.push_back(from); }}});
+        window->show();
+    }
+    template <typename Widget>
+    [[nodiscard]] Widget* find(const char* name) const {
+        return window->findChild<Widget*>(name);
+    }
+};
+
+TEST_F(Dashboard, ShowsBatchesAndActsOnTheSelectedOne) {
+    state.scenario.active.ScenarioName = "Stock";
+    state.scenario.active.ActionLines = {"", "&REF", "{TAB}", "&QTE", "~"};
+    const BatchOrigin origin{3, "HT630", "Stock"};
+    file.append({"2024-03-05 14:07:09", origin, BatchState::kReceived, 2, ""}, "R1\r\n12\r\n", 0);
+    file.append({"2024-03-05 15:00:00", origin, BatchState::kFailed, 2, "pas d'affichage"},
+                "R2\r\n5\r\n", 0);
+    open();
+    auto* const table = find<QTableView>("TblLots");
+    auto* const fields = find<QListWidget>("LstChampsLot");
+    ASSERT_EQ(table->model()->rowCount(), 2);
+    EXPECT_EQ(fields->item(0)->text(), "1 : R2");
+    table->selectRow(1);
+    EXPECT_EQ(fields->item(0)->text(), "1 : R1");
+    EXPECT_EQ(find<QListWidget>("LstFrappe")->item(1)->text(), "    Texte : R1");
+    find<QPushButton>("CmdCopier")->click();
+    EXPECT_EQ(QApplication::clipboard()->text(), "R1\n12\n");
+    QTest::keyClick(find<QPushButton>("CmdRetaper"), Qt::Key_Return);
+    EXPECT_EQ(retyped, std::vector<std::int32_t>{1});
+
+    file.append({"2024-03-05 16:00:00", origin, BatchState::kReceived, 1, ""}, "R3\r\n", 0);
+    window->batchesChanged();
+    EXPECT_EQ(table->model()->rowCount(), 3);
+    EXPECT_EQ(table->currentIndex().row(), 2) << "the same batch";
+    find<QComboBox>("CboEtat")->setCurrentText(QString::fromUtf8("échec"));
+    EXPECT_EQ(table->model()->rowCount(), 1);
+    QTest::keyClicks(find<QLineEdit>("TxtChercher"), "nulle part");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return table->model()->rowCount() == 0; }, 2000));
+    EXPECT_FALSE(find<QPushButton>("CmdRetaper")->isEnabled());
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_FALSE(window->isVisible());
+}
+
+}  // namespace
+}  // namespace kalvo
