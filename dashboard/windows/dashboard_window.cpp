@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "dashboard/windows/batch_page_window.h"
+#include "dashboard/windows/option_page_window.h"
 #include "editor/windows/placed_window.h"
 
 namespace kalvo {
@@ -23,19 +24,23 @@ DashboardWindow::DashboardWindow(const DashboardContext& context) {
     setWindowTitle("Tableau de bord");
     setAttribute(Qt::WA_QuitOnClose, false);
     batches_ = new BatchPage(context);
+    options_ = new OptionPage(context);
     TabTableau = new QTabWidget;
     TabTableau->setObjectName("TabTableau");
     TabTableau->addTab(batches_, "&Lots");
+    TabTableau->addTab(options_, "&Options");
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(TabTableau);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { close(); });
-    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this,
-            [this] { batchesChanged(); });
+    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [this] { refresh(); });
     resize(kFirstSize);
     restorePlace(this, context.platform.registry);
 }
 
-void DashboardWindow::batchesChanged() { batches_->refresh(); }
+void DashboardWindow::refresh() {
+    batches_->refresh();
+    options_->refresh();
+}
 
 void DashboardWindow::closeEvent(QCloseEvent* event) {
     keepPlace(this);
@@ -44,7 +49,7 @@ void DashboardWindow::closeEvent(QCloseEvent* event) {
 
 // What happened while another window was in front.
 void DashboardWindow::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::ActivationChange && isActiveWindow()) batchesChanged();
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) refresh();
     QWidget::changeEvent(event);
 }
 

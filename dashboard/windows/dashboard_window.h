@@ -10,13 +10,14 @@ class QTabWidget;
 namespace kalvo {
 
 class BatchPage;
+class OptionPage;
 
 class DashboardWindow : public QWidget {
 public:
     explicit DashboardWindow(const DashboardContext& context);
 
-    // Something has become of a batch.
-    void batchesChanged();
+    // Shows everything as it is now.
+    void refresh();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -25,6 +26,7 @@ protected:
 private:
     QTabWidget* TabTableau = nullptr;
     BatchPage* batches_ = nullptr;
+    OptionPage* options_ = nullptr;
 };
 
 }  // namespace kalvo

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
@@ -14,8 +15,10 @@
 
 #include "dashboard/windows/dashboard_window.h"
 #include "platform/qt/qt_text.h"
+#include "settings/options.h"
 #include "tests/support/disk_journal.h"
 #include "tests/support/site.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 namespace {
@@ -62,7 +65,7 @@ TEST_F(Dashboard, ShowsBatchesAndActsOnTheSelectedOne) {
     EXPECT_EQ(retyped, std::vector<std::int32_t>{1});
 
     file.append({"2024-03-05 16:00:00", origin, BatchState::kReceived, 1, ""}, "R3\r\n", 0);
-    window->batchesChanged();
+    window->refresh();
     EXPECT_EQ(table->model()->rowCount(), 3);
     EXPECT_EQ(table->currentIndex().row(), 2) << "the same batch";
     find<QComboBox>("CboEtat")->setCurrentText(QString::fromUtf8("échec"));
@@ -72,6 +75,37 @@ TEST_F(Dashboard, ShowsBatchesAndActsOnTheSelectedOne) {
     EXPECT_FALSE(find<QPushButton>("CmdRetaper")->isEnabled());
     QTest::keyClick(window.get(), Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(Dashboard, StoresOptionsAtOnceAndTakesAdviceWhenAsked) {
+    open();
+    for (const OptionInfo& info : allOptions()) {
+        QWidget* const box = find<QWidget>(("Opt" + std::string(info.key)).c_str());
+        ASSERT_NE(box, nullptr) << info.key;
+        const std::int32_t before = optionValue(profiles, folder.path(), info.option);
+        QTest::keyClick(box, info.number ? Qt::Key_Up : Qt::Key_Space);
+        EXPECT_EQ(optionValue(profiles, folder.path(), info.option),
+                  info.number ? before + 1 : 1 - before)
+            << info.key;
+        setOption(profiles, folder.path(), info.option, info.standard);
+    }
+    window->refresh();
+    auto* const advice = find<QPushButton>("CmdConseils");
+    advice->click();
+    EXPECT_FALSE(optionSet(profiles, folder.path(), Option::kEmptyBuffer)) << "not agreed to";
+    world.dialogs.confirmations = {true};
+    advice->click();
+    for (const OptionInfo& info : allOptions())
+        EXPECT_EQ(optionValue(profiles, folder.path(), info.option),
+                  info.advisable ? 1 : info.standard);
+    EXPECT_TRUE(find<QCheckBox>("OptTamponVide")->isChecked());
+    advice->click();
+    EXPECT_EQ(world.dialogs.shown.back().text,
+              "Les réglages conseillés sont déjà en service."_ansi);
+    std::filesystem::remove(optionsIni(folder.path()));
+    std::filesystem::create_directory(optionsIni(folder.path()));
+    find<QCheckBox>("OptTamponVide")->click();
+    EXPECT_FALSE(find<QCheckBox>("OptTamponVide")->isChecked()) << "what is stored is shown";
 }
 
 }  // namespace
