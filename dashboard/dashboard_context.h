@@ -17,6 +17,8 @@ struct DashboardServices {
     // Runs what a control does as an event of the program, which shows its errors.
     std::function<void(const std::function<void()>&)> deliver;
     BatchDesk::Retype retype;
+    // Closes the settings window; false when the user wants to store something first.
+    std::function<bool()> closeSettings;
 };
 
 // Everything in it outlives the window.

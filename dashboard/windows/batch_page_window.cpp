@@ -25,6 +25,7 @@ namespace kalvo {
 
 namespace {
 
+constexpr int kRowMargin = 6;
 constexpr int kTypingRest = 300;  // milliseconds without a key before the list follows
 
 QWidget* labelled(QLabel* label, QWidget* widget) {
@@ -100,6 +101,7 @@ QWidget* BatchPage::makeTable() {
     TblLots->setTabKeyNavigation(false);
     TblLots->setWordWrap(false);
     TblLots->verticalHeader()->hide();
+    TblLots->verticalHeader()->setDefaultSectionSize(TblLots->fontMetrics().height() + kRowMargin);
     TblLots->horizontalHeader()->setStretchLastSection(true);
     TblLots->horizontalHeader()->setHighlightSections(false);
     TblLots->setToolTip("Les lots du journal, le dernier reçu en haut.");
@@ -181,7 +183,9 @@ void BatchPage::change(const std::function<void()>& change) {
     context_.services.deliver([&] { table_.change(change); });
     const int row = list_.rowOf(kept);
     TblLots->selectRow(row >= 0 ? row : 0);
-    TblLots->resizeColumnsToContents();
+    // The reason takes what is left.
+    for (int column = 0; column < kBatchColumns - 1; ++column)
+        TblLots->resizeColumnToContents(column);
     const auto count = list_.rows().size();
     LblNombre->setText(context_.journal == nullptr
                            ? QString("Les lots ne sont pas gardés.")

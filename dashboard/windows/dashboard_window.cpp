@@ -8,6 +8,7 @@
 
 #include "dashboard/windows/batch_page_window.h"
 #include "dashboard/windows/option_page_window.h"
+#include "dashboard/windows/site_page_window.h"
 #include "editor/windows/placed_window.h"
 
 namespace kalvo {
@@ -25,10 +26,12 @@ DashboardWindow::DashboardWindow(const DashboardContext& context) {
     setAttribute(Qt::WA_QuitOnClose, false);
     batches_ = new BatchPage(context);
     options_ = new OptionPage(context);
+    site_ = new SitePage(context);
     TabTableau = new QTabWidget;
     TabTableau->setObjectName("TabTableau");
     TabTableau->addTab(batches_, "&Lots");
     TabTableau->addTab(options_, "&Options");
+    TabTableau->addTab(site_, "&Site");
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(TabTableau);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { close(); });
@@ -40,6 +43,7 @@ DashboardWindow::DashboardWindow(const DashboardContext& context) {
 void DashboardWindow::refresh() {
     batches_->refresh();
     options_->refresh();
+    site_->refresh();
 }
 
 void DashboardWindow::closeEvent(QCloseEvent* event) {

@@ -11,6 +11,7 @@ namespace kalvo {
 
 class BatchPage;
 class OptionPage;
+class SitePage;
 
 class DashboardWindow : public QWidget {
 public:
@@ -27,6 +28,7 @@ private:
     QTabWidget* TabTableau = nullptr;
     BatchPage* batches_ = nullptr;
     OptionPage* options_ = nullptr;
+    SitePage* site_ = nullptr;
 };
 
 }  // namespace kalvo

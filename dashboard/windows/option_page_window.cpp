@@ -44,6 +44,9 @@ OptionPage::OptionPage(const DashboardContext& context) : context_(context) {
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
+    // The page's own background shows.
+    scroll->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll);

@@ -15,6 +15,8 @@
 
 #include "dashboard/windows/dashboard_window.h"
 #include "platform/qt/qt_text.h"
+#include "scenario/scenario_store.h"
+#include "settings/application_paths.h"
 #include "settings/options.h"
 #include "tests/support/disk_journal.h"
 #include "tests/support/site.h"
@@ -26,6 +28,7 @@ namespace {
 struct Dashboard : ::testing::Test, testing::Site {
     testing::DiskJournal file{folder.path()};
     std::vector<std::int32_t> retyped;
+    bool settingsClose = true;
     std::unique_ptr<DashboardWindow> window;
 
     void open() {
@@ -35,7 +38,8 @@ struct Dashboard : ::testing::Test, testing::Site {
                              &file,
                              {.deliver = [](const std::function<void()>& handler) { handler(); },
                               .retype = [this](std::int64_t, const std::string&,
-                                               std::int32_t from) { retyped.push_back(from); }}});
+                                               std::int32_t from) { retyped.push_back(from); },
+                              .closeSettings = [this] { return settingsClose; }}});
         window->show();
     }
     template <typename Widget>
@@ -106,6 +110,21 @@ TEST_F(Dashboard, StoresOptionsAtOnceAndTakesAdviceWhenAsked) {
     std::filesystem::create_directory(optionsIni(folder.path()));
     find<QCheckBox>("OptTamponVide")->click();
     EXPECT_FALSE(find<QCheckBox>("OptTamponVide")->isChecked()) << "what is stored is shown";
+}
+
+TEST_F(Dashboard, GoesBackToACopyOnceTheSettingsAreClosed) {
+    open();
+    EXPECT_FALSE(find<QPushButton>("CmdRevenir")->isEnabled());
+    find<QPushButton>("CmdCopierBase")->click();
+    writeCounter(*state.database, 3);
+    insertScenario(*state.database, {1, "Stock", "Emulation", 0, 0, "", 0, 0, 0});
+    for (const bool close : {false, true}) {
+        settingsClose = close;
+        world.dialogs.confirmations = {true};
+        find<QPushButton>("CmdRevenir")->click();
+        EXPECT_EQ(scenarioNames(*state.database).empty(), close);
+    }
+    EXPECT_EQ(find<QListWidget>("LstCopies")->count(), 2);
 }
 
 }  // namespace
