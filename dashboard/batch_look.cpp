@@ -85,7 +85,7 @@ BatchLook lookAt(const Platform& platform, const RunTimeState& state, std::strin
     NoProgress progress;
     const Platform dry{platform.keyboard,  platform.port,  platform.profiles, platform.registry,
                        platform.databases, platform.files, platform.events,   platform.dialogs,
-                       platform.icon,      progress,       platform.watch};
+                       platform.icon,      progress,       platform.watch,    platform.log};
     ScenarioRun run = state.scenario;
     run.counterUse = CounterUse::kReadOnly;
     std::string frame(beginningOf(bytes));
