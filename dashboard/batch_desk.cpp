@@ -20,6 +20,10 @@ std::int32_t lastRecord(const JournalEntry& entry) {
     return std::max({entry.passes, entry.passes > 0 ? 0 : entry.records, 1});
 }
 
+std::string rangeTo(std::int32_t last) {
+    return std::string(" (1 à "_ansi) + std::to_string(last) + ")";
+}
+
 // 0 for a text that is no number.
 std::int32_t numberOf(std::string_view text) {
     try {
@@ -57,17 +61,16 @@ void BatchDesk::retype(const JournalEntry& entry) {
 void BatchDesk::retypeFrom(const JournalEntry& entry) {
     if (!possible()) return;
     const std::int32_t last = lastRecord(entry);
-    const std::string range = std::string(" (1 à "_ansi) + std::to_string(last) + ")";
     const std::int32_t proposed = std::min(entry.passesDone + 1, last);
     const auto answer = platform_.dialogs.inputBox(
         std::string("Retaper le lot "_ansi) + std::to_string(entry.id) +
-            std::string(" à partir de l'enregistrement"_ansi) + range + " :",
+            std::string(" à partir de l'enregistrement"_ansi) + rangeTo(last) + " :",
         kApplicationTitle, std::to_string(proposed));
     if (!answer) return;
     const std::int32_t from = numberOf(*answer);
     if (from < 1 || from > last) {
         platform_.dialogs.message(
-            std::string("Le lot n'a pas d'enregistrement de ce numéro"_ansi) + range + ".",
+            std::string("Le lot n'a pas d'enregistrement de ce numéro"_ansi) + rangeTo(last) + ".",
             kApplicationTitle, MessageIcon::kExclamation);
         return;
     }
