@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "text/ansi_text.h"
+#include "text/search_text.h"
 
 namespace kalvo {
 
@@ -17,14 +18,9 @@ constexpr std::array<std::string_view, kBatchStates.size()> kWords = {
 constexpr std::array<std::string_view, kBatchColumns> kHeadings = {
     "Lot", "Reçu le"_ansi, "Port", "Terminal", "Scénario"_ansi, "Enreg.", "État"_ansi, "Motif"};
 
-bool contains(std::string_view text, std::string_view part) {
-    return std::search(text.begin(), text.end(), part.begin(), part.end(),
-                       [](char a, char b) { return foldCase(a) == foldCase(b); }) != text.end();
-}
-
 bool shows(const JournalEntry& entry, std::string_view text) {
     for (int column = 0; column < kBatchColumns; ++column)
-        if (contains(cellOf(entry, static_cast<BatchColumn>(column)), text)) return true;
+        if (containsLoosely(cellOf(entry, static_cast<BatchColumn>(column)), text)) return true;
     return false;
 }
 

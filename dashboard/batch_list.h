@@ -25,7 +25,7 @@ inline constexpr int kBatchColumns = 8;
 
 // Which batches are shown.
 struct BatchFilter {
-    // In any column whatever its case, or within what was received, exactly.
+    // In any column or within what was received, whatever its case and accents.
     std::string text;
     std::optional<BatchState> state;
 };

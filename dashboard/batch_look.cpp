@@ -48,17 +48,15 @@ std::vector<std::string> fieldsOf(const FrameFieldTable& table) {
     return fields;
 }
 
+// Lines end with CR, with LF or with both.
 std::vector<std::string> linesOf(std::string_view text) {
     std::vector<std::string> lines;
-    for (const char c : text) {
-        if (lines.empty()) lines.emplace_back();
-        if (c == '\n')
-            lines.emplace_back();
-        else if (c != '\r')
-            lines.back() += c;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+        lines.push_back(shown(text.substr(0, end)));
+        text.remove_prefix(end);
+        text.remove_prefix(text.starts_with("\r\n") ? 2 : text.empty() ? 0 : 1);
     }
-    if (!lines.empty() && lines.back().empty()) lines.pop_back();
-    for (std::string& line : lines) line = shown(line);
     return lines;
 }
 

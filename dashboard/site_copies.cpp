@@ -8,9 +8,13 @@
 #include "journal/batch_journal.h"
 #include "platform/database.h"
 #include "platform/event_pump.h"
+#include "platform/notify_icon.h"
+#include "platform/serial_port.h"
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_loader.h"
+#include "scenario/scenario_names.h"
 #include "scenario/scenario_store.h"
+#include "scenario/tray_tip.h"
 #include "settings/application_paths.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
@@ -72,6 +76,29 @@ void copyWhateverIsThere(const Platform& platform, const std::string& from, cons
     }
 }
 
+// The scenarios of a database; none when it cannot be read.
+std::vector<std::string> scenariosOf(const Platform& platform, const std::string& database) {
+    std::vector<std::string> names;
+    resumeNext([&] { names = scenarioNames(*platform.databases.OpenDatabase(database)); });
+    return names;
+}
+
+// What a scenario was compiled into would be typed on without it.
+void forgetCompiled(const Platform& platform, RunTimeState& state,
+                    const std::vector<std::string>& before) {
+    const std::vector<std::string> now = scenarioNames(*state.database);
+    for (const std::string& name : before) {
+        const auto same = [&](const std::string& other) { return equalIgnoringCase(name, other); };
+        if (std::any_of(now.begin(), now.end(), same) || !refusalOfName(name).empty()) continue;
+        const std::string file = scenarioFile(state.scenario.applicationFolder, name);
+        resumeNext([&] { platform.files.remove(file); });
+        if (equalIgnoringCase(state.scenario.active.ScenarioName, name)) {
+            state.scenario.active = {};
+            platform.icon.modify(trayTip(platform.port.CommPort(), ""));
+        }
+    }
+}
+
 std::string compileAll(const Platform& platform, RunTimeState& state) {
     std::string problems;
     for (const std::string& name : scenarioNames(*state.database)) {
@@ -119,6 +146,7 @@ std::string returnTo(const Platform& platform, RunTimeState& state, const SiteCo
     const std::string before = inFolder(copiesFolder(folder), kBeforeReturnNew);
     std::optional<std::int16_t> counter;
     resumeNext([&] { counter = readCounter(*platform.databases.OpenDatabase(database)); });
+    const std::vector<std::string> scenarios = scenariosOf(platform, database);
     state.database.reset();
     const auto reopen = [&] { state.database = platform.databases.OpenDatabase(database); };
     try {
@@ -133,6 +161,7 @@ std::string returnTo(const Platform& platform, RunTimeState& state, const SiteCo
     if (platform.files.fileExists(before))
         platform.files.rename(before, inFolder(copiesFolder(folder), kBeforeReturn));
     if (counter) writeCounter(*state.database, *counter);
+    forgetCompiled(platform, state, scenarios);
     const std::string problems = compileAll(platform, state);
     if (!readSetting(platform.registry, kRacScenChx).empty())
         LoadActiveScenario(platform, state.scenario);

@@ -20,6 +20,8 @@
 #include "editor/windows/row_list_view.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
+#include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 
@@ -180,17 +182,31 @@ void BatchPage::search() {
 void BatchPage::change(const std::function<void()>& change) {
     const JournalEntry* const before = selected();
     const std::int64_t kept = before == nullptr ? 0 : before->id;
-    context_.services.deliver([&] { table_.change(change); });
+    problem_.clear();
+    context_.services.deliver([&] {
+        // A message for every look at a damaged journal would never let go of the user.
+        try {
+            table_.change(change);
+        } catch (const RuntimeError& error) {
+            problem_ = "Le journal ne se lit pas : " + toQString(error.description());
+        }
+    });
     const int row = list_.rowOf(kept);
     TblLots->selectRow(row >= 0 ? row : 0);
     // The reason takes what is left.
     for (int column = 0; column < kBatchColumns - 1; ++column)
         TblLots->resizeColumnToContents(column);
-    const auto count = list_.rows().size();
-    LblNombre->setText(context_.journal == nullptr
-                           ? QString("Les lots ne sont pas gardés.")
-                           : QString::number(count) + (count > 1 ? " lots" : " lot"));
+    LblNombre->setText(countText());
     show(selected());
+}
+
+QString BatchPage::countText() const {
+    if (context_.journal == nullptr) return "Les lots ne sont pas gardés.";
+    if (!problem_.isEmpty()) return problem_;
+    const auto count = list_.rows().size();
+    if (count > 0) return QString::number(count) + (count > 1 ? " lots" : " lot");
+    const bool all = TxtChercher->text().isEmpty() && CboEtat->currentIndex() <= 0;
+    return all ? "Rien n'a encore été reçu." : "Aucun lot ne correspond.";
 }
 
 const JournalEntry* BatchPage::selected() const {
@@ -209,8 +225,12 @@ void BatchPage::show(const JournalEntry* entry) {
     LblFrappe->setText("Touches à ta&per :");
     if (id == 0) return;
     context_.services.deliver([this, id] {
-        const BatchLook look =
-            lookAt(context_.platform, context_.state, context_.journal->bytes(id));
+        BatchLook look;
+        try {
+            look = lookAt(context_.platform, context_.state, context_.journal->bytes(id));
+        } catch (const RuntimeError& error) {
+            look.fields = {std::string("Ce lot ne se lit pas : "_ansi) + error.description()};
+        }
         // Another one may have been selected during a long look.
         if (id != shown_) return;
         const auto fill = [](QListWidget* box, const std::vector<std::string>& rows) {

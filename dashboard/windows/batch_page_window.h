@@ -38,6 +38,7 @@ private:
     void search();
     void change(const std::function<void()>& change);
     [[nodiscard]] const JournalEntry* selected() const;
+    [[nodiscard]] QString countText() const;
     void show(const JournalEntry* entry);
     void copy(const JournalEntry& entry);
 
@@ -55,6 +56,7 @@ private:
     std::vector<QPushButton*> buttons_;
     QTimer searchTimer_;
     std::int64_t shown_ = 0;
+    QString problem_;  // that keeps the journal from being read
 };
 
 }  // namespace kalvo

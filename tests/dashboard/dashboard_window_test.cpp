@@ -1,10 +1,12 @@
 // The window "Tableau de bord".
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -24,6 +26,8 @@
 
 namespace kalvo {
 namespace {
+
+using ::testing::HasSubstr;
 
 struct Dashboard : ::testing::Test, testing::Site {
     testing::DiskJournal file{folder.path()};
@@ -77,6 +81,10 @@ TEST_F(Dashboard, ShowsBatchesAndActsOnTheSelectedOne) {
     QTest::keyClicks(find<QLineEdit>("TxtChercher"), "nulle part");
     EXPECT_TRUE(QTest::qWaitFor([&] { return table->model()->rowCount() == 0; }, 2000));
     EXPECT_FALSE(find<QPushButton>("CmdRetaper")->isEnabled());
+    EXPECT_EQ(find<QLabel>("LblNombre")->text(), "Aucun lot ne correspond.");
+    file.damaged = true;
+    window->refresh();
+    EXPECT_THAT(find<QLabel>("LblNombre")->text().toStdString(), HasSubstr("ne se lit pas"));
     QTest::keyClick(window.get(), Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
 }

@@ -58,6 +58,9 @@ TEST_F(Copies, BringTheirScenariosBackAndLeaveTheCounter) {
     makeDailyCopy(platform, folder.path());
     writeCounter(*state.database, 9);
     updateNom(*state.database, 1, "Autre");
+    std::filesystem::create_directory(folder / "Scenarios");
+    for (const char* name : {"Autre", "De la main"})
+        std::ofstream(folder / ("Scenarios/" + std::string(name) + ".ini")) << "[Type]\n";
     SetValueKey(world.registry, RegistryRoot::kCurrentUser, kSettingsKey, kRacScenChx, "Stock");
 
     SiteCopy copy = siteCopies(files, folder.path()).front();
@@ -65,6 +68,8 @@ TEST_F(Copies, BringTheirScenariosBackAndLeaveTheCounter) {
               "Les scénarios sont ceux de la copie : 05/03/2024."_ansi);
     EXPECT_THAT(scenarioNames(*state.database), ElementsAre("Stock"));
     EXPECT_EQ(readCounter(*state.database), 9);
+    EXPECT_FALSE(files.fileExists(folder / "Scenarios/Autre.ini")) << "would be typed on";
+    EXPECT_TRUE(files.fileExists(folder / "Scenarios/De la main.ini"));
     EXPECT_THAT(state.scenario.active.ActionLines, ElementsAre("", "A"));
     EXPECT_THAT(titles(), ElementsAre("avant le dernier retour en arrière"_ansi, "05/03/2024"));
 
