@@ -53,6 +53,12 @@ std::string ConsoleDialogs::openFile(std::string_view startFolder, std::string_v
     return readLine();
 }
 
+std::string ConsoleDialogs::saveFile(std::string_view name, std::string_view) {
+    message(std::string("Chemin du fichier à écrire ("_ansi) + std::string(name) + ")",
+            kApplicationTitle, MessageIcon::kNone);
+    return readLine();
+}
+
 void ConsoleNotifyIcon::add(std::string_view tip) { modify(tip); }
 
 void ConsoleNotifyIcon::modify(std::string_view tip) {

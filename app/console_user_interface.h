@@ -28,6 +28,7 @@ public:
     std::optional<std::string> inputBox(std::string_view prompt, std::string_view title,
                                         std::string_view defaultText) override;
     std::string openFile(std::string_view startFolder, std::string_view filter) override;
+    std::string saveFile(std::string_view name, std::string_view filter) override;
     void beep() override {}
 
 private:

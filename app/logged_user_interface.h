@@ -44,6 +44,9 @@ public:
     std::string openFile(std::string_view startFolder, std::string_view filter) override {
         return shown_.openFile(startFolder, filter);
     }
+    std::string saveFile(std::string_view name, std::string_view filter) override {
+        return shown_.saveFile(name, filter);
+    }
     void beep() override { shown_.beep(); }
 
 private:

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] std::size_t waiting();
 
     [[nodiscard]] BatchJournal& batches() { return batches_; }
+    // Where they are kept; null when they are not.
+    [[nodiscard]] JournalFile* file() { return file_.get(); }
 
 private:
     SystemBindings& bindings_;

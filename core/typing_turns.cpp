@@ -62,7 +62,8 @@ void TypingTurns::type(Batch batch) {
         const During typing([this](bool on) { busy_ = on; });
         JournalEntry entry;
         entry.id = batch.id;
-        report = dispatchAgain(platform_, state_, journal_, entry, std::move(batch.bytes), 1);
+        report = dispatchAgain(platform_, state_, journal_, entry, std::move(batch.bytes),
+                               batch.fromPass);
     }
     finish(report);
 }
@@ -118,10 +119,26 @@ void TypingTurns::retypeLast() {
         desktop_.say("Aucun lot n'a été reçu depuis le démarrage."_ansi);
         return;
     }
-    if (desktop_.targetReady())
-        type(last_);
+    start(last_);
+}
+
+void TypingTurns::retype(std::int64_t id, std::string bytes, std::int32_t fromPass) {
+    if (busy_ || suspended()) {
+        desktop_.say(busy_
+                         ? "Un lot est en cours de saisie : retapez ensuite."_ansi
+                         : "Une saisie est suspendue : reprenez-la ou abandonnez-la d'abord."_ansi);
+        return;
+    }
+    // It may be one that waits.
+    std::erase_if(waiting_, [id](const Batch& batch) { return batch.id == id; });
+    start({id, std::move(bytes), fromPass});
+}
+
+void TypingTurns::start(Batch batch) {
+    if (state_.scenario.active.FileMode || desktop_.targetReady())
+        type(std::move(batch));
     else
-        wait(last_, reasonOf(TypingStop::kNoTarget));
+        wait(std::move(batch), reasonOf(TypingStop::kNoTarget));
 }
 
 }  // namespace kalvo

@@ -47,6 +47,8 @@ public:
 
     // The last batch once more, from its beginning.
     void retypeLast();
+    // Any batch once more, from a pass on; not while another is being typed or suspended.
+    void retype(std::int64_t id, std::string bytes, std::int32_t fromPass);
 
     [[nodiscard]] bool busy() const { return busy_; }
     [[nodiscard]] bool suspended() const { return suspended_.rest != nullptr; }
@@ -55,9 +57,11 @@ private:
     struct Batch {
         std::int64_t id = 0;
         std::string bytes;
+        std::int32_t fromPass = 1;
     };
 
     void wait(Batch batch, std::string_view reason);
+    void start(Batch batch);
     void type(Batch batch);
     void finish(const BatchReport& report);
     void suspend(const BatchReport& report);

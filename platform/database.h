@@ -52,6 +52,11 @@ public:
     // Opens an existing file (path in code page 1252); RuntimeError 3024 when it
     // is missing, 3343 when it is not a database.
     [[nodiscard]] virtual std::unique_ptr<Database> OpenDatabase(std::string_view path) = 0;
+
+    // Copies a database, whole and as it is at one moment, over whatever file is called
+    // `to`, which nobody may have open. That file is the old one or the copy at any time.
+    // Errors as above and of a disk.
+    virtual void CompactDatabase(std::string_view from, std::string_view to) = 0;
 };
 
 }  // namespace kalvo

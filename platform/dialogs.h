@@ -32,6 +32,10 @@ public:
     [[nodiscard]] virtual std::string openFile(std::string_view startFolder,
                                                std::string_view filter) = 0;
 
+    // A save-file dialog that starts with a name; the chosen path, empty when the user
+    // cancels. Whoever writes to a path that exists has been asked.
+    [[nodiscard]] virtual std::string saveFile(std::string_view name, std::string_view filter) = 0;
+
     // The system's short sound.
     virtual void beep() = 0;
 };

@@ -86,6 +86,9 @@ public:
     [[nodiscard]] virtual std::optional<JournalEntry> find(std::int64_t id) = 0;
     // The bytes of a batch, exactly; empty when there is none of that id.
     [[nodiscard]] virtual std::string bytes(std::int64_t id) = 0;
+    // The batches that hold a text, whatever its case and accents; of a polled batch, within
+    // one record.
+    [[nodiscard]] virtual std::vector<std::int64_t> containing(std::string_view text) = 0;
 
     // Forgets batches received before a local time, then the oldest ones that are done
     // until all bytes are within `mostBytes`. How many were forgotten.

@@ -42,6 +42,11 @@ namespace kalvo {
     return inFolder(applicationFolder, "Scen.mdb");
 }
 
+// The daily copies of the scenario database.
+[[nodiscard]] inline std::string copiesFolder(std::string_view applicationFolder) {
+    return inFolder(applicationFolder, "Copies");
+}
+
 // The scenarios folder, with its closing separator.
 [[nodiscard]] inline std::string scenariosFolder(std::string_view applicationFolder) {
     return inFolder(inFolder(applicationFolder, "Scenarios"), "");

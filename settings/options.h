@@ -35,6 +35,7 @@ struct OptionInfo {
     std::int32_t standard = 0;  // when missing, empty or no number
     bool advisable = false;     // 1 is what "Réglages conseillés" sets
     std::string_view sentence;  // what 1 does, or what the number means, in one sentence
+    bool number = false;        // counts something, below 1 without limit; others are switches
 };
 
 // All of them, in the order in which they are shown.

@@ -14,6 +14,8 @@ IconMenuWindow::IconMenuWindow(Actions actions) : actions_(std::move(actions)) {
         connect(addAction(toQString(kMenuCaptions[i]).trimmed()), &QAction::triggered, this,
                 [this, i] { actions_.choose(static_cast<MenuEntry>(i)); });
     addSeparator();
+    connect(addAction("&Tableau de bord"), &QAction::triggered, this,
+            [this] { actions_.showDashboard(); });
     stop_ = addAction("Arrêter la saisie");
     connect(stop_, &QAction::triggered, this, [this] { actions_.stopTyping(); });
     retype_ = addAction("Retaper le dernier lot");

@@ -12,6 +12,7 @@ class IconMenuWindow : public QMenu {
 public:
     struct Actions {
         std::function<void(MenuEntry)> choose;
+        std::function<void()> showDashboard;
         std::function<void()> stopTyping;
         std::function<void()> retypeLast;
     };

@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QStyle>
 #include <algorithm>
@@ -111,6 +112,8 @@ void MenuWindow::stay(const QString& reason) {
     reason_->setMinimumHeight(reason_->heightForWidth(kStayingWidth));
     setFixedWidth(kStayingWidth);
     reason_->show();
+    // Whoever made it knows what its right button shows.
+    setContextMenuPolicy(Qt::CustomContextMenu);
     foreground_.remember();
     place(kFrameHeight);
     show();
@@ -122,6 +125,7 @@ void MenuWindow::leave() {
     stays_ = false;
     unload();
     setWindowFlags(kMenuFlags);
+    setContextMenuPolicy(Qt::DefaultContextMenu);
     reason_->hide();
     setMinimumWidth(0);
     setMaximumWidth(QWIDGETSIZE_MAX);
@@ -184,6 +188,8 @@ bool MenuWindow::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (event->type() == QEvent::MouseButtonRelease) {
+        const bool right = static_cast<QMouseEvent*>(event)->button() == Qt::RightButton;
+        if (stays_ && right) return false;
         take(entry);
         return true;
     }

@@ -27,6 +27,8 @@
 #include "core/serial_reception.h"
 #include "core/start_up.h"
 #include "core/typing_turns.h"
+#include "dashboard/site_copies.h"
+#include "dashboard/windows/dashboard_window.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_notify_icon.h"
@@ -51,7 +53,8 @@ namespace {
 
 constexpr int kTick = 200;  // milliseconds between two looks at who has the focus
 constexpr int kFocusTries = 30;
-constexpr int kFocusPause = 10;  // milliseconds
+constexpr int kFocusPause = 10;     // milliseconds
+constexpr int kFocusSettles = 150;  // milliseconds
 
 // The splash window frmSplach.
 class SplashWindow : public QWidget {
@@ -84,7 +87,7 @@ public:
           progress_([this] { events_.draw(); }),
           icon_(
               QApplication::windowIcon(), stateSigns(), [this] { menuWindow_.popUp(); },
-              [this] { iconMenu_.popUp(turns_.busy(), !turns_.busy() && !turns_.suspended()); }),
+              [this] { showIconMenu(); }),
           foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
           journal_(bindings, events_, [this](std::string_view text) { notices_.notify(text); }),
@@ -103,6 +106,7 @@ public:
                  .endProgram = [this] { events_.requestEnd(); }}),
           menuWindow_(*foreground_, [this](MenuEntry entry) { chooseNow(entry); }),
           iconMenu_({.choose = [this](MenuEntry entry) { chooseNow(entry); },
+                     .showDashboard = [this] { whenIdle([this] { showDashboard(); }); },
                      .stopTyping = [this] { watch_.stop(); },
                      .retypeLast = [this] { events_.deliver([this] { turns_.retypeLast(); }); }}),
           suspension_(
@@ -120,6 +124,8 @@ public:
             events_.deliver([this] { turns_.tick(); });
         });
         clock_.start(kTick);
+        QObject::connect(&menuWindow_, &QWidget::customContextMenuRequested, &events_,
+                         [this] { showIconMenu(); });
     }
 
     void run(EndSignals& signals) {
@@ -150,8 +156,21 @@ private:
                 case PortStart::kDone: break;
             }
         });
+        copyDatabase();
         journal_.begin();
         iconWatch_.begin();
+    }
+
+    // A database that could not be opened has been complained of.
+    void copyDatabase() {
+        if (!state_.database) return;
+        try {
+            keepDailyCopy(platform(), bindings_.applicationFolder);
+        } catch (const RuntimeError& error) {
+            notices_.notify(
+                std::string("La copie du jour des scénarios n'a pas pu être faite : "_ansi) +
+                error.description());
+        }
     }
 
     void prepareUnderSplash() {
@@ -179,13 +198,22 @@ private:
         menu_.choose(entry);
     }
 
-    // What would begin something new waits until typing has come to its end.
     void chooseNow(MenuEntry entry) {
-        if (turns_.busy() && entry != MenuEntry::kQuit)
-            events_.post([this, entry] { choose(entry); });
-        else
+        if (entry == MenuEntry::kQuit)
             events_.deliver([&] { choose(entry); });
+        else
+            whenIdle([this, entry] { choose(entry); });
     }
+
+    // What would begin something new waits until typing has come to its end.
+    void whenIdle(const std::function<void()>& begin) {
+        if (turns_.busy())
+            events_.post(begin);
+        else
+            events_.deliver(begin);
+    }
+
+    void showIconMenu() { iconMenu_.popUp(turns_.busy(), !turns_.busy() && !turns_.suspended()); }
 
     void dispatch() {
         transferWindow_.hide();
@@ -204,6 +232,7 @@ private:
 
     void batchDone(const BatchReport& report) {
         if (!report.whole()) iconWatch_.countWaiting();
+        if (dashboard_ && dashboard_->isVisible()) dashboard_->refresh();
         if (isSet(Option::kNotifications) || !report.whole()) icon_.notify(shortText(report));
         // What went nowhere must stay where it is.
         const bool mayForget = report.whole() || !isSet(Option::kEraseAfterSuccess);
@@ -212,6 +241,34 @@ private:
 
     [[nodiscard]] bool isSet(Option option) {
         return optionSet(*bindings_.profiles, bindings_.applicationFolder, option);
+    }
+
+    void showDashboard() {
+        if (!dashboard_)
+            dashboard_ = std::make_unique<DashboardWindow>(DashboardContext{
+                platform(),
+                state_,
+                journal_.file(),
+                {.deliver = [this](const auto& handler) { events_.deliver(handler); },
+                 .retype =
+                     [this](std::int64_t batch, std::string bytes, std::int32_t fromPass) {
+                         retype(batch, std::move(bytes), fromPass);
+                     },
+                 .closeSettings = [this] { return settings_.close(); }}});
+        dashboard_->show();
+        dashboard_->raise();
+        dashboard_->activateWindow();
+    }
+
+    // Once the focus has settled behind a question that was asked.
+    void retype(std::int64_t batch, std::string bytes, std::int32_t fromPass) {
+        QTimer::singleShot(kFocusSettles, &events_, [this, batch, bytes, fromPass] {
+            events_.deliver([&] {
+                const During typing([this](bool on) { iconWatch_.typing(on); });
+                turns_.retype(batch, bytes, fromPass);
+                iconWatch_.countWaiting();
+            });
+        });
     }
 
     void showReplay() {
@@ -286,6 +343,7 @@ private:
     TransferWindow transferWindow_;
     IconWatch iconWatch_{icon_, menuWindow_, *port_, journal_};
     DesktopSettings settings_;
+    std::unique_ptr<DashboardWindow> dashboard_;
 };
 
 QIcon programIcon() {

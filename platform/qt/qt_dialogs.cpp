@@ -91,6 +91,16 @@ std::string QtDialogs::openFile(std::string_view startFolder, std::string_view f
     return fromQString(dialog.selectedFiles().constFirst());
 }
 
+std::string QtDialogs::saveFile(std::string_view name, std::string_view filter) {
+    QFileDialog dialog(QApplication::activeWindow(), "Enregistrer", {},
+                       toolkitFilter(toQString(filter)));
+    dialog.setObjectName("frmEnregistrer");
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.selectFile(toQString(name));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return fromQString(dialog.selectedFiles().constFirst());
+}
+
 void QtDialogs::beep() { QApplication::beep(); }
 
 }  // namespace kalvo

@@ -6,6 +6,7 @@
 #include "platform/sqlite/database_path.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"
+#include "text/search_text.h"
 
 namespace kalvo {
 
@@ -40,6 +41,13 @@ std::string_view nameOf(BatchState state) {
 std::string text(sqlite3_stmt* row, int column) {
     const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
     return bytes == nullptr ? std::string() : fromUtf8(bytes);
+}
+
+// Valid until the next row.
+std::string_view blob(sqlite3_stmt* row, int column) {
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
+    if (bytes == nullptr) return {};
+    return {bytes, static_cast<std::size_t>(sqlite3_column_bytes(row, column))};
 }
 
 JournalEntry entryOf(sqlite3_stmt* row) {
@@ -243,12 +251,17 @@ std::string SqliteJournal::bytes(std::int64_t id) {
                          {});
     rows.bind(1, id);
     std::string bytes;
-    while (rows.step()) {
-        const auto* piece = static_cast<const char*>(sqlite3_column_blob(rows.handle(), 0));
-        const int size = sqlite3_column_bytes(rows.handle(), 0);
-        if (piece != nullptr) bytes.append(piece, static_cast<std::size_t>(size));
-    }
+    while (rows.step()) bytes += blob(rows.handle(), 0);
     return bytes;
+}
+
+std::vector<std::int64_t> SqliteJournal::containing(std::string_view text) {
+    SqliteStatement rows(*connection_, "SELECT Lot,Octets FROM Morceaux", {});
+    std::vector<std::int64_t> ids;
+    while (rows.step())
+        if (containsLoosely(blob(rows.handle(), 1), text))
+            ids.push_back(sqlite3_column_int64(rows.handle(), 0));
+    return ids;
 }
 
 std::size_t SqliteJournal::purge(std::string_view before, std::uint64_t mostBytes) {

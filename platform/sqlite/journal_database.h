@@ -50,6 +50,7 @@ public:
     [[nodiscard]] std::vector<JournalEntry> list(std::size_t most) override;
     [[nodiscard]] std::optional<JournalEntry> find(std::int64_t id) override;
     [[nodiscard]] std::string bytes(std::int64_t id) override;
+    [[nodiscard]] std::vector<std::int64_t> containing(std::string_view text) override;
     std::size_t purge(std::string_view before, std::uint64_t mostBytes) override;
 
 private:

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "platform/sqlite/database_path.h"
+#include "platform/sqlite/file_placement.h"
 #include "platform/sqlite/sqlite_connection.h"
 #include "platform/sqlite/statement_text.h"
+#include "platform/sqlite/temporary_file.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"
 
@@ -149,6 +152,22 @@ private:
 
 std::unique_ptr<Database> SqliteEngine::OpenDatabase(std::string_view path) {
     return std::make_unique<SqliteDatabase>(SqliteConnection::open(databaseFile(path)));
+}
+
+void SqliteEngine::CompactDatabase(std::string_view from, std::string_view to) {
+    const std::filesystem::path target = databaseFile(to);
+    const TemporaryFile made(target);
+    {
+        const SqliteConnection source = SqliteConnection::open(databaseFile(from));
+        SqliteStatement copy(source, "VACUUM INTO ?1", {});
+        copy.bindText(1, engineName(made.path()));
+        copy.runBound();
+    }
+    flushFile(made.path());
+    // A journal whose database is gone would be played back into the new one.
+    std::error_code ignored;
+    std::filesystem::remove(journalOf(target), ignored);
+    replaceFile(made.path(), target);
 }
 
 }  // namespace kalvo

@@ -16,6 +16,7 @@ class SqliteEngine : public DatabaseEngine {
 public:
     // Also RuntimeError 3051 for a file that may not be opened.
     [[nodiscard]] std::unique_ptr<Database> OpenDatabase(std::string_view path) override;
+    void CompactDatabase(std::string_view from, std::string_view to) override;
 };
 
 }  // namespace kalvo

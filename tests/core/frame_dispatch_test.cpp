@@ -210,11 +210,20 @@ TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
     EXPECT_EQ(world.keyboard.typed(), "AB");
     turns.retypeLast();
     EXPECT_EQ(world.keyboard.typed(), "B");
+    ready = false;
+    for (const std::int32_t from : {1, 2}) turns.retype(7, "x\ry\r", from);
+    EXPECT_EQ(world.keyboard.typed(), "");
+    ready = true;
+    turns.tick();
+    turns.tick();
+    EXPECT_EQ(world.keyboard.typed(), "Y") << "once, as it was wanted last";
     using Outcome = BatchReport::Outcome;
     EXPECT_THAT(done, ElementsAre(Outcome::kInterrupted, Outcome::kTyped, Outcome::kTyped,
-                                  Outcome::kTyped));
+                                  Outcome::kTyped, Outcome::kTyped));
     watch.away = true;
     receive("c\r");
+    turns.retype(1, "a\r", 1);
+    EXPECT_EQ(world.keyboard.typed(), "") << "one is suspended";
     turns.abandon();
     EXPECT_FALSE(turns.suspended());
     EXPECT_EQ(file.find(3)->state, BatchState::kInterrupted);

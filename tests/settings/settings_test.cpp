@@ -1,6 +1,7 @@
 // What is kept in INI files and the registry, and how it is read back.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "settings/application_paths.h"
@@ -27,6 +28,8 @@ struct Settings : ::testing::Test {
 TEST_F(Settings, OptionsAreReadEachTimeAndFallBackToTheirStandard) {
     for (const OptionInfo& info : allOptions()) {
         EXPECT_EQ(info.advisable, info.standard == 0) << info.key;
+        EXPECT_EQ(info.number, info.standard > 1) << info.key;
+        EXPECT_EQ(std::count(info.sentence.begin(), info.sentence.end(), '.'), 1) << info.key;
         for (const char* nothing : {"", "oui", "1x"}) {
             EXPECT_EQ(optionValue(files, app, info.option), info.standard) << info.key;
             files.write(optionsIni(app), "Options", info.key, nothing);

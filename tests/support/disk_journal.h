@@ -1,9 +1,10 @@
-// The journal on its real file, on a disk that can be full.
+// The journal on its real file, on a disk that can be full or damaged.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "journal/batch_journal.h"
 #include "platform/sqlite/journal_database.h"
 #include "text/runtime_error.h"
 
@@ -12,6 +13,7 @@ namespace kalvo::testing {
 class DiskJournal : public SqliteJournal {
 public:
     bool diskFull = false;
+    bool damaged = false;
 
     explicit DiskJournal(const std::string& folder) : SqliteJournal(folder, Use::kReceive) {}
     std::int64_t append(const NewBatch& batch, std::string_view bytes,
@@ -23,6 +25,11 @@ public:
                 std::string_view reason) override {
         work();
         SqliteJournal::update(id, state, passes, passesDone, reason);
+    }
+
+    std::vector<JournalEntry> list(std::size_t most) override {
+        if (damaged) throw RuntimeError(error_number::kDataFormat, "damaged");
+        return SqliteJournal::list(most);
     }
 
     // The states and bytes of all batches, in the order of their arrival.

@@ -65,6 +65,7 @@ public:
     std::string bytes(std::int64_t id) override {
         return batches.at(static_cast<std::size_t>(id) - 1).bytes;
     }
+    std::vector<std::int64_t> containing(std::string_view) override { return {}; }
     std::size_t purge(std::string_view, std::uint64_t) override { return 0; }
 
 private:

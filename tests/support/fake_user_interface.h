@@ -51,6 +51,10 @@ public:
         startFolder = folder;
         return chosenFile;
     }
+    std::string saveFile(std::string_view name, std::string_view) override {
+        lastDefault = name;
+        return chosenFile;
+    }
     void beep() override { ++beeps; }
 
 private:

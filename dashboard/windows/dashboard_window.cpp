@@ -1,0 +1,60 @@
+#include "dashboard/windows/dashboard_window.h"
+
+#include <QCloseEvent>
+#include <QEvent>
+#include <QShortcut>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "dashboard/windows/batch_page_window.h"
+#include "dashboard/windows/option_page_window.h"
+#include "dashboard/windows/site_page_window.h"
+#include "editor/windows/placed_window.h"
+
+namespace kalvo {
+
+namespace {
+
+// Room for the list and what is in a batch, at 96 dpi; the toolkit scales it.
+constexpr QSize kFirstSize(860, 600);
+
+}  // namespace
+
+DashboardWindow::DashboardWindow(const DashboardContext& context) {
+    setObjectName("frmTableau");
+    setWindowTitle("Tableau de bord");
+    setAttribute(Qt::WA_QuitOnClose, false);
+    batches_ = new BatchPage(context);
+    options_ = new OptionPage(context);
+    site_ = new SitePage(context);
+    TabTableau = new QTabWidget;
+    TabTableau->setObjectName("TabTableau");
+    TabTableau->addTab(batches_, "&Lots");
+    TabTableau->addTab(options_, "&Options");
+    TabTableau->addTab(site_, "&Site");
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(TabTableau);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { close(); });
+    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [this] { refresh(); });
+    resize(kFirstSize);
+    restorePlace(this, context.platform.registry);
+}
+
+void DashboardWindow::refresh() {
+    batches_->refresh();
+    options_->refresh();
+    site_->refresh();
+}
+
+void DashboardWindow::closeEvent(QCloseEvent* event) {
+    keepPlace(this);
+    event->accept();
+}
+
+// What happened while another window was in front.
+void DashboardWindow::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) refresh();
+    QWidget::changeEvent(event);
+}
+
+}  // namespace kalvo
