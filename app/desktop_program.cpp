@@ -33,6 +33,7 @@
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/single_instance.h"
+#include "settings/application_paths.h"
 #include "settings/options.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
@@ -152,6 +153,7 @@ private:
         });
         journal_.begin();
         iconWatch_.begin();
+        if (newSite_) events_.deliver([this] { settings_.offerAssistant(); });
     }
 
     void prepareUnderSplash() {
@@ -160,6 +162,7 @@ private:
             if (!on) foreground_->giveBack();
         });
         events_.DoEvents();
+        newSite_ = !bindings_.files->fileExists(portSerieIni(bindings_.applicationFolder));
         prepareApplicationFolder(*bindings_.files, dialogs_, bindings_.applicationFolder,
                                  bindings_.shippedData);
     }
@@ -289,6 +292,7 @@ private:
     TransferWindow transferWindow_;
     IconWatch iconWatch_{icon_, menuWindow_, *port_, journal_};
     DesktopSettings settings_;
+    bool newSite_ = false;  // no serial settings before this start
 };
 
 QIcon programIcon() {

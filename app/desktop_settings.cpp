@@ -5,6 +5,8 @@
 
 #include "app/portable_link.h"
 #include "editor/access_lock.h"
+#include "editor/first_site.h"
+#include "editor/line_status.h"
 #include "editor/windows/login_window.h"
 #include "editor/windows/port_choice_window.h"
 #include "platform/dialogs.h"
@@ -53,22 +55,57 @@ void DesktopSettings::show() {
     if (!state_.database)
         state_.database =
             platform_.databases.OpenDatabase(scenarioDatabase(bindings_.applicationFolder));
-    if (!window_)
-        window_ = new SettingsWindow(
-            platform_, state_, lock_,
-            {.deliver = [this](const auto& handler) { events_.deliver(handler); },
-             .unlock = [this] { return LoginWindow(platform_, lock_).exec() == QDialog::Accepted; },
-             .portDevices = [this] { return portDevices(); },
-             .showPortableTransfer = [this](QWidget* owner) { showPortableTransfer(owner); }});
+    if (!window_) window_ = new SettingsWindow(platform_, state_, lock_, services());
     window_->showAccess();
     window_->show();
     window_->raise();
     window_->activateWindow();
 }
 
-bool DesktopSettings::close() { return !window_ || window_->close(); }
+SettingsServices DesktopSettings::services() {
+    return {.deliver = [this](const auto& handler) { events_.deliver(handler); },
+            .unlock = [this] { return LoginWindow(platform_, lock_).exec() == QDialog::Accepted; },
+            .portDevices = [this] { return portDevices(); },
+            .showAssistant = [this] { showAssistant(); },
+            .showPortableTransfer = [this](QWidget* owner) { showPortableTransfer(owner); }};
+}
 
-void DesktopSettings::end() { delete window_; }
+bool DesktopSettings::close() {
+    if (assistant_) assistant_->close();
+    return !window_ || window_->close();
+}
+
+void DesktopSettings::end() {
+    delete assistant_;
+    delete window_;
+}
+
+void DesktopSettings::offerAssistant() {
+    if (nothingSetUp(platform_, state_)) showAssistant();
+}
+
+void DesktopSettings::showAssistant() {
+    events_.deliver([this] {
+        if (!assistant_)
+            assistant_ = new FirstSiteWindow(window_, platform_, state_, services(),
+                                             [this](bool portOpen) { siteSetUp(portOpen); });
+        assistant_->show();
+        assistant_->raise();
+        assistant_->activateWindow();
+    });
+}
+
+// What the settings window shows is not what is stored any more.
+void DesktopSettings::siteSetUp(bool portOpen) {
+    if (window_) {
+        window_->hide();
+        window_->deleteLater();
+        window_ = nullptr;
+    }
+    lock_ = {};
+    if (!portOpen) offerOtherPort();
+    platform_.icon.notify(lineStatus(platform_, state_));
+}
 
 // Portables are on the first port: ours is closed for them and opened again.
 void DesktopSettings::showPortableTransfer(QWidget* owner) {

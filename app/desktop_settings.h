@@ -10,6 +10,7 @@
 #include "core/serial_reception.h"
 #include "editor/access_lock.h"
 #include "editor/windows/erase_window.h"
+#include "editor/windows/first_site_window.h"
 #include "editor/windows/settings_window.h"
 #include "platform/platform.h"
 #include "platform/qt/qt_event_pump.h"
@@ -39,6 +40,9 @@ public:
     // After a start with a port that does not take its settings: says so and shows them.
     void showRefusedLine();
 
+    // After the first start of a site: shows the assistant if nothing is set up there.
+    void offerAssistant();
+
     // Whether the terminal may forget what it has sent. Asked once the program has come to
     // rest.
     void askForErase();
@@ -47,6 +51,9 @@ public:
 
 private:
     void showPortableTransfer(QWidget* owner);
+    void showAssistant();
+    void siteSetUp(bool portOpen);
+    [[nodiscard]] SettingsServices services();
     [[nodiscard]] std::vector<std::string> portDevices();
 
     Platform platform_;
@@ -58,6 +65,7 @@ private:
     EraseQuestion eraseQuestion_;
     EraseWindow eraseWindow_;
     QPointer<SettingsWindow> window_;
+    QPointer<FirstSiteWindow> assistant_;
 };
 
 }  // namespace kalvo

@@ -73,6 +73,13 @@ std::optional<std::string> askForFrame(const Platform& platform, Database& datab
 
 }  // namespace
 
+void leaveTimeToChangeWindow(const Platform& platform, const std::function<void()>& minimise) {
+    minimise();
+    platform.events.DoEvents();
+    platform.events.Sleep(kTimeToChangeWindow);
+    platform.events.DoEvents();
+}
+
 void runScenarioTest(const Platform& platform, RunTimeState& state, const CurrentScenario& current,
                      const std::function<void()>& minimise) {
     const auto scenario = readScenario(*state.database, current.scenarioNumber);
@@ -93,10 +100,7 @@ void runScenarioTest(const Platform& platform, RunTimeState& state, const Curren
     SplitFrameFields(platform, run, *frame);
     const std::string script = BuildKeyScript(platform, run, *frame);
     platform.progress.unload();
-    minimise();
-    platform.events.DoEvents();
-    platform.events.Sleep(kTimeToChangeWindow);
-    platform.events.DoEvents();
+    leaveTimeToChangeWindow(platform, minimise);
     if (run.active.FileMode)
         WriteFileLine(platform, run, script);
     else

@@ -16,4 +16,8 @@ namespace kalvo {
 void runScenarioTest(const Platform& platform, RunTimeState& state, const CurrentScenario& current,
                      const std::function<void()>& minimise);
 
+// Calls `minimise` and leaves the user two seconds to bring the target application to the
+// front.
+void leaveTimeToChangeWindow(const Platform& platform, const std::function<void()>& minimise);
+
 }  // namespace kalvo
