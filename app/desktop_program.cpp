@@ -111,7 +111,8 @@ public:
                .restartRecord = [this] { events_.deliver([this] { turns_.restartRecord(); }); },
                .abandon = [this] { events_.deliver([this] { turns_.abandon(); }); }}),
           transferWindow_([this] { reception_.cancelTransfer(); }),
-          settings_(platform(), state_, reception_, events_, bindings) {
+          settings_(platform(), state_, reception_, events_, bindings,
+                    [this] { return !turns_.busy() && targetReady(); }) {
         state_.scenario.applicationFolder = bindings.applicationFolder;
         reception_.onTransfer([this](bool running) { transferWindow_.setVisible(running); });
         port_->onLineChange([this](bool lost) { lineChanged(lost); });
@@ -144,13 +145,7 @@ private:
                 platform(), state_, reception_, [this] { settings_.show(); },
                 [this] { prepareUnderSplash(); });
         });
-        events_.deliver([&] {
-            switch (port) {
-                case PortStart::kUnavailable: settings_.offerOtherPort(); break;
-                case PortStart::kSettingsRefused: settings_.showRefusedLine(); break;
-                case PortStart::kDone: break;
-            }
-        });
+        events_.deliver([&] { settings_.offerWayOut(port); });
         journal_.begin();
         iconWatch_.begin();
         if (newSite_) events_.deliver([this] { settings_.offerAssistant(); });

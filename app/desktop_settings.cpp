@@ -1,7 +1,7 @@
 #include "app/desktop_settings.h"
 
 #include <QFileInfo>
-#include <functional>
+#include <utility>
 
 #include "app/portable_link.h"
 #include "editor/access_lock.h"
@@ -36,12 +36,13 @@ std::string describe(const PortEntry& port) {
 
 DesktopSettings::DesktopSettings(const Platform& platform, RunTimeState& state,
                                  SerialReception& reception, QtEventPump& events,
-                                 SystemBindings& bindings)
+                                 SystemBindings& bindings, std::function<bool()> targetReady)
     : platform_(platform),
       state_(state),
       reception_(reception),
       events_(events),
       bindings_(bindings),
+      targetReady_(std::move(targetReady)),
       eraseWindow_([this](bool erase) {
           events_.deliver([&] { answerEraseQuestion(platform_, eraseQuestion_, erase); });
       }) {}
@@ -66,6 +67,7 @@ SettingsServices DesktopSettings::services() {
     return {.deliver = [this](const auto& handler) { events_.deliver(handler); },
             .unlock = [this] { return LoginWindow(platform_, lock_).exec() == QDialog::Accepted; },
             .portDevices = [this] { return portDevices(); },
+            .targetReady = targetReady_,
             .showAssistant = [this] { showAssistant(); },
             .showPortableTransfer = [this](QWidget* owner) { showPortableTransfer(owner); }};
 }
@@ -103,7 +105,7 @@ void DesktopSettings::siteSetUp(bool portOpen) {
         window_ = nullptr;
     }
     lock_ = {};
-    if (!portOpen) offerOtherPort();
+    if (!portOpen) offerWayOut(openPort());
     platform_.icon.notify(lineStatus(platform_, state_));
 }
 
@@ -122,19 +124,42 @@ void DesktopSettings::showPortableTransfer(QWidget* owner) {
     window->show();
 }
 
+void DesktopSettings::offerWayOut(PortStart port) {
+    switch (port) {
+        case PortStart::kUnavailable: offerOtherPort(); break;
+        case PortStart::kSettingsRefused: showRefusedLine(); break;
+        case PortStart::kFailed:
+        case PortStart::kDone: break;
+    }
+}
+
+// Shows the error, if there is one.
+PortStart DesktopSettings::openPort() {
+    PortStart result = PortStart::kDone;
+    events_.deliver([&] {
+        try {
+            reception_.configurePort();
+            reception_.openPort();
+        } catch (const RuntimeError& error) {
+            result = portRefusal(error);
+            throw;
+        }
+    });
+    return result;
+}
+
 void DesktopSettings::offerOtherPort() {
     const std::string_view folder = bindings_.applicationFolder;
     SerialPort& port = platform_.port;
     int tried = integerPart(readPortSerie(platform_.profiles, folder, port_serie::kPort));
-    while (!port.PortOpen()) {
+    PortStart result = PortStart::kUnavailable;
+    while (result == PortStart::kUnavailable) {
         PortChoiceWindow choice(platform_.profiles, folder, portDevices(), tried);
         if (choice.exec() != QDialog::Accepted) break;
-        events_.deliver([this] {
-            reception_.configurePort();
-            reception_.openPort();
-        });
+        result = openPort();
         tried = port.CommPort();
     }
+    if (result != PortStart::kUnavailable) offerWayOut(result);
     platform_.icon.modify(trayTip(port.CommPort(), state_.scenario.active.ScenarioName));
 }
 

@@ -12,7 +12,6 @@
 #include "editor/key_tables.h"
 #include "editor/scenario_choices.h"
 #include "editor/scenario_editor.h"
-#include "editor/test_run.h"
 #include "platform/log.h"
 #include "platform/profile_files.h"
 #include "platform/serial_port.h"
@@ -103,7 +102,12 @@ void FirstSite::followDevices(std::vector<std::string> now) {
     for (std::size_t row = 0; row < now.size(); ++row)
         if (appeared(row)) rows.push_back(static_cast<int>(row));
     devices_ = std::move(now);
-    if (serial.CboPort.selected < 0 && rows.size() == 1) serial.choosePort(rows.front());
+    if (!portChosen_ && rows.size() == 1) serial.choosePort(rows.front());
+}
+
+void FirstSite::choosePort(int row) {
+    portChosen_ = true;
+    serial.choosePort(row);
 }
 
 bool FirstSite::toFile() const { return templateAt(templates.selected).type == kFileType; }
@@ -190,12 +194,12 @@ ScriptPreview FirstSite::preview() const {
     return preview;
 }
 
-void FirstSite::test(const std::function<void()>& minimise) const {
+void FirstSite::test(const TestDesktop& desktop) const {
     const ScriptPreview typed = preview();
     if (typed.toFile) return;
     platform_.log.write(LogLevel::kInformation, "Essai de l'assistant");
-    leaveTimeToChangeWindow(platform_, minimise);
-    typeScript(platform_, typed.script, typed.timerPause);
+    leaveTimeToChangeWindow(platform_, desktop);
+    if (targetReady(platform_, desktop)) typeScript(platform_, typed.script, typed.timerPause);
 }
 
 bool FirstSite::finish() {

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,6 +12,7 @@
 #include "editor/row_list.h"
 #include "editor/script_preview.h"
 #include "editor/serial_config.h"
+#include "editor/test_run.h"
 #include "platform/platform.h"
 
 namespace kalvo {
@@ -36,9 +36,12 @@ public:
     // Both outlive it. The database is open.
     FirstSite(const Platform& platform, RunTimeState& state);
 
-    // The device behind each port as it is now. While no port is chosen, the only one that
-    // has appeared since the last call is taken.
+    // The device behind each port as it is now. Until the user chooses a port, the only one
+    // that has appeared since the last call is taken: a built-in port gives way to the terminal
+    // that is plugged in.
     void followDevices(std::vector<std::string> now);
+    // The user's own choice.
+    void choosePort(int row);
     [[nodiscard]] const std::vector<std::string>& devices() const { return devices_; }
 
     // Whether the chosen template writes a file.
@@ -52,9 +55,9 @@ public:
 
     // What the scenario makes of the sample. Nothing is stored or typed.
     [[nodiscard]] ScriptPreview preview() const;
-    // Calls `minimise`, leaves two seconds to bring the target application to the front,
-    // and types the preview. A file is not written.
-    void test(const std::function<void()>& minimise) const;
+    // Leaves two seconds to bring the target application to the front and types the preview.
+    // A file is not written.
+    void test(const TestDesktop& desktop) const;
 
     // Stores everything, compiles the scenario, puts it in force and opens the port; true
     // when that is open. RuntimeErrors of the database: nothing is stored then.
@@ -68,6 +71,7 @@ private:
     Platform platform_;
     RunTimeState& state_;
     std::vector<std::string> devices_;
+    bool portChosen_ = false;  // by the user
 };
 
 }  // namespace kalvo

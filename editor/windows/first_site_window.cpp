@@ -103,7 +103,7 @@ QWidget* FirstSiteWindow::terminalPage() {
                      [this](int row) { act([&] { site_.serial.chooseProtocol(row); }); });
     CboPortTerminal = makeComboBox(
         "CboPortTerminal", "Le port du terminal ; les ports présents montrent leur appareil.",
-        [this](int row) { act([&] { site_.serial.choosePort(row); }); });
+        [this](int row) { act([&] { site_.choosePort(row); }); });
     CboPortTerminal->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     CboPortTerminal->setMinimumContentsLength(30);
     CboVitesseTerminal = makeComboBox(
@@ -249,6 +249,12 @@ void FirstSiteWindow::forward() {
 }
 
 void FirstSiteWindow::finish() {
+    // The site may have changed since the pages were left.
+    const std::string refusal = site_.refusalOfScenario();
+    if (!refusal.empty()) {
+        showWarning(platform_.dialogs, refusal);
+        return;
+    }
     const bool portOpen = site_.finish();
     accept();
     finished_(portOpen);
@@ -262,10 +268,12 @@ void FirstSiteWindow::runTest() {
             for (QWidget* const one : {owner, static_cast<QWidget*>(this)})
                 if (one != nullptr && !on) one->showNormal();
         });
-        site_.test([&] {
-            showMinimized();
-            if (owner != nullptr) owner->showMinimized();
-        });
+        site_.test({.minimise =
+                        [&] {
+                            showMinimized();
+                            if (owner != nullptr) owner->showMinimized();
+                        },
+                    .targetReady = services_.targetReady});
     });
 }
 

@@ -39,10 +39,16 @@ struct FirstSiteTest : ::testing::Test, testing::EditorSite {
 
 TEST_F(FirstSiteTest, StoresWhatTheSettingsWindowStores) {
     EXPECT_TRUE(nothingSetUp(platform, state));
+    site.followDevices({"/dev/ttyS0"});
+    EXPECT_EQ(site.serial.CboPort.selected, 0);
+    site.followDevices({"", "/dev/ttyS1", "/dev/ttyS2"});
+    EXPECT_EQ(site.serial.CboPort.selected, 0) << "two have appeared";
     site.followDevices({"/dev/ttyS0", "/dev/ttyS1"});
-    EXPECT_EQ(site.serial.CboPort.selected, -1) << "two have appeared";
     site.followDevices({"/dev/ttyS0", "/dev/ttyS1", "/dev/ttyUSB0"});
     EXPECT_EQ(site.serial.CboPort.selected, 2);
+    site.choosePort(2);
+    site.followDevices({"/dev/ttyS0", "/dev/ttyS1", "/dev/ttyUSB0", "/dev/ttyUSB1"});
+    EXPECT_EQ(site.serial.CboPort.selected, 2) << "the user's own";
     site.serial.chooseProtocol(2);
     EXPECT_TRUE(site.finish());
     EXPECT_FALSE(nothingSetUp(platform, state));
@@ -107,14 +113,15 @@ TEST_F(FirstSiteTest, TheSampleIsTypedAndNothingStored) {
     EXPECT_EQ(site.preview().script, "A{+}1{TAB}2{ENTER}");
     site.templates.selected = kFile;
     EXPECT_EQ(site.preview().script, "A+1;2\r\n");
-    site.test([] {});
+    const auto ready = [] { return true; };
+    site.test({[] {}, ready});
     EXPECT_THAT(world.keyboard.batches, IsEmpty()) << "a file is not typed";
     site.templates.selected = kPlace;
     EXPECT_THAT(site.remark(), HasSubstr("2 champs"));
     site.templates.selected = kCode;
     site.sample = "a";
     bool minimised = false;
-    site.test([&] { minimised = true; });
+    site.test({[&] { minimised = true; }, ready});
     EXPECT_TRUE(minimised);
     EXPECT_EQ(world.keyboard.typed(), "A!");
     EXPECT_THAT(world.events.sleeps, ::testing::Contains(2000));
