@@ -16,7 +16,6 @@
 #include "settings/serial_settings.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
-#include "text/runtime_error.h"
 
 namespace kalvo {
 
@@ -68,18 +67,22 @@ void openConfiguredPort(const Platform& platform, RunTimeState& state, SerialRec
     if (name.empty()) name = "Aucun scénario choisi"_ansi;
 }
 
-PortStart refusal(const RuntimeError& error) {
-    const bool another = error.number() == error_number::kPortInvalid ||
-                         error.number() == error_number::kPortAlreadyOpen;
-    return another ? PortStart::kUnavailable : PortStart::kSettingsRefused;
-}
-
 void showError(const Platform& platform, const RuntimeError& error) {
     platform.dialogs.message(errorText(error) + "\r\n\r\nL'application va se fermer.",
                              kApplicationTitle, MessageIcon::kCritical);
 }
 
 }  // namespace
+
+PortStart portRefusal(const RuntimeError& error) {
+    switch (error.number()) {
+        case error_number::kPortInvalid:
+        case error_number::kPortAlreadyOpen: return PortStart::kUnavailable;
+        case error_number::kPortSettings:
+        case error_number::kTypeMismatch: return PortStart::kSettingsRefused;
+        default: return PortStart::kFailed;
+    }
+}
 
 PortStart startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
                   const std::function<void()>& openSettings, const std::function<void()>& prepare) {
@@ -96,7 +99,7 @@ PortStart startUp(const Platform& platform, RunTimeState& state, SerialReception
                                                   state.scenario.applicationFolder);
         openConfiguredPort(platform, state, reception, openSettings, portRefused);
     } catch (const RuntimeError& error) {
-        if (portRefused) port = refusal(error);
+        if (portRefused) port = portRefusal(error);
         showError(platform, error);
     }
     const std::string tip = trayTip(platform.port.CommPort(), state.scenario.active.ScenarioName);

@@ -7,6 +7,7 @@
 #include "core/run_time_state.h"
 #include "core/serial_reception.h"
 #include "platform/platform.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 
@@ -15,7 +16,11 @@ enum class PortStart : std::uint8_t {
     kDone,             // open, or none is used
     kUnavailable,      // missing, or held by another program: another one may do
     kSettingsRefused,  // it does not open with the settings that are stored
+    kFailed,           // neither another port nor other settings would help
 };
+
+// What an error of the port's set-up or opening means for the user.
+[[nodiscard]] PortStart portRefusal(const RuntimeError& error);
 
 // Database, settings, scenario, key tables, port and tray icon, in this order. `prepare`
 // comes first and makes the application folder ready. A run-time error on the way is

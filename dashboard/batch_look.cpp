@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "core/no_progress.h"
-#include "editor/key_listing.h"
+#include "editor/keys/key_listing.h"
 #include "scenario/frame_processing.h"
 #include "settings/options.h"
 

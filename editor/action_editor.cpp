@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "editor/keys/key_tables.h"
 #include "editor/warning.h"
 #include "keys/key_files.h"
 #include "platform/database.h"
@@ -30,16 +31,6 @@ bool startsLikeField(std::string_view value) {
     return value.starts_with('&') || value.starts_with('^');
 }
 
-// A key's name as the picker shows it: the label, without its braces.
-std::string pickerName(std::string_view value) {
-    const std::string_view label = value.substr(0, value.find('@'));
-    const std::size_t open = value.find('{');
-    const std::size_t close = value.find('}');
-    if (open == std::string_view::npos || close == std::string_view::npos || close < open)
-        return std::string(label);
-    return std::string(value.substr(open + 1, close - open - 1));
-}
-
 std::string stepRow(std::string_view value) { return std::string(kRowPrefix).append(value); }
 
 }  // namespace
@@ -57,9 +48,9 @@ void ActionEditor::ChargeTouches() {
             LstTouches.push_back(value(touFicIni(folder), kFileSection, key));
     } else {
         for (std::size_t key = 0; key < kSystemKeys; ++key)
-            LstTouches.push_back(pickerName(value(toucheIni(folder), kSystemSection, key)));
+            LstTouches.push_back(keyName(value(toucheIni(folder), kSystemSection, key)));
         for (std::size_t key = 0; key < kParticularKeys; ++key)
-            LstTouches.push_back(pickerName(value(toucheIni(folder), kParticularSection, key)));
+            LstTouches.push_back(keyName(value(toucheIni(folder), kParticularSection, key)));
     }
     LstTouches.emplace_back("&Timer");
     LstTouches.emplace_back(kFreeField);

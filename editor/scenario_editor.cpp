@@ -27,6 +27,18 @@ std::string scenarioRow(std::string_view name) { return std::string(kRowPrefix).
 
 }  // namespace
 
+// A scenario is found by its name, and so is its compiled file: it needs one of its own.
+std::string refusalOfNewName(Database& database, const std::string& name) {
+    std::string problem = refusalOfName(name);
+    if (trimBlanks(name).empty())
+        problem = "Vous devez donner un nom au scénario."_ansi;
+    else if (name.find('\'') != std::string::npos)
+        problem = "Nom de scénario refusé : il contient une apostrophe"_ansi;
+    else if (problem.empty() && findScenario(database, name))
+        problem = "Un scénario de ce nom existe déjà."_ansi;
+    return problem;
+}
+
 void ScenarioEditor::load() {
     form.CboType.rows = scenarioTypes();
     ChargeScenarios();
@@ -150,15 +162,8 @@ void ScenarioEditor::save() {
     actions_.loadSteps(0, 0);
 }
 
-// A scenario is found by its name, and so is its compiled file: it needs one of its own.
 bool ScenarioEditor::nameIsFree(const std::string& name) {
-    std::string problem = refusalOfName(name);
-    if (trimBlanks(name).empty())
-        problem = "Vous devez donner un nom au scénario."_ansi;
-    else if (name.find('\'') != std::string::npos)
-        problem = "Nom de scénario refusé : il contient une apostrophe"_ansi;
-    else if (problem.empty() && findScenario(*state_.database, name))
-        problem = "Un scénario de ce nom existe déjà."_ansi;
+    const std::string problem = refusalOfNewName(*state_.database, name);
     if (!problem.empty()) showWarning(platform_.dialogs, problem);
     return problem.empty();
 }

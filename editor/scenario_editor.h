@@ -29,6 +29,9 @@ struct ScenarioForm {
     std::string TxtChemin;
 };
 
+// Why no scenario may be added under that name, in French; empty when one may.
+[[nodiscard]] std::string refusalOfNewName(Database& database, const std::string& name);
+
 class ScenarioEditor {
 public:
     ScenarioForm form;

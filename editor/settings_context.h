@@ -25,6 +25,11 @@ struct SettingsServices {
     // The device behind port 1, 2, ... as users know it (code page 1252); empty where there is
     // none.
     std::function<std::vector<std::string>()> portDevices;
+    // Gets windows of ours out of the way of what is typed; whether an application has the
+    // focus then.
+    std::function<bool()> targetReady = [] { return true; };
+    // Shows the assistant of a new site.
+    std::function<void()> showAssistant = [] {};
     // Shows the file transfer with a portable, owned by the given window.
     std::function<void(QWidget* owner)> showPortableTransfer;
 };

@@ -73,8 +73,24 @@ std::optional<std::string> askForFrame(const Platform& platform, Database& datab
 
 }  // namespace
 
+void leaveTimeToChangeWindow(const Platform& platform, const TestDesktop& desktop) {
+    desktop.minimise();
+    platform.events.DoEvents();
+    platform.events.Sleep(kTimeToChangeWindow);
+    platform.events.DoEvents();
+}
+
+bool targetReady(const Platform& platform, const TestDesktop& desktop) {
+    const bool ready = desktop.targetReady();
+    if (!ready)
+        showWarning(platform.dialogs,
+                    "Aucune application n'est devant : rien n'a été frappé. Recommencez et passez "
+                    "dans l'application visée dans les deux secondes."_ansi);
+    return ready;
+}
+
 void runScenarioTest(const Platform& platform, RunTimeState& state, const CurrentScenario& current,
-                     const std::function<void()>& minimise) {
+                     const TestDesktop& desktop) {
     const auto scenario = readScenario(*state.database, current.scenarioNumber);
     if (!scenario) return;
     auto frame = askForFrame(platform, *state.database, scenario->Numero);
@@ -93,13 +109,10 @@ void runScenarioTest(const Platform& platform, RunTimeState& state, const Curren
     SplitFrameFields(platform, run, *frame);
     const std::string script = BuildKeyScript(platform, run, *frame);
     platform.progress.unload();
-    minimise();
-    platform.events.DoEvents();
-    platform.events.Sleep(kTimeToChangeWindow);
-    platform.events.DoEvents();
+    leaveTimeToChangeWindow(platform, desktop);
     if (run.active.FileMode)
         WriteFileLine(platform, run, script);
-    else
+    else if (targetReady(platform, desktop))
         typeScript(platform, script, run.TimerPause);
 }
 

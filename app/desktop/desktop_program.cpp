@@ -35,6 +35,7 @@
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/single_instance.h"
+#include "settings/application_paths.h"
 #include "settings/options.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
@@ -114,7 +115,8 @@ public:
                .restartRecord = [this] { events_.deliver([this] { turns_.restartRecord(); }); },
                .abandon = [this] { events_.deliver([this] { turns_.abandon(); }); }}),
           transferWindow_([this] { reception_.cancelTransfer(); }),
-          settings_(platform(), state_, reception_, events_, bindings) {
+          settings_(platform(), state_, reception_, events_, bindings,
+                    [this] { return !turns_.busy() && targetReady(); }) {
         state_.scenario.applicationFolder = bindings.applicationFolder;
         reception_.onTransfer([this](bool running) { transferWindow_.setVisible(running); });
         port_->onLineChange([this](bool lost) { lineChanged(lost); });
@@ -149,16 +151,11 @@ private:
                 platform(), state_, reception_, [this] { settings_.show(); },
                 [this] { prepareUnderSplash(); });
         });
-        events_.deliver([&] {
-            switch (port) {
-                case PortStart::kUnavailable: settings_.offerOtherPort(); break;
-                case PortStart::kSettingsRefused: settings_.showRefusedLine(); break;
-                case PortStart::kDone: break;
-            }
-        });
+        events_.deliver([&] { settings_.offerWayOut(port); });
         copyDatabase();
         journal_.begin();
         iconWatch_.begin();
+        if (newSite_) events_.deliver([this] { settings_.offerAssistant(); });
     }
 
     // A database that could not be opened has been complained of.
@@ -179,6 +176,7 @@ private:
             if (!on) foreground_->giveBack();
         });
         events_.DoEvents();
+        newSite_ = !bindings_.files->fileExists(portSerieIni(bindings_.applicationFolder));
         prepareApplicationFolder(*bindings_.files, dialogs_, bindings_.applicationFolder,
                                  bindings_.shippedData);
     }
@@ -344,6 +342,7 @@ private:
     IconWatch iconWatch_{icon_, menuWindow_, *port_, journal_};
     DesktopSettings settings_;
     std::unique_ptr<DashboardWindow> dashboard_;
+    bool newSite_ = false;  // no serial settings before this start
 };
 
 QIcon programIcon() {

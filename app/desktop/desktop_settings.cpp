@@ -1,10 +1,12 @@
 #include "app/desktop/desktop_settings.h"
 
 #include <QFileInfo>
-#include <functional>
+#include <utility>
 
 #include "app/portable_link.h"
 #include "editor/access_lock.h"
+#include "editor/first_site.h"
+#include "editor/port/line_status.h"
 #include "editor/windows/login_window.h"
 #include "editor/windows/port_choice_window.h"
 #include "platform/dialogs.h"
@@ -34,12 +36,13 @@ std::string describe(const PortEntry& port) {
 
 DesktopSettings::DesktopSettings(const Platform& platform, RunTimeState& state,
                                  SerialReception& reception, QtEventPump& events,
-                                 SystemBindings& bindings)
+                                 SystemBindings& bindings, std::function<bool()> targetReady)
     : platform_(platform),
       state_(state),
       reception_(reception),
       events_(events),
       bindings_(bindings),
+      targetReady_(std::move(targetReady)),
       eraseWindow_([this](bool erase) {
           events_.deliver([&] { answerEraseQuestion(platform_, eraseQuestion_, erase); });
       }) {}
@@ -53,22 +56,58 @@ void DesktopSettings::show() {
     if (!state_.database)
         state_.database =
             platform_.databases.OpenDatabase(scenarioDatabase(bindings_.applicationFolder));
-    if (!window_)
-        window_ = new SettingsWindow(
-            platform_, state_, lock_,
-            {.deliver = [this](const auto& handler) { events_.deliver(handler); },
-             .unlock = [this] { return LoginWindow(platform_, lock_).exec() == QDialog::Accepted; },
-             .portDevices = [this] { return portDevices(); },
-             .showPortableTransfer = [this](QWidget* owner) { showPortableTransfer(owner); }});
+    if (!window_) window_ = new SettingsWindow(platform_, state_, lock_, services());
     window_->showAccess();
     window_->show();
     window_->raise();
     window_->activateWindow();
 }
 
-bool DesktopSettings::close() { return !window_ || window_->close(); }
+SettingsServices DesktopSettings::services() {
+    return {.deliver = [this](const auto& handler) { events_.deliver(handler); },
+            .unlock = [this] { return LoginWindow(platform_, lock_).exec() == QDialog::Accepted; },
+            .portDevices = [this] { return portDevices(); },
+            .targetReady = targetReady_,
+            .showAssistant = [this] { showAssistant(); },
+            .showPortableTransfer = [this](QWidget* owner) { showPortableTransfer(owner); }};
+}
 
-void DesktopSettings::end() { delete window_; }
+bool DesktopSettings::close() {
+    if (assistant_) assistant_->close();
+    return !window_ || window_->close();
+}
+
+void DesktopSettings::end() {
+    delete assistant_;
+    delete window_;
+}
+
+void DesktopSettings::offerAssistant() {
+    if (nothingSetUp(platform_, state_)) showAssistant();
+}
+
+void DesktopSettings::showAssistant() {
+    events_.deliver([this] {
+        if (!assistant_)
+            assistant_ = new FirstSiteWindow(window_, platform_, state_, services(),
+                                             [this](bool portOpen) { siteSetUp(portOpen); });
+        assistant_->show();
+        assistant_->raise();
+        assistant_->activateWindow();
+    });
+}
+
+// What the settings window shows is not what is stored any more.
+void DesktopSettings::siteSetUp(bool portOpen) {
+    if (window_) {
+        window_->hide();
+        window_->deleteLater();
+        window_ = nullptr;
+    }
+    lock_ = {};
+    if (!portOpen) offerWayOut(openPort());
+    platform_.icon.notify(lineStatus(platform_, state_));
+}
 
 // Portables are on the first port: ours is closed for them and opened again.
 void DesktopSettings::showPortableTransfer(QWidget* owner) {
@@ -85,19 +124,42 @@ void DesktopSettings::showPortableTransfer(QWidget* owner) {
     window->show();
 }
 
+void DesktopSettings::offerWayOut(PortStart port) {
+    switch (port) {
+        case PortStart::kUnavailable: offerOtherPort(); break;
+        case PortStart::kSettingsRefused: showRefusedLine(); break;
+        case PortStart::kFailed:
+        case PortStart::kDone: break;
+    }
+}
+
+// Shows the error, if there is one.
+PortStart DesktopSettings::openPort() {
+    PortStart result = PortStart::kDone;
+    events_.deliver([&] {
+        try {
+            reception_.configurePort();
+            reception_.openPort();
+        } catch (const RuntimeError& error) {
+            result = portRefusal(error);
+            throw;
+        }
+    });
+    return result;
+}
+
 void DesktopSettings::offerOtherPort() {
     const std::string_view folder = bindings_.applicationFolder;
     SerialPort& port = platform_.port;
     int tried = integerPart(readPortSerie(platform_.profiles, folder, port_serie::kPort));
-    while (!port.PortOpen()) {
+    PortStart result = PortStart::kUnavailable;
+    while (result == PortStart::kUnavailable) {
         PortChoiceWindow choice(platform_.profiles, folder, port, portDevices(), tried);
         if (choice.exec() != QDialog::Accepted) break;
-        events_.deliver([this] {
-            reception_.configurePort();
-            reception_.openPort();
-        });
+        result = openPort();
         tried = port.CommPort();
     }
+    if (result != PortStart::kUnavailable) offerWayOut(result);
     platform_.icon.modify(trayTip(port.CommPort(), state_.scenario.active.ScenarioName));
 }
 

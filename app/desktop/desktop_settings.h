@@ -2,14 +2,17 @@
 #pragma once
 
 #include <QPointer>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "app/bindings/system_bindings.h"
 #include "core/run_time_state.h"
 #include "core/serial_reception.h"
+#include "core/start_up.h"
 #include "editor/access_lock.h"
 #include "editor/windows/erase_window.h"
+#include "editor/windows/first_site_window.h"
 #include "editor/windows/settings_window.h"
 #include "platform/platform.h"
 #include "platform/qt/qt_event_pump.h"
@@ -18,9 +21,11 @@ namespace kalvo {
 
 class DesktopSettings {
 public:
-    // Everything given here outlives it.
+    // Everything given here outlives it. `targetReady` gets every window of the program out of
+    // the way; whether an application has the focus then.
     DesktopSettings(const Platform& platform, RunTimeState& state, SerialReception& reception,
-                    QtEventPump& events, SystemBindings& bindings);
+                    QtEventPump& events, SystemBindings& bindings,
+                    std::function<bool()> targetReady);
     DesktopSettings(const DesktopSettings&) = delete;
     DesktopSettings& operator=(const DesktopSettings&) = delete;
 
@@ -34,10 +39,12 @@ public:
     // Closes it without asking: the program ends.
     void end();
 
-    // After a start without its port: the user may name others until one opens.
-    void offerOtherPort();
-    // After a start with a port that does not take its settings: says so and shows them.
-    void showRefusedLine();
+    // After the port could not be opened: another one may be named until one opens, or the
+    // settings that it does not take are shown. Nothing where neither would help.
+    void offerWayOut(PortStart port);
+
+    // After the first start of a site: shows the assistant if nothing is set up there.
+    void offerAssistant();
 
     // Whether the terminal may forget what it has sent. Asked once the program has come to
     // rest.
@@ -47,6 +54,12 @@ public:
 
 private:
     void showPortableTransfer(QWidget* owner);
+    void showAssistant();
+    void siteSetUp(bool portOpen);
+    [[nodiscard]] PortStart openPort();
+    void offerOtherPort();
+    void showRefusedLine();
+    [[nodiscard]] SettingsServices services();
     [[nodiscard]] std::vector<std::string> portDevices();
 
     Platform platform_;
@@ -54,10 +67,12 @@ private:
     SerialReception& reception_;
     QtEventPump& events_;
     SystemBindings& bindings_;
+    std::function<bool()> targetReady_;
     AccessLock lock_;
     EraseQuestion eraseQuestion_;
     EraseWindow eraseWindow_;
     QPointer<SettingsWindow> window_;
+    QPointer<FirstSiteWindow> assistant_;
 };
 
 }  // namespace kalvo

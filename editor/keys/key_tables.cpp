@@ -36,6 +36,14 @@ std::vector<KeyBox> readTable(ProfileFiles& profiles, std::string_view folder,
 
 }  // namespace
 
+std::string keyName(std::string_view entry) {
+    const std::size_t open = entry.find('{');
+    const std::size_t close = entry.find('}');
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open)
+        return std::string(entry.substr(0, entry.find('@')));
+    return std::string(entry.substr(open + 1, close - open - 1));
+}
+
 KeyTables RemplirTouches(ProfileFiles& profiles, std::string_view applicationFolder) {
     return {readTable(profiles, applicationFolder, kParticularSection, kParticularKeys),
             readTable(profiles, applicationFolder, kSystemSection, kSystemKeys)};

@@ -22,6 +22,10 @@ struct KeyTables {
     std::vector<KeyBox> systemKey;  // system keys, 0 to 22
 };
 
+// A key's name as the picker and the steps have it: the label of its entry, without its
+// braces.
+[[nodiscard]] std::string keyName(std::string_view entry);
+
 [[nodiscard]] KeyTables RemplirTouches(ProfileFiles& profiles, std::string_view applicationFolder);
 
 // Writes the labels of a section in order, each with the code its entry has in

@@ -19,6 +19,12 @@ std::vector<std::string> portRows() {
     return rows;
 }
 
+RowList portsWithDevices(RowList ports, const std::vector<std::string>& devices) {
+    for (std::size_t row = 0; row < ports.rows.size() && row < devices.size(); ++row)
+        if (!devices[row].empty()) ports.rows[row] += " : " + devices[row];
+    return ports;
+}
+
 bool portOffered(int row) { return row >= 0 && row < kPorts && (row + 1) % 10 != 0; }
 
 void storePortChoice(ProfileFiles& profiles, std::string_view applicationFolder,

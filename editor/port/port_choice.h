@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "editor/row_list.h"
 #include "platform/profile_files.h"
 #include "platform/serial_port.h"
 
@@ -12,6 +13,9 @@ namespace kalvo {
 
 // "COM 1" to "COM 20".
 [[nodiscard]] std::vector<std::string> portRows();
+
+// The same with the device behind each port that has one.
+[[nodiscard]] RowList portsWithDevices(RowList ports, const std::vector<std::string>& devices);
 
 // Whether that row can be chosen: ports 10 and 20 are stored as port 1.
 [[nodiscard]] bool portOffered(int row);

@@ -1,6 +1,7 @@
 #include "editor/windows/notes_view.h"
 
 #include <QStringList>
+#include <algorithm>
 
 #include "platform/qt/qt_text.h"
 
@@ -13,7 +14,7 @@ class WholeLabel : public QLabel {
 protected:
     void resizeEvent(QResizeEvent* event) override {
         QLabel::resizeEvent(event);
-        setMinimumHeight(heightForWidth(width()));
+        setMinimumHeight(std::max(heightForWidth(width()), 0));
     }
 };
 
@@ -34,7 +35,7 @@ void showNotes(QLabel* label, const std::vector<std::string>& warnings,
     for (const std::string& warning : warnings) lines << "⚠ " + toQString(warning);
     for (const std::string& remark : remarks) lines << toQString(remark);
     label->setText(lines.join('\n'));
-    label->setMinimumHeight(label->heightForWidth(label->width()));
+    label->setMinimumHeight(std::max(label->heightForWidth(label->width()), 0));
     label->setVisible(!lines.empty());
 }
 

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "editor/port/port_choice.h"
 #include "editor/windows/row_list_view.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
@@ -141,10 +142,7 @@ void PortPage::followPlugging() {
 }
 
 void PortPage::showPorts() {
-    RowList ports = context_.serial.CboPort;
-    for (std::size_t row = 0; row < ports.rows.size() && row < devices_.size(); ++row)
-        if (!devices_[row].empty()) ports.rows[row] += " : " + devices_[row];
-    showRows(CboPort, ports);
+    showRows(CboPort, portsWithDevices(context_.serial.CboPort, devices_));
 }
 
 void PortPage::refresh() {

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "editor/first_site.h"
 #include "editor/port/line_status.h"
 #include "editor/windows/actions_window.h"
 #include "editor/windows/connection_page_window.h"
@@ -117,8 +118,14 @@ QLayout* SettingsWindow::makeFoot() {
     connect(CmdDeverrouiller, &QPushButton::clicked, this, [this] {
         if (context_.services.unlock()) showAccess();
     });
+    CmdAssistant = new QPushButton("&Assistant...");
+    CmdAssistant->setObjectName("CmdAssistant");
+    CmdAssistant->setToolTip("Met en route un premier terminal et un premier scénario, pas à pas.");
+    pressWithEnter(CmdAssistant);
+    connect(CmdAssistant, &QPushButton::clicked, this, context_.services.showAssistant);
     auto* const foot = new QHBoxLayout;
     foot->addWidget(LblEtat, 1);
+    foot->addWidget(CmdAssistant);
     foot->addWidget(CmdDeverrouiller);
     return foot;
 }
@@ -165,6 +172,7 @@ void SettingsWindow::refresh() {
     port_->refresh();
     scenario_->refresh();
     LblEtat->setText(toQString(lineStatus(context_.platform, context_.state)));
+    CmdAssistant->setVisible(nothingSetUp(context_.platform, context_.state));
     showNotes(LblRemarques, choices_.warnings);
     showSteps();
 }

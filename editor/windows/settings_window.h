@@ -59,6 +59,7 @@ private:
     QLabel* LblRemarques = nullptr;
     QLabel* LblEtat = nullptr;
     QPushButton* CmdDeverrouiller = nullptr;
+    QPushButton* CmdAssistant = nullptr;
     ConnectionPage* connection_ = nullptr;
     PortPage* port_ = nullptr;
     KeyPage* particularKeys_ = nullptr;

@@ -141,7 +141,8 @@ void TestWindow::runTest() {
     context_.act([this] {
         context_.actions.cancelInsert();
         runScenarioTest(context_.platform, context_.state, context_.current,
-                        [this] { parentWidget()->showMinimized(); });
+                        {.minimise = [this] { parentWidget()->showMinimized(); },
+                         .targetReady = context_.services.targetReady});
     });
 }
 

@@ -38,8 +38,8 @@ struct StartingUp : ::testing::Test, testing::Site {
         writeSetting(world.registry, kRacScenChx, name);
         files.create(scenarioFile(folder.path(), name))->close();
     }
-    void start() {
-        startUp(platform, state, reception, [this] { ++settingsOpened; });
+    PortStart start() {
+        return startUp(platform, state, reception, [this] { ++settingsOpened; });
     }
     [[nodiscard]] std::string tip() const { return world.icon.lastTip; }
     static std::string expectedTip(const char* port, std::string_view name) {
@@ -113,9 +113,18 @@ TEST_F(StartingUp, ErrorsAreShownAndTheProgramGoesOn) {
 
     std::filesystem::rename(database + ".away", database);
     world.dialogs.shown.clear();
-    world.port.openError = error_number::kPortAlreadyOpen;
-    start();
-    EXPECT_THAT(world.dialogs.texts()[0], HasSubstr("8005"));
+    const struct {
+        int error;
+        PortStart port;
+    } cases[] = {{error_number::kPortSettings, PortStart::kSettingsRefused},
+                 {error_number::kPermissionDenied, PortStart::kFailed},
+                 {error_number::kPortInvalid, PortStart::kUnavailable},
+                 {error_number::kPortAlreadyOpen, PortStart::kUnavailable}};
+    for (const auto& [error, port] : cases) {
+        world.port.openError = error;
+        EXPECT_EQ(start(), port) << error;
+    }
+    EXPECT_THAT(world.dialogs.texts().back(), HasSubstr("8005"));
     EXPECT_EQ(tip(), expectedTip("2", "Stock"));
 }
 

@@ -31,14 +31,24 @@ TEST_F(ScenarioTest, IsPreviewedThenTypedFourTimes) {
 
     // It asks four times for each field, and types after two seconds.
     world.dialogs.inputs = {"a", "1", "b", "2", "c", "3", "d", "4"};
-    bool minimised = false;
-    runScenarioTest(platform, state, current, [&] { minimised = true; });
-    EXPECT_TRUE(minimised);
+    std::string desktop;
+    const auto minimise = [&] { desktop += 'm'; };
+    runScenarioTest(platform, state, current, {minimise, [&] {
+                                                   desktop += 't';
+                                                   return true;
+                                               }});
+    EXPECT_EQ(desktop, "mt");
     EXPECT_EQ(world.dialogs.shown.size(), 8U);
     EXPECT_EQ(world.dialogs.shown[1].text, "Valeur du champs &QTY");
     EXPECT_THAT(world.events.sleeps, ::testing::Contains(2000));
     EXPECT_EQ(world.keyboard.typed(), "A>1!B>2!C>3!D>4!");
     EXPECT_EQ(state.scenario.active.ScenarioName, "") << "a test puts nothing in force";
+
+    // Not into a window of ours.
+    world.dialogs.inputs = {"a", "1", "b", "2", "c", "3", "d", "4"};
+    runScenarioTest(platform, state, current, {minimise, [] { return false; }});
+    EXPECT_EQ(world.keyboard.typed(), "");
+    EXPECT_THAT(world.dialogs.texts().back(), ::testing::HasSubstr("rien n"));
 }
 
 TEST_F(ScenarioTest, LeavesAnotherOneInForce) {
@@ -53,7 +63,7 @@ TEST_F(ScenarioTest, LeavesAnotherOneInForce) {
         setOption(profiles, folder.path(), option, 1);
     EXPECT_THAT(preview("1\r").options, ElementsAre(::testing::HasSubstr("TexteConstruit")));
     world.dialogs.inputs = {"1", "2", "3", "4"};
-    runScenarioTest(platform, state, current, [] {});
+    runScenarioTest(platform, state, current, {[] {}, [] { return true; }});
     EXPECT_THAT(state.scenario.active.ActionLines, ElementsAre("", "&CODE", "Touche Tab"));
     EXPECT_FALSE(state.scenario.active.FileMode);
     current.scenarioNumber = 99;
