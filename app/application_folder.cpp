@@ -22,8 +22,8 @@ namespace {
 constexpr std::int64_t kYoungest = 60;  // seconds
 namespace fs = std::filesystem;
 
-constexpr std::array<std::string_view, 4> kShippedFiles = {"Touche.ini", "Corres.ini", "TouFic.ini",
-                                                           "PortSerie.ini"};
+constexpr std::array<std::string_view, 5> kShippedFiles = {
+    "Applications.ini", "Touche.ini", "Corres.ini", "TouFic.ini", "PortSerie.ini"};
 
 bool holds(const fs::path& folder, const char* file) {
     std::error_code error;

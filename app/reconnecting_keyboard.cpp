@@ -25,7 +25,10 @@ bool ReconnectingKeyboard::connected() {
 
 void ReconnectingKeyboard::tryToConnect() {
     lastTry_ = steadyTicks();
-    resumeNext([this] { keyboard_ = connect_(); });
+    resumeNext([this] {
+        keyboard_ = connect_();
+        keyboard_->useManners(mannerOf_);
+    });
 }
 
 }  // namespace kalvo

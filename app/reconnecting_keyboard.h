@@ -3,6 +3,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "platform/keyboard_input.h"
 
@@ -21,6 +23,11 @@ public:
     [[nodiscard]] KeyboardLayout& foregroundLayout() override {
         return keyboard_->foregroundLayout();
     }
+    void useManners(MannerOf mannerOf) override {
+        mannerOf_ = std::move(mannerOf);
+        keyboard_->useManners(mannerOf_);
+    }
+    [[nodiscard]] std::string takeUntyped() override { return keyboard_->takeUntyped(); }
     void prepareFor(std::string_view script) override { keyboard_->prepareFor(script); }
     [[nodiscard]] bool awaitTarget(int milliseconds) override {
         return keyboard_->awaitTarget(milliseconds);
@@ -58,6 +65,7 @@ private:
     void tryToConnect();
 
     Connect connect_;
+    MannerOf mannerOf_;
     std::unique_ptr<KeyboardInput> keyboard_;  // never null
     std::uint32_t lastTry_ = 0;
 };

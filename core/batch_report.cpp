@@ -1,5 +1,7 @@
 #include "core/batch_report.h"
 
+#include <utility>
+
 #include "text/ansi_text.h"
 
 namespace kalvo {
@@ -17,9 +19,22 @@ std::string inTheJournal(const BatchReport& report) {
            std::string(" du journal)"_ansi);
 }
 
-std::string withTouched(const BatchReport& report, std::string text) {
-    const std::string touched = touchedText(report);
-    return touched.empty() ? text : text + " ; " + touched;
+std::string joined(std::string text, std::string_view more) {
+    if (text.empty() || more.empty()) return text.append(more);
+    return text.append(" ; ").append(more);
+}
+
+std::string withRemarks(const BatchReport& report, std::string text) {
+    return joined(std::move(text), remarksText(report));
+}
+
+std::string touchedText(const BatchReport& report) {
+    if (report.touched.empty()) return {};
+    std::string numbers;
+    for (const std::int32_t pass : report.touched)
+        numbers += (numbers.empty() ? "" : ", ") + std::to_string(pass);
+    return (report.touched.size() > 1 ? "enregistrements " : "enregistrement ") + numbers +
+           std::string(" à vérifier (touche pressée pendant la saisie)"_ansi);
 }
 
 // Where typed keys went; of a file the short text tells.
@@ -31,25 +46,25 @@ std::string placeOf(const BatchReport& report) {
 
 }  // namespace
 
-std::string touchedText(const BatchReport& report) {
-    if (report.touched.empty()) return {};
-    std::string numbers;
-    for (const std::int32_t pass : report.touched)
-        numbers += (numbers.empty() ? "" : ", ") + std::to_string(pass);
-    return (report.touched.size() > 1 ? "enregistrements " : "enregistrement ") + numbers +
-           std::string(" à vérifier (touche pressée pendant la saisie)"_ansi);
+std::string untypedText(std::string_view untyped) {
+    if (untyped.empty()) return {};
+    return std::string("caractères non saisis : "_ansi).append(untyped);
+}
+
+std::string remarksText(const BatchReport& report) {
+    return joined(touchedText(report), untypedText(report.untyped));
 }
 
 std::string shortText(const BatchReport& report) {
     switch (report.outcome) {
         case BatchReport::Outcome::kTyped:
-            return withTouched(
+            return withRemarks(
                 report, counted(report.passes, "enregistrement saisi", "enregistrements saisis"));
         case BatchReport::Outcome::kWritten:
             return counted(report.passes, "enregistrement", "enregistrements") +
                    std::string(" dans "_ansi) + report.target;
         case BatchReport::Outcome::kInterrupted:
-            return withTouched(report,
+            return withRemarks(report,
                                std::string("Saisie arrêtée après "_ansi) +
                                    counted(report.passesDone, "enregistrement", "enregistrements") +
                                    " sur " + std::to_string(report.passes) + " : " + report.reason +

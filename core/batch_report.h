@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/log.h"
@@ -34,6 +35,8 @@ struct BatchReport {
     std::string reason;  // French, code page 1252
     // The records during which the user pressed keys of his own, ascending.
     std::vector<std::int32_t> touched;
+    // Characters that the session has no way to type, each once.
+    std::string untyped;
     // What is left of an interrupted one, if it can be taken up again in this run.
     std::shared_ptr<BatchTyping> rest;
     TypingStop stop = TypingStop::kNone;
@@ -43,8 +46,11 @@ struct BatchReport {
     }
 };
 
-// "enregistrement 3 à vérifier (touche pressée pendant la saisie)"; empty when none is.
-[[nodiscard]] std::string touchedText(const BatchReport& report);
+// "caractères non saisis : ..."; empty for none.
+[[nodiscard]] std::string untypedText(std::string_view untyped);
+// "enregistrement 3 à vérifier (touche pressée pendant la saisie)" and "caractères non
+// saisis : ..."; empty when there is nothing to check.
+[[nodiscard]] std::string remarksText(const BatchReport& report);
 // "40 enregistrements saisis", "Lot gardé : ...": one line for a bubble.
 [[nodiscard]] std::string shortText(const BatchReport& report);
 // The same with characters, time and the place where it went, for a log.

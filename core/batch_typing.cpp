@@ -56,10 +56,11 @@ TypingStop BatchTyping::run(const Platform& platform, BatchJournal& journal, Bat
         if (report.touched.empty() || report.touched.back() != pass) report.touched.push_back(pass);
     };
     const Typing typing = typeScript(platform, script, timerPause_, ScriptSource::kReceived, news);
+    report.untyped = typing.untyped;
     if (typing.stop == TypingStop::kNone) {
         report.outcome = BatchReport::Outcome::kTyped;
         report.passesDone = passes();
-        journal.typed(batch_, passes(), touchedText(report));
+        journal.typed(batch_, passes(), remarksText(report));
         return typing.stop;
     }
     report.outcome = BatchReport::Outcome::kInterrupted;

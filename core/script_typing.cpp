@@ -36,6 +36,7 @@ public:
             typing_.stop = TypingStop::kProgramEnds;
         }
         if (typing_.stop == TypingStop::kNone) typing_.typed = script_.size();
+        typing_.untyped = platform_.keyboard.takeUntyped();
         return typing_;
     }
 
@@ -96,7 +97,7 @@ private:
         };
         Keysend keysend(platform_.keyboard, platform_.events, platform_.watch, std::move(news));
         const Typing piece = keysend.SendKeyScript(text, 0);
-        typing_ = {place(piece.typed), piece.stop, place(piece.resumeAt), piece.lead};
+        typing_ = {place(piece.typed), piece.stop, place(piece.resumeAt), piece.lead, {}};
     }
 
     [[nodiscard]] bool going() const { return typing_.stop == TypingStop::kNone; }

@@ -54,7 +54,7 @@ Typing Keysend::SendKeyScript(std::string_view script, std::int16_t wait) {
     chooseFlags(family);
     if (family == OsFamily::k9x) {
         sendByPlatform(keyboard_, script, wait);
-        return {script.size(), TypingStop::kNone, 0, {}};
+        return {script.size(), TypingStop::kNone, 0, {}, {}};
     }
     const LockStates initial = switchLocksOff();
     KeyScriptReader reader(script, [this](char c) { return keyboard_.CharToOemA(c); });

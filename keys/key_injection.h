@@ -26,6 +26,8 @@ struct Typing {
     // Of a script that was stopped: it goes on with `lead` and what is behind `resumeAt`.
     std::size_t resumeAt = 0;
     std::string lead;
+    // The characters that could not be typed, each once, as far as the session tells.
+    std::string untyped;
 };
 
 // What a sender tells while it types; positions are in characters of the script.

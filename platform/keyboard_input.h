@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/typing_manner.h"
 #include "text/ansi_text.h"
 #include "text/oem_text.h"
 #include "text/runtime_error.h"
@@ -69,9 +70,16 @@ public:
     // reference is valid until the next call. Cheap: it is called for every key.
     [[nodiscard]] virtual KeyboardLayout& foregroundLayout() = 0;
 
-    // A script is about to be typed into the application that has the focus: a binding
-    // that has to make keys for its characters makes them now.
+    // Who knows how an application wants to be typed into; asked for each script.
+    virtual void useManners(MannerOf /*mannerOf*/) {}
+
+    // A script is about to be typed into the application that has the focus, in its
+    // manner: a binding that has to make keys for the characters makes them now.
     virtual void prepareFor(std::string_view /*script*/) {}
+
+    // The script is done. The characters, each once, that could not be typed since the
+    // last call.
+    [[nodiscard]] virtual std::string takeUntyped() { return {}; }
 
     // Waits, at most that long, when the application is further behind than it may be. False
     // when there was a reason to wait: much may have happened meanwhile, and there may be one

@@ -37,6 +37,11 @@ namespace kalvo {
     return inFolder(applicationFolder, "Options.ini");
 }
 
+// Applications.ini: how each application wants to be typed into.
+[[nodiscard]] inline std::string applicationsIni(std::string_view applicationFolder) {
+    return inFolder(applicationFolder, "Applications.ini");
+}
+
 // Scen.mdb: the scenario database.
 [[nodiscard]] inline std::string scenarioDatabase(std::string_view applicationFolder) {
     return inFolder(applicationFolder, "Scen.mdb");

@@ -96,6 +96,7 @@ BatchReport replayFrame(const Platform& platform, ScenarioRun& run, std::string 
         const ScriptSource source = whole ? ScriptSource::kReceived : ScriptSource::kReplayed;
         const Typing typing = typeScript(platform, script, run.TimerPause, source);
         if (typing.stop == TypingStop::kProgramEnds) throw ProgramEnd{};
+        report.untyped = typing.untyped;
         if (typing.stop != TypingStop::kNone) {
             report.outcome = BatchReport::Outcome::kInterrupted;
             report.reason = reasonOf(typing.stop);

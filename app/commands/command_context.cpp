@@ -8,6 +8,7 @@
 
 #include "app/application_folder.h"
 #include "app/process/process_start.h"
+#include "settings/application_settings.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/file_error_text.h"
@@ -32,6 +33,13 @@ CommandContext::CommandContext(SystemBindings& bindings, CommandLog use)
     state.scenario.applicationFolder = bindings.applicationFolder;
     prepareApplicationFolder(*bindings.files, dialogs, bindings.applicationFolder,
                              bindings.shippedData);
+}
+
+void CommandContext::useKeyboard(std::unique_ptr<KeyboardInput> keyboard) {
+    keyboard_ = std::move(keyboard);
+    keyboard_->useManners(applicationManners(
+        *bindings_.profiles, bindings_.applicationFolder,
+        [this](std::string_view text) { output.said().write(LogLevel::kWarning, text); }));
 }
 
 void CommandContext::openSerialPort() {

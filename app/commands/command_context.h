@@ -46,7 +46,7 @@ class CommandContext {
 public:
     explicit CommandContext(SystemBindings& bindings, CommandLog use = CommandLog::kNothing);
 
-    void useKeyboard(std::unique_ptr<KeyboardInput> keyboard) { keyboard_ = std::move(keyboard); }
+    void useKeyboard(std::unique_ptr<KeyboardInput> keyboard);
     void openSerialPort();
 
     // The platform as it is now; valid as long as the context.

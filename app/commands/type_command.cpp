@@ -2,6 +2,7 @@
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
 #include "app/process/end_signals.h"
+#include "core/batch_report.h"
 #include "core/frame_dispatch.h"
 #include "core/script_typing.h"
 #include "text/ansi_text.h"
@@ -18,6 +19,7 @@ int runType(const CommandLine& line, SystemBindings& bindings) {
     const Typing typing = typeScript(context.platform(), script, line.pause);
     const bool whole = typing.stop == TypingStop::kNone;
     if (!whole) writeErrorLine(reasonOf(typing.stop));
+    if (!typing.untyped.empty()) writeErrorLine(untypedText(typing.untyped));
     context.output.log().write(whole ? LogLevel::kInformation : LogLevel::kWarning,
                                std::string("Script saisi, caractères : "_ansi) +
                                    std::to_string(typing.typed) + " sur " +

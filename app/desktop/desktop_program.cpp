@@ -36,6 +36,7 @@
 #include "platform/qt/qt_text.h"
 #include "platform/qt/single_instance.h"
 #include "settings/application_paths.h"
+#include "settings/application_settings.h"
 #include "settings/options.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
@@ -117,6 +118,9 @@ public:
           transferWindow_([this] { reception_.cancelTransfer(); }),
           settings_(platform(), state_, reception_, events_, bindings,
                     [this] { return !turns_.busy() && targetReady(); }) {
+        keyboard_.useManners(applicationManners(
+            *bindings.profiles, bindings.applicationFolder,
+            [this](std::string_view text) { log_->write(LogLevel::kWarning, text); }));
         state_.scenario.applicationFolder = bindings.applicationFolder;
         reception_.onTransfer([this](bool running) { transferWindow_.setVisible(running); });
         port_->onLineChange([this](bool lost) { lineChanged(lost); });

@@ -9,12 +9,25 @@ namespace kalvo {
 void ComposedCharacters::type(char character) {
     layout_.follow();
     const auto stroke = layout_.strokeOf(character);
-    if (!stroke) return;
+    if (!stroke) {
+        layout_.noteUntyped(character);
+        return;
+    }
     const bool capsLock = locks_.capsLockOn();
     const xkb_keycode_t capsLockKey = keymap_.modifiers().capsLock.keycode;
     if (capsLock) injector_.tap(capsLockKey);
     tap(*stroke);
     if (capsLock) injector_.tap(capsLockKey);
+}
+
+void ComposedCharacters::typeOnKeypad(char character) {
+    constexpr std::uint8_t kVkNumpad0 = 0x60;
+    const xkb_keycode_t alt = keymap_.modifiers().alt.keycode;
+    records_.inject(alt, false, true);
+    const auto code = static_cast<unsigned char>(character);
+    for (const int digit : {0, code / 100, code / 10 % 10, code % 10})
+        injector_.tap(layout_.namedKeycode(static_cast<std::uint8_t>(kVkNumpad0 + digit)));
+    records_.inject(alt, true, true);
 }
 
 // With exactly the modifiers it needs; those a script holds are lifted meanwhile.

@@ -18,6 +18,8 @@ public:
         : keymap_(keymap), layout_(layout), injector_(injector), records_(records), locks_(locks) {}
 
     void type(char character);
+    // With Alt and its code on the keypad instead: 0 and the code of the ANSI code page.
+    void typeOnKeypad(char character);
 
 private:
     void tap(KeyStroke stroke);

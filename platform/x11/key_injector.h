@@ -5,7 +5,9 @@
 #include <xkbcommon/xkbcommon.h>
 
 #include <bitset>
+#include <chrono>
 #include <cstdint>
+#include <thread>
 
 #include "platform/x11/x11_connection.h"
 
@@ -15,14 +17,19 @@ class KeyInjector {
 public:
     explicit KeyInjector(X11Connection& connection) : connection_(connection) {}
 
+    // A pause behind each press and each release; none at first.
+    void setPause(std::chrono::milliseconds pause) { pause_ = pause; }
+
     void press(xkb_keycode_t key) {
         send(XCB_KEY_PRESS, key);
         down_.set(key);
         ++presses_;
+        rest(pause_);
     }
     void release(xkb_keycode_t key) {
         send(XCB_KEY_RELEASE, key);
         down_.reset(key);
+        rest(pause_);
     }
     void tap(xkb_keycode_t key) {
         press(key);
@@ -31,6 +38,13 @@ public:
     void releaseAll() {
         for (xkb_keycode_t key = 0; key < down_.size(); ++key)
             if (down_[key]) release(key);
+    }
+
+    // Lets everything out and waits.
+    void rest(std::chrono::milliseconds time) {
+        if (time.count() == 0) return;
+        connection_.flush();
+        std::this_thread::sleep_for(time);
     }
 
     // Events that do not count as pressed by this program.
@@ -47,6 +61,7 @@ public:
 private:
     X11Connection& connection_;
     std::bitset<256> down_;
+    std::chrono::milliseconds pause_{0};
     std::uint64_t presses_ = 0;
 };
 

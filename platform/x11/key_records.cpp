@@ -6,6 +6,7 @@ namespace kalvo {
 
 namespace {
 
+// The answer for a character without a key: Shift, Control and Alt around nothing.
 constexpr std::uint16_t kNoKey = 0xFFFF;
 
 bool isUp(std::uint32_t flags) { return (flags & kKeyEventKeyUp) != 0; }
@@ -19,8 +20,7 @@ bool isControlOrAlt(std::uint16_t virtualKey) {
 // The key's own record tells what the modifiers before it are for.
 void KeyRecords::feed(std::span<const KeyRecord> records, AltKeypad& keypad) {
     const std::uint16_t key = records.back().virtualKey;
-    if (key == kNoKey) return;
-    const bool altGr = (key & kNeedsAltGr) == kNeedsAltGr;
+    const bool altGr = key != kNoKey && (key & kNeedsAltGr) == kNeedsAltGr;
     for (const KeyRecord& record : records) {
         if (!altGr || !isControlOrAlt(record.virtualKey))
             keypad.feed(record);

@@ -11,6 +11,21 @@ constexpr std::chrono::milliseconds kTypingPause{200};
 // Key maps in a row that may come into force before typing goes on all the same.
 constexpr int kMapsInARow = 5;
 
+// Characters that get keys of their own: all, or those that have no Alt+keypad code.
+constexpr unsigned char kLastAscii = 0x7F;
+constexpr unsigned char kLastAnsi = 0xFF;
+
+// The release of Enter, Tab or a function key: an application may begin something then.
+bool confirms(const KeyRecord& record) {
+    constexpr unsigned kTab = 0x09;
+    constexpr unsigned kEnter = 0x0D;
+    constexpr unsigned kF1 = 0x70;
+    constexpr unsigned kF24 = 0x87;
+    const unsigned key = record.virtualKey & 0xFFU;
+    return (record.flags & kKeyEventKeyUp) != 0 &&
+           (key == kTab || key == kEnter || (key >= kF1 && key <= kF24));
+}
+
 }  // namespace
 
 X11Keyboard::X11Keyboard(const char* display) : connection_(display), keymap_(connection_) {}
@@ -44,17 +59,87 @@ bool X11Keyboard::holdLayout() {
 
 KeyboardLayout& X11Keyboard::foregroundLayout() {
     layout_.follow();
+    layout_.passText(manner_.method == TypingMethod::kClipboard && !modifierHeld());
     return layout_;
 }
 
 void X11Keyboard::prepareFor(std::string_view script) {
     if (!connection_.alive()) return;
+    takeManner();
     layout_.follow();
-    layout_.prepareFor(script);
+    if (manner_.method != TypingMethod::kClipboard)
+        layout_.prepareFor(script,
+                           manner_.method == TypingMethod::kKeypad ? kLastAscii : kLastAnsi);
+}
+
+void X11Keyboard::takeManner() {
+    pace_.lookAtTarget();
+    if (mannerOf_) manner_ = mannerOf_(target_.names());
+    injector_.setPause(std::chrono::milliseconds(manner_.keyPause));
+    pace_.setLead(manner_.lead > 0 ? manner_.lead : TargetPace::kUsualLead);
+}
+
+std::string X11Keyboard::takeUntyped() {
+    if (clipboard_) clipboard_->putBack();
+    return layout_.takeUntyped();
+}
+
+void X11Keyboard::passComposed(char character) {
+    if (manner_.method == TypingMethod::kClipboard)
+        text_ += character;
+    else if (manner_.method == TypingMethod::kKeypad)
+        composed_.typeOnKeypad(character);
+    else
+        composed_.type(character);
 }
 
 bool X11Keyboard::awaitTarget(int milliseconds) {
     return !connection_.alive() || pace_.await(std::chrono::milliseconds(milliseconds));
+}
+
+void X11Keyboard::passKey(const KeyRecord& record) {
+    const unsigned key = record.virtualKey & 0xFFU;
+    if (key == X11Layout::kVkPacket) {
+        if ((record.flags & kKeyEventKeyUp) == 0) text_ += static_cast<char>(record.scanCode);
+        return;
+    }
+    // Locks around a composed character do not part it from the text.
+    if (key != kVkNumLock && key != kVkCapital && key != kVkScroll) paste();
+    records_.press(record);
+}
+
+bool X11Keyboard::modifierHeld() const {
+    const ModifierKeys& keys = keymap_.modifiers();
+    const auto down = [&](const ModifierOfKey& key) {
+        return key.keycode <= 255 && injector_.isDown(key.keycode);
+    };
+    return altKeypad_.holdsAlt() || down(keys.shift) || down(keys.control) || down(keys.alt);
+}
+
+// The text gathered so far, with Control+V.
+void X11Keyboard::paste() {
+    if (text_.empty()) return;
+    const std::string text = std::exchange(text_, {});
+    // From here on others have to answer.
+    connection_.flush();
+    if (!clipboard_) clipboard_ = std::make_unique<ClipboardPaste>(connection_.displayName());
+    const auto v = layout_.strokeOf('v');
+    if (!v || !clipboard_->offer(text)) {
+        for (const char character : text) composed_.type(character);
+        return;
+    }
+    const xkb_keycode_t control = keymap_.modifiers().control.keycode;
+    injector_.press(control);
+    injector_.tap(v->keycode);
+    injector_.release(control);
+    connection_.flush();
+    pace_.lookAtTarget();
+    static_cast<void>(clipboard_->awaitFetch(target_.focus()));
+}
+
+void X11Keyboard::finishInput() {
+    paste();
+    connection_.sync();
 }
 
 void X11Keyboard::SendInput(std::span<const KeyRecord> records) {
@@ -63,6 +148,7 @@ void X11Keyboard::SendInput(std::span<const KeyRecord> records) {
     userModifiers_.lift();
     records_.feed(records, altKeypad_);
     userModifiers_.putBack();
+    if (confirms(records.back())) injector_.rest(std::chrono::milliseconds(manner_.confirmPause));
 }
 
 void X11Keyboard::keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) {

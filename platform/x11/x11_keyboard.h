@@ -3,11 +3,15 @@
 
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/keyboard_input.h"
 #include "platform/x11/alt_keypad.h"
+#include "platform/x11/clipboard_paste.h"
 #include "platform/x11/composed_characters.h"
 #include "platform/x11/held/left_down_keys.h"
 #include "platform/x11/held/lock_state.h"
@@ -42,11 +46,13 @@ public:
     void releaseAll();
 
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
+    void useManners(MannerOf mannerOf) override { mannerOf_ = std::move(mannerOf); }
     void prepareFor(std::string_view script) override;
+    [[nodiscard]] std::string takeUntyped() override;
     [[nodiscard]] bool awaitTarget(int milliseconds) override;
     void SendInput(std::span<const KeyRecord> records) override;
     [[nodiscard]] bool connected() override { return connection_.alive(); }
-    void finishInput() override { connection_.sync(); }
+    void finishInput() override;
     void endTyping() override { pace_.rest(); }
     [[nodiscard]] bool holdLayout() override;
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
@@ -55,8 +61,11 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    void passKey(const KeyRecord& record) override { records_.press(record); }
-    void passComposed(char character) override { composed_.type(character); }
+    void passKey(const KeyRecord& record) override;
+    void passComposed(char character) override;
+    void takeManner();
+    [[nodiscard]] bool modifierHeld() const;
+    void paste();
     void startTyping();
 
     X11Connection connection_;
@@ -73,6 +82,10 @@ private:
     KeyRecords records_{keymap_, layout_, injector_, locks_};
     ComposedCharacters composed_{keymap_, layout_, injector_, records_, locks_};
     Clock::time_point lastTyping_;
+    MannerOf mannerOf_;
+    TypingManner manner_;
+    std::unique_ptr<ClipboardPaste> clipboard_;  // from the first use on
+    std::string text_;                           // still to be pasted
 };
 
 }  // namespace kalvo

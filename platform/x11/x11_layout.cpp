@@ -11,6 +11,8 @@ namespace kalvo {
 
 namespace {
 
+constexpr char kDelete = '\x7F';
+
 std::uint8_t lowByte(std::uint16_t virtualKey) { return virtualKey & 0xFFU; }
 
 }  // namespace
@@ -21,11 +23,11 @@ void X11Layout::follow() {
     namedKeycodes_.fill(0);
 }
 
-void X11Layout::prepareFor(std::string_view script) {
+void X11Layout::prepareFor(std::string_view script, unsigned char lastCode) {
     std::array<std::size_t, 256> counts{};
     for (const char character : script) ++counts[static_cast<unsigned char>(character)];
     std::vector<unsigned char> characters;
-    for (std::size_t code = ' '; code < counts.size(); ++code)
+    for (std::size_t code = ' '; code <= lastCode; ++code)
         if (counts[code] > 0) characters.push_back(static_cast<unsigned char>(code));
     std::stable_sort(characters.begin(), characters.end(),
                      [&](unsigned char a, unsigned char b) { return counts[a] > counts[b]; });
@@ -37,20 +39,32 @@ void X11Layout::prepareFor(std::string_view script) {
     spares_.prepare(std::move(symbols));
 }
 
+void X11Layout::noteUntyped(char character) {
+    if (untyped_.find(character) == std::string::npos) untyped_ += character;
+}
+
 xkb_keysym_t X11Layout::missingSymbol(char character) {
     if (keymap_.layout().VkKeyScanExA(character) != -1) return XKB_KEY_NoSymbol;
     return symbolOfCharacter(character);
 }
 
 std::int16_t X11Layout::VkKeyScanExA(char character) {
+    if (passesText_ && ansiToUnicode(character) >= ' ' && character != kDelete) {
+        passed_ = character;
+        return kVkPacket;
+    }
     const std::int16_t own = keymap_.layout().VkKeyScanExA(character);
     if (own != -1) return own;
     const auto stroke = spares_.strokeFor(symbolOfCharacter(character));
-    if (!stroke) return -1;
+    if (!stroke) {
+        noteUntyped(character);
+        return -1;
+    }
     return static_cast<std::int16_t>(spares_.virtualKeyOf(stroke->keycode) | stroke->shiftState);
 }
 
 std::uint16_t X11Layout::MapVirtualKeyExA(std::uint16_t virtualKey) {
+    if (virtualKey == kVkPacket) return static_cast<unsigned char>(passed_);
     if (const auto spare = spares_.keycodeOf(virtualKey))
         return static_cast<std::uint16_t>(*spare - kScanToKeycode);
     return keymap_.layout().MapVirtualKeyExA(virtualKey);

@@ -6,7 +6,9 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/keyboard_input.h"
 #include "platform/x11/keymap/spare_keycodes.h"
@@ -20,8 +22,14 @@ class X11Layout : public KeyboardLayout {
 public:
     X11Layout(X11Keymap& keymap, SpareKeycodes& spares) : keymap_(keymap), spares_(spares) {}
 
-    // Gives keys to the characters of a script that have none, the most frequent first.
-    void prepareFor(std::string_view script);
+    // Gives keys to the characters of a script that have none, up to a code, the most
+    // frequent first.
+    void prepareFor(std::string_view script, unsigned char lastCode);
+
+    // The virtual key of a character as such (VK_PACKET), its code in the scan code.
+    static constexpr std::uint8_t kVkPacket = 0xE7;
+    // Whether text comes out as such characters instead of keys.
+    void passText(bool on) { passesText_ = on; }
 
     // Takes in a map that has come into force since the last call.
     void follow();
@@ -37,11 +45,18 @@ public:
     // The key and modifiers that type a character as text.
     [[nodiscard]] std::optional<KeyStroke> strokeOf(char character);
 
+    // Characters that could not be typed are kept, each once, until they are taken.
+    void noteUntyped(char character);
+    [[nodiscard]] std::string takeUntyped() { return std::exchange(untyped_, {}); }
+
 private:
     [[nodiscard]] xkb_keysym_t missingSymbol(char character);
 
     X11Keymap& keymap_;
     SpareKeycodes& spares_;
+    std::string untyped_;
+    bool passesText_ = false;
+    char passed_ = '\0';
     std::array<xkb_keycode_t, 256> namedKeycodes_{};  // 0: not looked up yet
 };
 

@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "settings/application_paths.h"
+#include "settings/application_settings.h"
 #include "settings/options.h"
 #include "settings/serial_settings.h"
 #include "settings/settings_store.h"
@@ -40,6 +42,36 @@ TEST_F(Settings, OptionsAreReadEachTimeAndFallBackToTheirStandard) {
         EXPECT_TRUE(setOption(files, app, info.option, 0));
         EXPECT_FALSE(optionSet(files, app, info.option)) << info.key;
     }
+}
+
+TEST_F(Settings, AnApplicationIsTypedIntoInItsMannerElseInThatOfAll) {
+    std::vector<std::string> complaints;
+    const MannerOf mannerOf = applicationManners(
+        files, app, [&](std::string_view text) { complaints.emplace_back(text); });
+    const auto of = [&](std::vector<std::string> names) { return mannerOf(names); };
+    EXPECT_EQ(of({"Term", "term"}), TypingManner()) << "no file";
+    const auto write = [&](const char* section, std::string_view key, const char* value) {
+        files.write(applicationsIni(app), section, key, value);
+    };
+    write("term", "Methode", "Presse-Papiers");
+    write("term", "PauseTouche", "5");
+    write("*", "PauseTouche", "1");
+    write("*", "PauseValidation", "20");
+    write("Term", "Avance", "0");
+    write("*", "Avance", "x");
+    const TypingManner term{.method = TypingMethod::kClipboard,
+                            .keyPause = 5,
+                            .confirmPause = 20,
+                            .lead = 0,
+                            .extendedKeys = false};
+    EXPECT_EQ(of({"Other", "TERM"}), term);
+    EXPECT_EQ(of({"Other", "TERM"}), term);
+    EXPECT_EQ(of({}), (TypingManner{.keyPause = 1, .confirmPause = 20}));
+    EXPECT_EQ(
+        complaints,
+        (std::vector<std::string>{
+            std::string("Applications.ini, section « TERM », Avance : valeur ignorée, 0"_ansi),
+            std::string("Applications.ini, section « * », Avance : valeur ignorée, x"_ansi)}));
 }
 
 TEST_F(Settings, IniReaderTakesTheFileFirstAndWriterLast) {

@@ -48,6 +48,8 @@ struct RecordingWindow::Connection {
         XSelectInput(reader, window, KeyPressMask | ExposureMask);
         marks = XCreateSimpleWindow(reader, DefaultRootWindow(reader), 0, 0, 1, 1, 0, 0, 0);
         XSetWMProtocols(reader, window, &ping, 1);
+        XClassHint names{instance.data(), className.data()};
+        XSetClassHint(reader, window, &names);
         XMapWindow(reader, window);
         XEvent event;
         XWindowEvent(reader, window, ExposureMask, &event);
@@ -85,8 +87,30 @@ struct RecordingWindow::Connection {
         return true;
     }
 
+    void askForClipboard() const {
+        XConvertSelection(reader, XInternAtom(reader, "CLIPBOARD", False), utf8, utf8, window,
+                          CurrentTime);
+        XFlush(reader);
+    }
+
+    [[nodiscard]] std::string clipboardText() const {
+        Atom type = None;
+        int format = 0;
+        unsigned long count = 0;
+        unsigned long rest = 0;
+        unsigned char* bytes = nullptr;
+        XGetWindowProperty(reader, window, utf8, 0, 65536, True, utf8, &type, &format, &count,
+                           &rest, &bytes);
+        std::string text(reinterpret_cast<char*>(bytes), count);
+        XFree(bytes);
+        return fromUtf8(text);
+    }
+
+    std::string instance = "recorder";
+    std::string className = "Recorder";
     Display* reader;
     Display* sender;
+    Atom utf8 = XInternAtom(reader, "UTF8_STRING", False);
     Atom ping = XInternAtom(reader, "_NET_WM_PING", False);
     Window window = None;
     Window marks = None;  // stays when the other is destroyed
@@ -111,7 +135,13 @@ void RecordingWindow::read() {
         if (connection_->answers(event)) continue;
         if (event.type == MappingNotify) XRefreshKeyboardMapping(&event.xmapping);
         if (event.type == ClientMessage && event.xclient.data.l[0] == kEnd) return;
-        const std::string text = event.type == KeyPress ? textOf(event.xkey) : std::string();
+        std::string text;
+        if (event.type == KeyPress) text = textOf(event.xkey);
+        if (event.type == SelectionNotify) text = "[" + connection_->clipboardText() + "]";
+        if (text == "^v") {
+            connection_->askForClipboard();
+            continue;
+        }
         const std::lock_guard lock(mutex_);
         text_ += text;
         if (event.type == ClientMessage) {

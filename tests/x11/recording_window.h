@@ -14,7 +14,8 @@ namespace kalvo::testing {
 
 // Has the focus of its display from construction on and reads its events on a thread
 // of its own, each looked up in the key map of the moment it is read, as applications
-// do. Answers whether it is alive, when it gets round to it.
+// do. Answers whether it is alive, when it gets round to it; Control+V types what the
+// clipboard holds, in brackets. Its WM_CLASS is "recorder", "Recorder".
 class RecordingWindow {
 public:
     explicit RecordingWindow(const char* display);

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <span>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -165,6 +166,68 @@ TEST_F(Typing, ALateApplicationGetsEveryCharacter) {
         window.beBusyFor(std::chrono::milliseconds(1500));
         EXPECT_EQ(typed(text + text), text + text);
     }
+}
+
+// A run that was killed has left its keys in the map: the next one types with them, and
+// the map is not changed once more.
+TEST_F(Typing, TheNextRunTakesUpTheKeysThatTheLastOneLeft) {
+    const std::string text = "Ça coûte 12 € à Noël"_ansi.data();
+    EXPECT_EQ(typed(text), text);
+    const X11Connection observer(server().display());
+    const auto bound = [&] {
+        const XReply<xcb_get_keyboard_mapping_reply_t> map(xcb_get_keyboard_mapping_reply(
+            observer.get(), xcb_get_keyboard_mapping(observer.get(), 9, 247), nullptr));
+        return std::vector<xcb_keysym_t>(xcb_get_keyboard_mapping_keysyms(map.get()),
+                                         xcb_get_keyboard_mapping_keysyms(map.get()) +
+                                             xcb_get_keyboard_mapping_keysyms_length(map.get()));
+    };
+    const auto before = bound();
+    X11Keyboard next(server().display());
+    next.prepareFor(text);
+    Keysend(next, events).SendKeyScript(text, 0);
+    EXPECT_EQ(window.take(), text);
+    EXPECT_EQ(bound(), before);
+}
+
+// What Applications.ini says of an application; names are those of its WM_CLASS.
+TEST_F(Typing, KeepsToTheMannerOfTheApplication) {
+    const std::string script = "aé{TAB}b"_ansi.data();
+    keyboard.useManners([](std::span<const std::string> names) {
+        EXPECT_EQ(std::vector<std::string>(names.begin(), names.end()),
+                  (std::vector<std::string>{"Recorder", "recorder"}));
+        return TypingManner{
+            .method = TypingMethod::kKeypad, .keyPause = 5, .confirmPause = 200, .lead = 1};
+    });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(typed(script), "a%0%2%3%3\tb");
+    // 3 keys, Alt and 4 digits, NumLock twice: 10 presses and as many releases.
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(20 * 5 + 200));
+}
+
+TEST_F(Typing, PastesTextWhereTheApplicationWantsIt) {
+    keyboard.useManners([](std::span<const std::string>) {
+        return TypingManner{.method = TypingMethod::kClipboard};
+    });
+    EXPECT_EQ(typed("Né{TAB}^a{}}"_ansi.data()), "[N\xE9]\t^a[}]");
+}
+
+// With a layout that lacks characters, and no keycode left for them.
+TEST_F(Typing, TellsOnceWhatItCannotType) {
+    server().setLayout("ru");
+    X11Connection user(server().display());
+    for (unsigned key = 9; key <= 255; ++key) {
+        const XReply<xcb_get_keyboard_mapping_reply_t> map(xcb_get_keyboard_mapping_reply(
+            user.get(), xcb_get_keyboard_mapping(user.get(), static_cast<xcb_keycode_t>(key), 1),
+            nullptr));
+        const xcb_keysym_t taken = XKB_KEY_F35;
+        if (*xcb_get_keyboard_mapping_keysyms(map.get()) == XKB_KEY_NoSymbol)
+            xcb_change_keyboard_mapping(user.get(), 1, static_cast<xcb_keycode_t>(key), 1, &taken);
+    }
+    user.sync();
+    EXPECT_EQ(typed("1aé2aé3"_ansi.data()), "123");
+    EXPECT_EQ(keyboard.takeUntyped(), std::string("aé"_ansi));
+    EXPECT_EQ(keyboard.takeUntyped(), "");
+    EXPECT_FALSE(state.anyKeyDown());
 }
 
 // More characters without a key than there are spare keycodes, over and over.

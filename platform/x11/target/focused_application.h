@@ -19,10 +19,13 @@ public:
     // is another window.
     bool look();
 
+    // The window that had it at the last look.
+    [[nodiscard]] xcb_window_t focus() const { return focus_; }
     // Its window that says whether the application is alive when it is asked
     // (_NET_WM_PING); XCB_NONE when it has none.
     [[nodiscard]] xcb_window_t answering() const { return answering_; }
-    // Its class and its instance (WM_CLASS), as they are.
+    // Its class and its instance (WM_CLASS), as they are; "wine" behind those of a Windows
+    // program.
     [[nodiscard]] const std::vector<std::string>& names() const { return names_; }
 
 private:

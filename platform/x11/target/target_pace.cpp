@@ -65,8 +65,8 @@ void TargetPace::rest() {
     asked_ = read_;
 }
 
-// Whoever has the focus now has read everything that was typed for it.
-void TargetPace::lookAtFocus() {
+// Whoever has got the focus has read everything that was typed for it.
+void TargetPace::lookAtTarget() {
     if (!target_.look()) return;
     questions_.clear();
     read_ = asked_ = injector_.presses();
@@ -75,7 +75,7 @@ void TargetPace::lookAtFocus() {
 }
 
 void TargetPace::ask() {
-    lookAtFocus();
+    lookAtTarget();
     asked_ = injector_.presses();
     if (silent()) return;
     listen(true);
@@ -129,7 +129,7 @@ void TargetPace::waitForAnswer(milliseconds limit) {
     const bool came = poll(&news, 1, static_cast<int>(wait.count())) > 0;
     keymap_.readEvents();
     if (came) return;
-    lookAtFocus();
+    lookAtTarget();
     if (!questions_.empty() && Clock::now() - questions_.front().asked > kPatience) {
         mute_ = target_.answering();
         questions_.clear();

@@ -29,6 +29,9 @@ public:
     // How many keys typing may be ahead, at least 1.
     void setLead(int keys) { lead_ = static_cast<std::uint64_t>(keys); }
 
+    // Takes note of who has the focus now.
+    void lookAtTarget();
+
     // Waits, at most that long, when typing is the lead ahead or more. False when it was.
     // Costs nothing as long as there is no need to ask or wait.
     bool await(std::chrono::milliseconds limit);
@@ -50,7 +53,6 @@ private:
     };
 
     [[nodiscard]] std::uint64_t ahead() const { return injector_.presses() - read_; }
-    void lookAtFocus();
     void ask();
     void listen(bool on);
     void handle(const xcb_generic_event_t& event);
