@@ -1,6 +1,6 @@
 #include "editor/action_editor.h"
 
-#include <memory>
+#include <algorithm>
 
 #include "editor/keys/key_tables.h"
 #include "editor/warning.h"
@@ -56,13 +56,16 @@ void ActionEditor::ChargeTouches() {
     LstTouches.emplace_back(kFreeField);
 }
 
-// Runs a change of list and database. When the database refuses it, the list goes
-// back to what the database holds.
+// Runs a change of list and database that can be taken back. When the database refuses it,
+// the list goes back to what the database holds. The key of an insert belongs to the change
+// that its gap has begun.
 template <typename Change>
-void ActionEditor::keepTrue(Change change) {
+void ActionEditor::change(Change change) {
+    if (!insertMode) history_.keep(*state_.database, current_.scenarioNumber);
     try {
         change();
     } catch (const RuntimeError&) {
+        history_.drop();
         reload();
         throw;
     }
@@ -71,13 +74,15 @@ void ActionEditor::keepTrue(Change change) {
 void ActionEditor::reload() {
     const auto scenario = readScenario(*state_.database, current_.scenarioNumber);
     if (scenario)
-        loadSteps(scenario->Boucle, scenario->Depart);
+        showSteps(scenario->Boucle, scenario->Depart);
     else
         LstChamps.clear();
 }
 
 void ActionEditor::cancelInsert() {
-    if (insertMode) reload();
+    if (!insertMode) return;
+    history_.drop();
+    reload();
 }
 
 void ActionEditor::select(int row) {
@@ -107,6 +112,11 @@ int ActionEditor::steps() const {
 }
 
 void ActionEditor::loadSteps(std::int16_t boucle, std::int16_t depart) {
+    history_.clear();
+    showSteps(boucle, depart);
+}
+
+void ActionEditor::showSteps(std::int16_t boucle, std::int16_t depart) {
     insertMode = false;
     LstChamps.clear();
     for (const std::string& value : readActionTexts(*state_.database, current_.scenarioNumber))
@@ -141,7 +151,7 @@ void ActionEditor::pick(std::string_view entry) {
         if (!accepted(value)) return;
     }
     if (value.empty()) return;
-    keepTrue([&] { pickValue(value); });
+    change([&] { pickValue(value); });
 }
 
 void ActionEditor::pickValue(const std::string& value) {
@@ -184,7 +194,7 @@ void ActionEditor::editStep(int row) {
             .inputBox("Valeur du champ :", "Modification de champ", rowText(LstChamps.at(row)))
             .value_or("");
     if (answer.empty() || !accepted(answer)) return;
-    keepTrue([&] {
+    change([&] {
         LstChamps.rows[static_cast<std::size_t>(row)] = stepRow(answer);
         updateAction(*state_.database, current_.scenarioNumber, row + 1, answer);
     });
@@ -196,10 +206,12 @@ void ActionEditor::mnuinsert() {
         return;
     }
     if (insertMode) return;
-    const int row = LstChamps.selected;
-    openActionGap(*state_.database, current_.scenarioNumber, row);
-    LstChamps.insert(row, "");
-    insertMode = true;
+    change([&] {
+        const int row = LstChamps.selected;
+        openActionGap(*state_.database, current_.scenarioNumber, row);
+        LstChamps.insert(row, "");
+        insertMode = true;
+    });
 }
 
 void ActionEditor::mnusupp() {
@@ -207,7 +219,7 @@ void ActionEditor::mnusupp() {
         showWarning(platform_.dialogs, "Vous devez selectionner un champs à supprimer"_ansi);
         return;
     }
-    keepTrue([&] { removeSelected(); });
+    change([&] { removeSelected(); });
 }
 
 void ActionEditor::removeSelected() {
@@ -217,9 +229,13 @@ void ActionEditor::removeSelected() {
     deleteAction(*state_.database, current_.scenarioNumber, row + 1);
 }
 
-void ActionEditor::mnuboucle() { mark({"Bouc", kLoopLabel, updateBoucle}); }
+void ActionEditor::mnuboucle() {
+    change([&] { mark({"Bouc", kLoopLabel, updateBoucle}); });
+}
 
-void ActionEditor::mnudepart() { mark({"Dépa"_ansi, kStartLabel, updateDepart}); }
+void ActionEditor::mnudepart() {
+    change([&] { mark({"Dépa"_ansi, kStartLabel, updateDepart}); });
+}
 
 void ActionEditor::mark(const Marker& marker) {
     int found = 0;
@@ -236,6 +252,31 @@ void ActionEditor::mark(const Marker& marker) {
         LstChamps.rows.emplace_back();
         LstChamps.rows.push_back(row());
     }
+}
+
+void ActionEditor::moveStep(int row, int before) {
+    if (insertMode || !isStep(row)) return;
+    const int to = std::clamp(before > row ? before - 1 : before, 0, steps() - 1);
+    if (to == row) return;
+    change([&] {
+        moveAction(*state_.database, current_.scenarioNumber, row + 1, to + 1);
+        const std::string text = LstChamps.at(row);
+        LstChamps.remove(row);
+        LstChamps.insert(to, text);
+        LstChamps.selected = to;
+    });
+}
+
+void ActionEditor::moveUp() { moveStep(LstChamps.selected, LstChamps.selected - 1); }
+
+void ActionEditor::moveDown() { moveStep(LstChamps.selected, LstChamps.selected + 2); }
+
+void ActionEditor::undo() {
+    if (insertMode) {
+        cancelInsert();
+        return;
+    }
+    if (history_.undo(*state_.database, current_.scenarioNumber)) reload();
 }
 
 }  // namespace kalvo

@@ -11,6 +11,7 @@
 #include "core/run_time_state.h"
 #include "editor/current_scenario.h"
 #include "editor/row_list.h"
+#include "editor/step_history.h"
 #include "platform/platform.h"
 
 namespace kalvo {
@@ -58,9 +59,18 @@ public:
     void mnuboucle();
     void mnudepart();
 
+    // Moves a step before another row, and the selected step by one row; it stays selected.
+    // Loop and start points keep their numbers, as they do when steps are inserted.
+    void moveStep(int row, int before);
+    void moveUp();
+    void moveDown();
+    // Takes the last change of these steps back; the one before it with the next call.
+    void undo();
+
 private:
     struct Marker;
     void mark(const Marker& marker);
+    void showSteps(std::int16_t boucle, std::int16_t depart);
     void pickValue(const std::string& value);
     void append(const std::string& value);
     void removeSelected();
@@ -72,11 +82,12 @@ private:
     [[nodiscard]] std::int16_t askPlace();
     [[nodiscard]] bool accepted(std::string_view typed);
     template <typename Change>
-    void keepTrue(Change change);
+    void change(Change change);
 
     Platform platform_;
     RunTimeState& state_;
     CurrentScenario& current_;
+    StepHistory history_;
 };
 
 }  // namespace kalvo

@@ -212,6 +212,44 @@ void updateAction(Database& database, std::int16_t numero, std::int32_t position
                      " WHERE NumAction=" + text(position) + "AND NumeroScen=" + text(numero));
 }
 
+std::vector<ActionRecord> readActions(Database& database, std::int16_t numero) {
+    std::vector<ActionRecord> actions;
+    const auto rows = database.OpenRecordset(
+        "SELECT Champs,PlaceTrame FROM Actions WHERE NumeroScen=" + text(numero) +
+        " ORDER BY Numaction");
+    for (; !rows->Eof(); rows->MoveNext()) {
+        ActionRecord action{textField(*rows, "Champs"), 0};
+        resumeNext([&] { action.PlaceTrame = int16Field(*rows, "PlaceTrame"); });
+        actions.push_back(std::move(action));
+    }
+    return actions;
+}
+
+void replaceActions(Database& database, std::int16_t numero,
+                    const std::vector<ActionRecord>& actions) {
+    database.Execute("DELETE FROM Actions WHERE NumeroScen=" + text(numero));
+    std::int32_t position = 0;
+    for (const ActionRecord& action : actions) insertAction(database, numero, ++position, action);
+}
+
+void moveAction(Database& database, std::int16_t numero, std::int32_t from, std::int32_t to) {
+    const auto renumber = [&](const std::string& number, const std::string& which) {
+        database.Execute("UPDATE Actions SET NumAction=" + number + " WHERE " + which +
+                         " AND NumeroScen=" + text(numero));
+    };
+    const auto between = [](std::int32_t first, std::int32_t last) {
+        return "NumAction>=" + text(first) + " AND NumAction<=" + text(last);
+    };
+    database.Transaction([&] {
+        renumber("0", "NumAction=" + text(from));
+        if (from < to)
+            renumber("NumAction - 1", between(from + 1, to));
+        else
+            renumber("NumAction + 1", between(to, from - 1));
+        renumber(text(to), "NumAction=0");
+    });
+}
+
 int countActions(Database& database, std::string_view champs) {
     int count = 0;
     const auto rows =

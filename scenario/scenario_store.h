@@ -101,6 +101,14 @@ void insertAction(Database& database, std::int16_t numero, std::int32_t position
 void updateAction(Database& database, std::int16_t numero, std::int32_t position,
                   std::string_view champs);
 
+// All actions, in their order; and others in their place, in a transaction of the caller's.
+[[nodiscard]] std::vector<ActionRecord> readActions(Database& database, std::int16_t numero);
+void replaceActions(Database& database, std::int16_t numero,
+                    const std::vector<ActionRecord>& actions);
+
+// Gives an action another position; those between move by one.
+void moveAction(Database& database, std::int16_t numero, std::int32_t from, std::int32_t to);
+
 // How many actions of all scenarios have that text, and another text for all of these.
 [[nodiscard]] int countActions(Database& database, std::string_view champs);
 void renameActions(Database& database, std::string_view champs, std::string_view renamed);

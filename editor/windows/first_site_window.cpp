@@ -21,6 +21,7 @@
 #include "editor/windows/row_list_view.h"
 #include "platform/qt/qt_text.h"
 #include "settings/options.h"
+#include "text/line_splitter.h"
 
 namespace kalvo {
 
@@ -55,6 +56,15 @@ QString advisedTip() {
     for (const OptionInfo& info : allOptions())
         if (info.advisable) tip += "\n" + toQString(info.key) + " : " + toQString(info.sentence);
     return tip;
+}
+
+std::vector<std::string> fileLines(std::string_view text) {
+    std::vector<std::string> lines;
+    const auto keep = [&](std::string_view line) { lines.emplace_back(line); };
+    LineSplitter splitter;
+    splitter.feed(text, keep);
+    splitter.finish(keep);
+    return lines;
 }
 
 }  // namespace
@@ -180,9 +190,7 @@ QWidget* FirstSiteWindow::pathRow() {
 
 QWidget* FirstSiteWindow::testPage() {
     LblApercu = new QLabel;
-    LstApercu = new QListWidget;
-    LstApercu->setObjectName("LstApercu");
-    LstApercu->setToolTip("Ce que le scénario fait de l'exemple, dans l'ordre.");
+    LstApercu = new RowListView("LstApercu", "Ce que le scénario fait de l'exemple, dans l'ordre.");
     LblApercu->setBuddy(LstApercu);
     CmdEssayer = button("CmdEssayer", "&Essayer",
                         "Laisse deux secondes pour passer dans l'application visée, puis frappe "
@@ -299,13 +307,9 @@ void FirstSiteWindow::showPreview() {
     const ScriptPreview preview = site_.preview();
     LblApercu->setText(preview.toFile ? "&Texte écrit dans le fichier :" : "&Touches frappées :");
     CmdEssayer->setVisible(!preview.toFile);
-    LstApercu->clear();
-    if (preview.toFile) {
-        LstApercu->addItems(toQString(preview.script).split("\r\n", Qt::SkipEmptyParts));
-        return;
-    }
-    for (const std::string& row : listKeys(preview.script, preview.timerPause, kMostKeys))
-        LstApercu->addItem(toQString(row));
+    LstApercu->showRows(plainRows(preview.toFile
+                                      ? fileLines(preview.script)
+                                      : listKeys(preview.script, preview.timerPause, kMostKeys)));
 }
 
 }  // namespace kalvo

@@ -12,12 +12,13 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
-class QListWidget;
 class QPlainTextEdit;
 class QPushButton;
 class QStackedWidget;
 
 namespace kalvo {
+
+class RowListView;
 
 class FirstSiteWindow : public QDialog {
 public:
@@ -56,7 +57,7 @@ private:
     QLabel* LblFichier;
     QWidget* pathRow_;
     QLabel* LblApercu;
-    QListWidget* LstApercu;
+    RowListView* LstApercu;
     QPushButton* CmdEssayer;
     QCheckBox* ChkConseilles;
     QPushButton *CmdPrecedent, *CmdSuivant, *CmdTerminer;

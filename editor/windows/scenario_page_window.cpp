@@ -8,7 +8,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTabWidget>
@@ -26,6 +25,23 @@ namespace {
 void showText(QLineEdit* box, const std::string& text) {
     const QSignalBlocker quiet(box);
     if (fromQString(box->text()) != text) box->setText(toQString(text));
+}
+
+// The scenarios, each with what it is chosen for.
+std::vector<ShownRow> markedScenarios(const SettingsContext& context) {
+    const RowList& list = context.scenarios.form.LstScen;
+    const ChoicesForm& choices = context.choices.form;
+    std::vector<ShownRow> rows = plainRows(list.rows);
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const std::string name = rowText(list.rows[row]);
+        rows[row].marked = equalIgnoringCase(name, context.state.scenario.active.ScenarioName);
+        QStringList uses;
+        if (rows[row].marked) uses << "en service";
+        if (equalIgnoringCase(name, choices.RacInvent)) uses << "inventaire";
+        if (equalIgnoringCase(name, choices.RacCde)) uses << "commande";
+        if (!uses.isEmpty()) rows[row].text += "  (" + uses.join(", ") + ")";
+    }
+    return rows;
 }
 
 }  // namespace
@@ -83,19 +99,19 @@ QWidget* ScenarioPage::listSide() {
           [this] { context_.act([this] { context_.scenarios.rename(); }); }}});
     bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     bar->setMinimumWidth(bar->sizeHint().width());  // no button behind an arrow
-    LstScen = new QListWidget;
-    LstScen->setObjectName("LstScen");
-    LstScen->setToolTip(
-        "Les scénarios ; un double clic (ou Entrée) montre les actions de l'un d'eux.");
-    onSelect(LstScen, [this](int row) {
+    LstScen = new RowListView(
+        "LstScen",
+        "Les scénarios ; un double clic (ou Entrée) montre les actions de l'un d'eux. En gras, "
+        "celui qui est en service.");
+    LstScen->onSelect = [this](int row) {
         if (row >= 0) context_.act([&] { context_.scenarios.select(row); });
-    });
-    onEnter(LstScen, [this](int row) {
+    };
+    LstScen->onEnter = [this](int row) {
         context_.act([&] {
             if (context_.scenarios.form.LstScen.selected != row) context_.scenarios.select(row);
             context_.scenarios.loadSelected();
         });
-    });
+    };
     auto* const side = new QWidget;
     auto* const layout = new QVBoxLayout(side);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -202,7 +218,7 @@ void ScenarioPage::finishEditing() {
 
 void ScenarioPage::refresh() {
     const ScenarioForm& form = context_.scenarios.form;
-    showRows(LstScen, form.LstScen);
+    LstScen->showRows(markedScenarios(context_), form.LstScen.selected);
     for (QWidget* const input :
          std::initializer_list<QWidget*>{LblNomScen, TxtNomScen, LblType, CboType, ChcPartiel})
         input->setVisible(form.inputsShown);

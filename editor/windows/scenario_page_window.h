@@ -10,9 +10,10 @@ class QComboBox;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
-class QListWidget;
 
 namespace kalvo {
+
+class RowListView;
 
 class ScenarioPage : public QWidget {
 public:
@@ -30,7 +31,7 @@ private:
     void choosePath();
 
     const SettingsContext& context_;
-    QListWidget* LstScen;
+    RowListView* LstScen;
     QLabel *LblNomScen, *LblType;
     QLineEdit *TxtNomScen, *TxtChemin;
     QComboBox* CboType;

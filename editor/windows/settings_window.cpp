@@ -4,7 +4,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -12,15 +11,13 @@
 
 #include "editor/first_site.h"
 #include "editor/port/line_status.h"
-#include "editor/windows/actions_window.h"
 #include "editor/windows/connection_page_window.h"
 #include "editor/windows/key_page_window.h"
-#include "editor/windows/key_picker_window.h"
 #include "editor/windows/notes_view.h"
 #include "editor/windows/placed_window.h"
 #include "editor/windows/port_page_window.h"
 #include "editor/windows/scenario_page_window.h"
-#include "editor/windows/test_window.h"
+#include "editor/windows/steps_window.h"
 #include "keys/key_files.h"
 #include "platform/dialogs.h"
 #include "platform/qt/qt_text.h"
@@ -68,7 +65,7 @@ SettingsWindow::SettingsWindow(const Platform& platform, RunTimeState& state, Ac
     serial_.ChargeCommunication();
     scenarios_.load();
     makeTabs();
-    makeStepWindows();
+    steps_ = new StepsWindow(this, context_, [this] { closeSteps(); });
     showAccess();
     refresh();
     for (QWidget* const window : placedWindows()) restorePlace(window, platform.registry);
@@ -139,28 +136,6 @@ void SettingsWindow::turnTab(int step) {
     TabParam->setCurrentIndex(tab);
 }
 
-void SettingsWindow::makeStepWindows() {
-    const auto closeAll = [this] { closeSteps(); };
-    FrmActions = new ActionsWindow(this, context_, closeAll);
-    FrmTouches = new KeyPickerWindow(this, context_, closeAll);
-    FrmTest = new TestWindow(this, context_, closeAll);
-    placeStepWindows();
-}
-
-// Side by side over the lower two thirds of the screen, so that the settings stay in view.
-void SettingsWindow::placeStepWindows() {
-    const QRect area = screen()->availableGeometry();
-    const int width = area.width() / 4;
-    const int height = area.height() / 2;
-    int left = area.left() + width / 4;
-    for (QWidget* const window :
-         {static_cast<QWidget*>(FrmActions), static_cast<QWidget*>(FrmTouches),
-          static_cast<QWidget*>(FrmTest)}) {
-        window->setGeometry(left, area.top() + area.height() / 3, width, height);
-        left += width + width / 16;
-    }
-}
-
 void SettingsWindow::showAccess() {
     for (int tab = kOpenTabs; tab < TabParam->count(); ++tab)
         TabParam->setTabEnabled(tab, lock_.accessLevel == 1);
@@ -179,14 +154,8 @@ void SettingsWindow::refresh() {
 
 void SettingsWindow::showSteps() {
     const bool shown = scenarios_.stepsShown;
-    if (shown) {
-        FrmActions->refresh();
-        FrmTouches->refresh();
-        FrmTest->refresh();
-    }
-    FrmActions->setVisible(shown);
-    FrmTouches->setVisible(shown);
-    FrmTest->setVisible(shown);
+    if (shown) steps_->refresh();
+    steps_->setVisible(shown);
 }
 
 void SettingsWindow::closeSteps() {
@@ -220,8 +189,6 @@ void SettingsWindow::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
-std::array<QWidget*, 4> SettingsWindow::placedWindows() {
-    return {this, FrmActions, FrmTouches, FrmTest};
-}
+std::array<QWidget*, 2> SettingsWindow::placedWindows() { return {this, steps_}; }
 
 }  // namespace kalvo

@@ -14,13 +14,11 @@ class QTabWidget;
 
 namespace kalvo {
 
-class ActionsWindow;
 class ConnectionPage;
 class KeyPage;
-class KeyPickerWindow;
 class PortPage;
 class ScenarioPage;
-class TestWindow;
+class StepsWindow;
 
 class SettingsWindow : public QWidget {
 public:
@@ -40,13 +38,11 @@ private:
     void makeTabs();
     [[nodiscard]] QLayout* makeFoot();
     void turnTab(int step);
-    void makeStepWindows();
     void refresh();
     void showSteps();
     void closeSteps();
-    void placeStepWindows();
     [[nodiscard]] bool unsaved() const;
-    [[nodiscard]] std::array<QWidget*, 4> placedWindows();
+    [[nodiscard]] std::array<QWidget*, 2> placedWindows();
 
     AccessLock& lock_;
     CurrentScenario current_;
@@ -65,9 +61,7 @@ private:
     KeyPage* particularKeys_ = nullptr;
     KeyPage* systemKeys_ = nullptr;
     ScenarioPage* scenario_ = nullptr;
-    ActionsWindow* FrmActions = nullptr;
-    KeyPickerWindow* FrmTouches = nullptr;
-    TestWindow* FrmTest = nullptr;
+    StepsWindow* steps_ = nullptr;
 };
 
 }  // namespace kalvo

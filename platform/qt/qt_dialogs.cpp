@@ -33,6 +33,11 @@ void prepare(QMessageBox& box, std::string_view text, std::string_view title, Me
     box.setWindowFlag(Qt::WindowStaysOnTopHint);
 }
 
+// Wide enough for the whole title beside the buttons of a title bar.
+void showWholeTitle(QDialog& dialog) {
+    dialog.setMinimumWidth(dialog.fontMetrics().horizontalAdvance(dialog.windowTitle()) * 2);
+}
+
 // "label|pattern|label|pattern" as "label (patterns)", with the patterns in both
 // cases, because file names here may keep theirs.
 QString toolkitFilter(const QString& filter) {
@@ -78,6 +83,7 @@ std::optional<std::string> QtDialogs::inputBox(std::string_view prompt, std::str
     dialog.setTextValue(toQString(defaultText));
     dialog.setOkButtonText("OK");
     dialog.setCancelButtonText("Annuler");
+    showWholeTitle(dialog);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     return fromQString(dialog.textValue());
 }

@@ -122,6 +122,41 @@ TEST_F(Steps, AnInsertThatIsGivenUpLeavesNoGap) {
     EXPECT_EQ(storedActions(), before) << "a gap from an earlier run";
 }
 
+TEST_F(Steps, StepsAreMovedAndEveryChangeCanBeTakenBack) {
+    addScenario("S", kEmulationRow, {"a", "b", "c", "d"});
+    scenarios.loadSelected();
+    const struct {
+        int row, before, selected;
+        std::vector<std::string> steps;
+    } cases[] = {{0, 3, 2, {"b", "c", "a", "d"}},
+                 {3, 0, 0, {"d", "b", "c", "a"}},
+                 {1, 9, 3, {"d", "c", "a", "b"}},
+                 {1, 2, 3, {"d", "c", "a", "b"}},   // it is there already
+                 {5, 0, 3, {"d", "c", "a", "b"}}};  // a marker
+    for (const auto& one : cases) {
+        actions.moveStep(one.row, one.before);
+        EXPECT_EQ(readActionTexts(*state.database, current.scenarioNumber), one.steps);
+        EXPECT_EQ(list.selected, one.selected);
+        EXPECT_EQ(list.at(0), "--- " + one.steps[0]);
+    }
+    actions.moveUp();
+    actions.moveDown();
+    actions.mnuboucle();
+    actions.select(1);
+    actions.mnusupp();
+    EXPECT_EQ(list.at(4), "Boucle : 4");
+    EXPECT_EQ(storedActions().size(), 3U);
+    for (int changes = 0; changes < 4; ++changes) actions.undo();
+    EXPECT_THAT(storedActions(), ElementsAre("1:d:0", "2:c:0", "3:a:0", "4:b:0"));
+    EXPECT_EQ(list.at(5), "Boucle : 0");
+    actions.select(0);
+    actions.mnuinsert();
+    actions.undo();
+    EXPECT_FALSE(actions.insertMode);
+    for (int changes = 0; changes < 9; ++changes) actions.undo();
+    EXPECT_THAT(storedActions(), ElementsAre("1:a:0", "2:b:0", "3:c:0", "4:d:0"));
+}
+
 TEST_F(Steps, MarkersStandAtTheEndAndAreNoSteps) {
     addScenario("S", kEmulationRow, {"a", "b"});
     actions.select(1);

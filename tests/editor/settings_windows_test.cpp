@@ -7,7 +7,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPointer>
@@ -67,19 +67,25 @@ struct SettingsWindowTest : ::testing::Test, testing::EditorSite {
         combo->setCurrentIndex(combo->findText(row));
     }
     void doubleClick(const char* list, const QString& text) const {
-        auto* const widget = find<QListWidget>(list);
-        const auto items = widget->findItems(text, Qt::MatchExactly);
-        ASSERT_FALSE(items.isEmpty()) << text.toStdString();
-        widget->scrollToItem(items.front());
-        const QPoint at = widget->visualItemRect(items.front()).center();
+        auto* const widget = find<QListView>(list);
+        const auto row = rows(list).indexOf(text);
+        ASSERT_GE(row, 0) << text.toStdString();
+        const QModelIndex index = widget->model()->index(static_cast<int>(row), 0);
+        widget->scrollTo(index);
+        const QPoint at = widget->visualRect(index).center();
         QTest::mouseClick(widget->viewport(), Qt::LeftButton, {}, at);
         QTest::mouseDClick(widget->viewport(), Qt::LeftButton, {}, at);
     }
     [[nodiscard]] QStringList rows(const char* list) const {
         QStringList texts;
-        const auto* const widget = find<QListWidget>(list);
-        for (int row = 0; row < widget->count(); ++row) texts << widget->item(row)->text();
+        const auto* const model = find<QListView>(list)->model();
+        for (int row = 0; row < model->rowCount(); ++row)
+            texts << model->index(row, 0).data().toString();
         return texts;
+    }
+    void select(const char* list, int row) const {
+        auto* const view = find<QListView>(list);
+        view->setCurrentIndex(view->model()->index(row, 0));
     }
     void createScenario(const QString& name, const QString& type) const {
         showTab(4);
@@ -95,21 +101,37 @@ TEST_F(SettingsWindowTest, AScenarioIsBuiltWithListsAndMenu) {
     createScenario("Stock", "Emulation");
     ASSERT_TRUE(find<QWidget>("FrmActions")->isVisible());
     for (const char* key : {"&CODE", "Touche Tab", "&QTY"}) doubleClick("LstTouches", key);
-    EXPECT_EQ(rows("LstChamps"), QStringList({"--- &CODE", "--- Touche Tab", "--- &QTY"}));
+    EXPECT_EQ(rows("LstChamps"), QStringList({"1  --- &CODE", "2  --- Touche Tab", "3  --- &QTY"}));
 
-    find<QListWidget>("LstChamps")->setCurrentRow(1);
+    select("LstChamps", 1);
     find<QAction>("mnuinsert")->trigger();
+    EXPECT_TRUE(rows("LstChamps")[1].contains("ici"));
     doubleClick("LstTouches", "&EMP");
-    find<QListWidget>("LstChamps")->setCurrentRow(0);
+    select("LstChamps", 0);
     find<QAction>("mnuboucle")->trigger();
-    find<QListWidget>("LstChamps")->setCurrentRow(3);
+    select("LstChamps", 3);
     find<QAction>("mnusupp")->trigger();
     EXPECT_EQ(rows("LstChamps"),
-              QStringList({"--- &CODE", "--- &EMP", "--- Touche Tab", "", "Boucle : 1"}));
-    EXPECT_FALSE(find<QListWidget>("LstChamps")->item(4)->flags() & Qt::ItemIsSelectable);
+              QStringList({"1  --- &CODE", "2  --- &EMP", "3  --- Touche Tab", "", "Boucle : 1"}));
+    auto* const list = find<QListView>("LstChamps");
+    EXPECT_FALSE(list->model()->index(4, 0).flags() & Qt::ItemIsSelectable);
     world.dialogs.inputs = {"&QTY"};
-    doubleClick("LstChamps", "--- &EMP");
+    doubleClick("LstChamps", "2  --- &EMP");
     current.scenarioNumber = 1;  // the only one
+    EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0", "2:&QTY:0", "3:Touche Tab:0"));
+
+    // Steps are moved with the keyboard, and Ctrl+Z takes that back from any pane.
+    auto* const steps = find<QWidget>("frmEtapes");
+    steps->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(steps));
+    list->setFocus();
+    select("LstChamps", 2);
+    QTest::keyClick(list, Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(list->currentIndex().row(), 1);
+    EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0", "2:Touche Tab:0", "3:&QTY:0"));
+    QTest::keyClick(list, Qt::Key_F6);
+    EXPECT_TRUE(find<QListView>("LstTouches")->hasFocus());
+    QTest::keyClick(find<QListView>("LstTouches"), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0", "2:&QTY:0", "3:Touche Tab:0"));
 
     // The preview follows, and the last frame received may be its sample.
@@ -120,21 +142,21 @@ TEST_F(SettingsWindowTest, AScenarioIsBuiltWithListsAndMenu) {
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return find<QPlainTextEdit>("TxtScript")->toPlainText() == "Z9{TAB}"; }, 2000));
 
-    find<QWidget>("FrmTouches")->close();
+    find<QWidget>("frmEtapes")->close();
     EXPECT_FALSE(find<QWidget>("FrmActions")->isVisible());
     EXPECT_FALSE(find<QWidget>("FrmTest")->isVisible());
-    doubleClick("LstScen", "--- Stock");
+    press("TlbScenarios", 1);
+    doubleClick("LstScen", "--- Stock  (en service)");
     EXPECT_TRUE(find<QWidget>("FrmTest")->isVisible());
 
     // The right button opens the menu when it is let go.
-    auto* const list = find<QListWidget>("LstChamps");
     auto* const menu = find<QMenu>("frmpopup");
-    const QPoint at = list->visualItemRect(list->item(0)).center();
+    const QPoint at = list->visualRect(list->model()->index(0, 0)).center();
     QTest::mousePress(list->viewport(), Qt::RightButton, {}, at);
     EXPECT_FALSE(menu->isVisible());
     QTest::mouseRelease(list->viewport(), Qt::RightButton, {}, at);
     EXPECT_TRUE(menu->isVisible());
-    EXPECT_EQ(list->currentRow(), 0);
+    EXPECT_EQ(list->currentIndex().row(), 0);
     menu->close();
 }
 

@@ -1,4 +1,4 @@
-// The test window FrmTest: the preview of a scenario and its test on simulated frames.
+// The test FrmTest: the preview of a scenario and its test on simulated frames.
 #pragma once
 
 #include <QTimer>
@@ -7,24 +7,22 @@
 #include "editor/settings_context.h"
 
 class QLabel;
-class QListWidget;
 class QPlainTextEdit;
 
 namespace kalvo {
 
-class TestWindow : public QWidget {
+class RowListView;
+
+class TestPane : public QWidget {
 public:
-    // `closeSteps` closes all windows of the steps and brings `owner` back.
-    TestWindow(QWidget* owner, const SettingsContext& context, std::function<void()> closeSteps);
+    // `closeSteps` closes the window of the steps.
+    TestPane(const SettingsContext& context, std::function<void()> closeSteps);
 
     // Shows the preview of the scenario as it is now.
     void refresh();
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
-
 private:
-    void makeControls();
+    [[nodiscard]] QWidget* controls();
     void showPreview();
     void takeLastFrame();
     void runTest();
@@ -37,7 +35,7 @@ private:
     QLabel* LblScript;
     QLabel* LblRemarques;
     QPlainTextEdit* TxtScript;
-    QListWidget* LstFrappe;
+    RowListView* LstFrappe;
 };
 
 }  // namespace kalvo

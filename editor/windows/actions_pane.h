@@ -1,35 +1,36 @@
 // The step list FrmActions with its context menu frmpopup.
 #pragma once
 
+#include <QKeySequence>
 #include <QWidget>
+#include <functional>
 
 #include "editor/settings_context.h"
 
-class QListWidget;
 class QMenu;
 
 namespace kalvo {
 
-class ActionsWindow : public QWidget {
+class RowListView;
+
+class ActionsPane : public QWidget {
 public:
-    // `closeSteps` closes all windows of the steps.
-    ActionsWindow(QWidget* owner, const SettingsContext& context, std::function<void()> closeSteps);
+    explicit ActionsPane(const SettingsContext& context);
 
     // Shows what the controllers hold.
     void refresh();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void makeMenu();
-    void popUp(const QPoint& position);
+    void addEntry(const char* name, const QString& text, const QKeySequence& shortcut,
+                  const std::function<void()>& operation);
 
     const SettingsContext& context_;
-    std::function<void()> closeSteps_;
-    QListWidget* LstChamps;
-    QMenu* frmpopup;
+    RowListView* LstChamps;
+    QMenu* frmpopup = nullptr;
 };
 
 }  // namespace kalvo

@@ -1,11 +1,10 @@
-#include "editor/windows/test_window.h"
+#include "editor/windows/test_pane.h"
 
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <utility>
@@ -14,6 +13,7 @@
 #include "editor/script_preview.h"
 #include "editor/test_run.h"
 #include "editor/windows/notes_view.h"
+#include "editor/windows/row_list_view.h"
 #include "platform/dialogs.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
@@ -26,25 +26,33 @@ namespace kalvo {
 namespace {
 
 constexpr int kTypingRest = 200;  // milliseconds without a key before the preview follows
+constexpr int kFewestLines = 3;   // of each box, on a small screen
 constexpr std::size_t kMostKeys = 500;
 constexpr qsizetype kMostScript = 20'000;  // characters shown
 
 }  // namespace
 
-TestWindow::TestWindow(QWidget* owner, const SettingsContext& context,
-                       std::function<void()> closeSteps)
-    : QWidget(owner, Qt::Window), context_(context), closeSteps_(std::move(closeSteps)) {
+TestPane::TestPane(const SettingsContext& context, std::function<void()> closeSteps)
+    : context_(context), closeSteps_(std::move(closeSteps)) {
     setObjectName("FrmTest");
-    setWindowTitle("Test du scénario");
-    setAttribute(Qt::WA_QuitOnClose, false);
     previewTimer_.setSingleShot(true);
     previewTimer_.setInterval(kTypingRest);
     connect(&previewTimer_, &QTimer::timeout, this,
             [this] { context_.services.deliver([this] { showPreview(); }); });
-    makeControls();
+    // With many remarks on a small screen the rest stays within reach.
+    auto* const area = new QScrollArea;
+    area->setWidget(controls());
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setMinimumWidth(area->widget()->minimumSizeHint().width());
+    setFocusProxy(TxtTrame);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(area);
 }
 
-void TestWindow::makeControls() {
+QWidget* TestPane::controls() {
     auto* const bar = makeToolBar(
         "TlbScenarios",
         {{"Tester",
@@ -55,9 +63,9 @@ void TestWindow::makeControls() {
           [this] { runTest(); }},
          {"Fermer",
           QStyle::SP_DialogCloseButton,
-          "Ferme les fenêtres du scénario et revient au paramétrage (Échap).",
+          "Ferme cette fenêtre et revient au paramétrage (Échap).",
           {Qt::Key_Escape},
-          [this] { close(); }}});
+          closeSteps_}});
     TxtTrame = new QPlainTextEdit("REF001\n12");
     TxtTrame->setObjectName("TxtTrame");
     TxtTrame->setTabChangesFocus(true);
@@ -73,10 +81,11 @@ void TestWindow::makeControls() {
     TxtScript->setReadOnly(true);
     TxtScript->setTabChangesFocus(true);
     TxtScript->setToolTip("Ce que le scénario fait de la trame d'exemple ; rien n'est frappé.");
-    LstFrappe = new QListWidget;
-    LstFrappe->setObjectName("LstFrappe");
-    LstFrappe->setToolTip("Les touches que le script frappe, dans leur ordre.");
-    auto* const frameLabel = new QLabel("Trame d'&exemple (un champ par ligne) :");
+    LstFrappe = new RowListView("LstFrappe", "Les touches que le script frappe, dans leur ordre.");
+    for (QAbstractScrollArea* const box :
+         std::initializer_list<QAbstractScrollArea*>{TxtTrame, TxtScript, LstFrappe})
+        box->setMinimumHeight(kFewestLines * fontMetrics().lineSpacing());
+    auto* const frameLabel = new QLabel("Trame d'&exemple, un champ par ligne :");
     frameLabel->setBuddy(TxtTrame);
     LblScript = new QLabel;
     LblScript->setObjectName("LblScript");
@@ -85,7 +94,9 @@ void TestWindow::makeControls() {
     auto* const keysLabel = new QLabel("&Touches frappées :");
     keysLabel->setBuddy(LstFrappe);
 
-    auto* const layout = new QVBoxLayout(this);
+    auto* const column = new QWidget;
+    auto* const layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(bar);
     layout->addWidget(frameLabel);
     layout->addWidget(TxtTrame, 1);
@@ -95,23 +106,19 @@ void TestWindow::makeControls() {
     layout->addWidget(LblRemarques);
     layout->addWidget(keysLabel);
     layout->addWidget(LstFrappe, 2);
+    return column;
 }
 
-void TestWindow::closeEvent(QCloseEvent* event) {
-    event->accept();
-    closeSteps_();
-}
+void TestPane::refresh() { showPreview(); }
 
-void TestWindow::refresh() { showPreview(); }
-
-std::string TestWindow::sampleFrame() const {
+std::string TestPane::sampleFrame() const {
     return fromQString(TxtTrame->toPlainText().replace("\n", "\r\n") + "\r\n");
 }
 
-void TestWindow::showPreview() {
+void TestPane::showPreview() {
     // An open gap would end the scenario early.
     if (context_.actions.insertMode) return;
-    LstFrappe->clear();
+    std::vector<std::string> keys;
     try {
         const ScriptPreview preview = previewScript(context_.platform, context_.state,
                                                     context_.current.scenarioNumber, sampleFrame());
@@ -119,15 +126,14 @@ void TestWindow::showPreview() {
         LblScript->setText(preview.toFile ? "Te&xte écrit dans le fichier :"
                                           : "&Script de touches :");
         TxtScript->setPlainText(toQString(preview.script).left(kMostScript));
-        if (preview.toFile) return;
-        for (const std::string& row : listKeys(preview.script, preview.timerPause, kMostKeys))
-            LstFrappe->addItem(toQString(row));
+        if (!preview.toFile) keys = listKeys(preview.script, preview.timerPause, kMostKeys);
     } catch (const RuntimeError& error) {
         TxtScript->setPlainText(toQString(error.description()));
     }
+    LstFrappe->showRows(plainRows(keys));
 }
 
-void TestWindow::takeLastFrame() {
+void TestPane::takeLastFrame() {
     if (context_.state.ReceivedData.empty()) {
         context_.platform.dialogs.message("Aucune trame n'a encore été reçue d'un terminal."_ansi,
                                           kApplicationTitle, MessageIcon::kInformation);
@@ -137,11 +143,11 @@ void TestWindow::takeLastFrame() {
         toQString(context_.state.ReceivedData).replace("\r\n", "\n").replace('\r', '\n').trimmed());
 }
 
-void TestWindow::runTest() {
+void TestPane::runTest() {
     context_.act([this] {
         context_.actions.cancelInsert();
         runScenarioTest(context_.platform, context_.state, context_.current,
-                        {.minimise = [this] { parentWidget()->showMinimized(); },
+                        {.minimise = [this] { window()->parentWidget()->showMinimized(); },
                          .targetReady = context_.services.targetReady});
     });
 }
