@@ -113,7 +113,8 @@ void extend(benchmark::State& state) {
     const BareEngine engine(journal.folder.path + "/bare.db", "FULL");
     const std::string bytes(kRecord, 'x');
     compare(
-        state, [&] { journal.file.extend(journal.batch, bytes); }, [&] { engine.insert(bytes); });
+        state, [&] { journal.file.extend(journal.batch, bytes, 1); },
+        [&] { engine.insert(bytes); });
 }
 
 void update(benchmark::State& state) {

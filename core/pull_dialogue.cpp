@@ -41,9 +41,17 @@ bool PullDialogue::run(PullScanner scanner) {
     platform_.port.Output(kRead);
     state_.TransferEnded = false;
     while (!state_.TransferEnded && waitscan()) showInput(scanner);
+    // What a full disk had no room for may have found it.
+    keepRecords();
     journal_.discard(originOf(platform_, state_), dropped_,
                      "ligne trop courte, non acquittée"_ansi);
     return state_.TransferEnded;
+}
+
+void PullDialogue::keepRecords() {
+    if (state_.ReceivedData.empty()) return;
+    state_.batch =
+        journal_.receiveRecords(state_.batch, originOf(platform_, state_), state_.ReceivedData);
 }
 
 bool PullDialogue::waitscan() {
@@ -68,7 +76,7 @@ void PullDialogue::showInput(PullScanner scanner) {
     if (line == "ACK" || line.size() < kRecordLength) return drop(line);
     const std::string record = recordOf(line);
     state_.ReceivedData += record;
-    state_.batch = journal_.receiveRecord(state_.batch, originOf(platform_, state_), record);
+    keepRecords();
     platform_.port.Output(kAcknowledge);
 }
 

@@ -40,6 +40,7 @@ public:
     void showinputOptimus() { showInput(PullScanner::kOptimus); }
 
 private:
+    void keepRecords();
     void showInput(PullScanner scanner);
     bool endsTransfer(PullScanner scanner, const std::string& line);
     [[nodiscard]] static std::string recordOf(std::string_view line);

@@ -55,13 +55,17 @@ std::int64_t BatchJournal::receive(const BatchOrigin& origin, std::string_view b
     return id;
 }
 
-std::int64_t BatchJournal::receiveRecord(std::int64_t batch, const BatchOrigin& origin,
-                                         std::string_view record) {
+std::int64_t BatchJournal::receiveRecords(std::int64_t batch, const BatchOrigin& origin,
+                                          std::string_view records) {
+    if (batch != kNone && recordsKept_ == records.size()) return batch;
     attempt([&] {
-        if (batch == kNone)
-            batch = file_->append(newBatch(origin, BatchState::kReceived, record, {}), record, 0);
-        else
-            file_->extend(batch, record);
+        if (batch == kNone) {
+            batch = file_->append(newBatch(origin, BatchState::kReceived, records, {}), records, 0);
+        } else {
+            const std::string_view missing = records.substr(recordsKept_);
+            file_->extend(batch, missing, countRecords(missing));
+        }
+        recordsKept_ = records.size();
     });
     return batch;
 }

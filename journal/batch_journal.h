@@ -38,9 +38,10 @@ public:
     // all of it is.
     std::int64_t receive(const BatchOrigin& origin, std::string_view bytes,
                          std::string_view behindEnd, std::size_t taken);
-    // A batch that grows record by record: the first record opens it.
-    std::int64_t receiveRecord(std::int64_t batch, const BatchOrigin& origin,
-                               std::string_view record);
+    // A batch that grows record by record; `records` is all of it so far, of which the file
+    // gets what it has not yet.
+    std::int64_t receiveRecords(std::int64_t batch, const BatchOrigin& origin,
+                                std::string_view records);
     // Bytes that a rule drops, and which one; `taken` as above.
     void discard(const BatchOrigin& origin, std::string_view bytes, std::string_view rule,
                  std::size_t taken = 0);
@@ -89,6 +90,7 @@ private:
     EventPump& events_;
     std::function<void(std::string_view)> warn_;
     bool warned_ = false;
+    std::size_t recordsKept_ = 0;                 // bytes that the file has of the batch that grows
     std::map<std::int64_t, Progress> unwritten_;  // states that the file has not yet
     std::int64_t progressOf_ = kNone;
     std::uint32_t progressAt_ = 0;

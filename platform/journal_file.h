@@ -61,8 +61,8 @@ public:
     // the flow belong to it and leave the flow with the same commit.
     virtual std::int64_t append(const NewBatch& batch, std::string_view bytes,
                                 std::uint64_t flowTaken) = 0;
-    // Adds a record to a batch, as durably.
-    virtual void extend(std::int64_t id, std::string_view record) = 0;
+    // Adds records to a batch, as durably.
+    virtual void extend(std::int64_t id, std::string_view bytes, std::int32_t records) = 0;
 
     // Changes the state. Survives the end of the program; a power cut may bring the state
     // before back.

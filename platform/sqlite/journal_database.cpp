@@ -96,7 +96,7 @@ struct SqliteJournal::Statements {
                    {}),
           addPiece(connection, "INSERT INTO Morceaux (Lot,Octets) VALUES (?1,?2)", {}),
           grow(connection,
-               "UPDATE Lots SET Taille=Taille+?2,Enregistrements=Enregistrements+1 WHERE Id=?1",
+               "UPDATE Lots SET Taille=Taille+?2,Enregistrements=Enregistrements+?3 WHERE Id=?1",
                {}),
           takeFlow(connection, "UPDATE Flux SET Numero=?1,Pris=?2", {}),
           update(connection, "UPDATE Lots SET Etat=?2,Passes=?3,Faites=?4,Motif=?5 WHERE Id=?1",
@@ -193,10 +193,10 @@ void SqliteJournal::beginFlowAnew() {
     });
 }
 
-void SqliteJournal::extend(std::int64_t id, std::string_view record) {
+void SqliteJournal::extend(std::int64_t id, std::string_view bytes, std::int32_t records) {
     durably([&] {
-        addPiece(id, record);
-        statements_->grow.run(id, static_cast<std::int64_t>(record.size()));
+        addPiece(id, bytes);
+        statements_->grow.run(id, static_cast<std::int64_t>(bytes.size()), records);
     });
 }
 

@@ -39,7 +39,7 @@ public:
 
     std::int64_t append(const NewBatch& batch, std::string_view bytes,
                         std::uint64_t flowTaken) override;
-    void extend(std::int64_t id, std::string_view record) override;
+    void extend(std::int64_t id, std::string_view bytes, std::int32_t records) override;
     void update(std::int64_t id, BatchState state, std::int32_t passes, std::int32_t passesDone,
                 std::string_view reason) override;
     void keepFlow(std::string_view bytes) noexcept override;

@@ -57,8 +57,8 @@ TEST_F(Journal, KeepsBatchesAndWhatBecameOfThem) {
     EXPECT_EQ(file.find(id)->passesDone, 1);
     journal.interrupted(id, 2, 1, "arrêtée"_ansi);
 
-    std::int64_t polled = journal.receiveRecord(BatchJournal::kNone, origin, "C\r3\r\n");
-    polled = journal.receiveRecord(polled, origin, "D\r4\r\n");
+    std::int64_t polled = journal.receiveRecords(BatchJournal::kNone, origin, "C\r3\r\n");
+    polled = journal.receiveRecords(polled, origin, "C\r3\r\nD\r4\r\n");
     journal.typed(polled, 2);
     EXPECT_EQ(file.bytes(polled), "C\r3\r\nD\r4\r\n");
     EXPECT_EQ(file.find(polled)->records, 2);
@@ -130,7 +130,7 @@ TEST_F(Journal, ThatCannotBeWrittenIsSaidOnceAndKeepsNobodyFromWork) {
     file.diskFull = true;
     EXPECT_EQ(journal.receive(origin, "A", {}, 0), BatchJournal::kNone);
     journal.typed(BatchJournal::kNone, 1);
-    EXPECT_EQ(journal.receiveRecord(BatchJournal::kNone, origin, "B"), BatchJournal::kNone);
+    EXPECT_EQ(journal.receiveRecords(BatchJournal::kNone, origin, "B\r\n"), BatchJournal::kNone);
     EXPECT_THAT(warnings, ElementsAre(HasSubstr("la saisie continue")));
     file.diskFull = false;
     EXPECT_NE(journal.receive(origin, "C", {}, 0), BatchJournal::kNone);
@@ -141,6 +141,16 @@ TEST_F(Journal, ThatCannotBeWrittenIsSaidOnceAndKeepsNobodyFromWork) {
     file.diskFull = false;
     journal.receive(origin, "E", {}, 0);
     EXPECT_EQ(file.find(1)->state, BatchState::kTyped) << "late, but not lost";
+
+    std::int64_t polled = BatchJournal::kNone;
+    std::string records;
+    for (const bool full : {true, false, true, false}) {
+        file.diskFull = full;
+        records += std::to_string(records.size()) + "\r\n";
+        polled = journal.receiveRecords(polled, origin, records);
+    }
+    EXPECT_EQ(file.bytes(polled), records) << "no record is missing in the middle";
+    EXPECT_EQ(file.find(polled)->records, 4);
     EXPECT_EQ(over(nullptr).receive(origin, "F", {}, 0), BatchJournal::kNone);
 }
 

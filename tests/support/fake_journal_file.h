@@ -31,7 +31,7 @@ public:
         forgetFlow(flowTaken);
         return entry.id;
     }
-    void extend(std::int64_t id, std::string_view record) override {
+    void extend(std::int64_t id, std::string_view record, std::int32_t) override {
         work();
         batches.at(static_cast<std::size_t>(id) - 1).bytes += record;
     }
