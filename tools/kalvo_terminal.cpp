@@ -3,11 +3,15 @@
 
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <exception>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <sstream>
+#include <thread>
+#include <utility>
+#include <vector>
 
 #include "platform/asio/native_line.h"
 #include "platform/linux/linux_file_system.h"
@@ -64,14 +68,41 @@ void talk(TerminalLine& line, const TerminalOptions& options,
     dialogue.run(records);
 }
 
-void talkOnPseudoTerminal(const TerminalOptions& options,
-                          const std::vector<TerminalRecord>& records) {
-    PseudoTerminal terminal(options.link);
-    std::cout << terminal.slavePath() << std::endl;
-    if (options.waitsForOpening) terminal.waitUntilOpened();
-    talk(terminal.line(), options, records);
-    // Closing throws away what the other side has not read yet.
-    terminal.line().pause(options.lingerMilliseconds);
+// One of the terminals: its pseudo-terminal is there before any of them talks.
+struct Simulation {
+    explicit Simulation(TerminalOptions own)
+        : options(std::move(own)), records(recordsOf(options)), terminal(options.link) {}
+
+    void run() {
+        try {
+            if (options.waitsForOpening) terminal.waitUntilOpened();
+            talk(terminal.line(), options, records);
+            // Closing throws away what the other side has not read yet.
+            terminal.line().pause(options.lingerMilliseconds);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }
+
+    TerminalOptions options;
+    std::vector<TerminalRecord> records;
+    PseudoTerminal terminal;
+    std::exception_ptr failure;
+};
+
+void talkOnPseudoTerminals(const TerminalOptions& options) {
+    std::deque<Simulation> simulations;
+    for (int number = 1; number <= options.terminals; ++number) {
+        simulations.emplace_back(optionsOf(options, number));
+        std::cout << simulations.back().terminal.slavePath() << std::endl;
+    }
+    {
+        std::vector<std::jthread> threads;
+        for (Simulation& simulation : simulations)
+            threads.emplace_back([&simulation] { simulation.run(); });
+    }
+    for (const Simulation& simulation : simulations)
+        if (simulation.failure) std::rethrow_exception(simulation.failure);
 }
 
 void talkOnDevice(const TerminalOptions& options, const std::vector<TerminalRecord>& records) {
@@ -84,12 +115,11 @@ void talkOnDevice(const TerminalOptions& options, const std::vector<TerminalReco
 }
 
 void run(const TerminalOptions& options) {
-    const auto records = recordsOf(options);
     interruptOnSignals();
     if (options.pseudoTerminal)
-        talkOnPseudoTerminal(options, records);
+        talkOnPseudoTerminals(options);
     else
-        talkOnDevice(options, records);
+        talkOnDevice(options, recordsOf(options));
 }
 
 int fail(ExitCode code, const std::string& text) {

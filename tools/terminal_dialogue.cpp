@@ -52,7 +52,7 @@ void TerminalDialogue::sendBatch(const std::vector<std::string>& lines) {
 void TerminalDialogue::sendWhenPolled(const std::vector<std::string>& lines) {
     if (!waitForLine("READ", options_.readTimeout))
         throw DialogueFailure("la commande READ n'est pas arrivée");
-    answerCommand();
+    if (options_.answersRead) line_.write(kAckLine);
     int number = 0;
     for (const std::string& line : lines) deliver(line, ++number);
     line_.write(kTransferEnd);
@@ -66,16 +66,11 @@ void TerminalDialogue::deliver(const std::string& line, int number) {
         if (acknowledged && ++acks_ == options_.lostAck)
             acknowledged = waitForLine("ACK", options_.ackTimeout);
         if (!acknowledged) continue;
-        delivered_(number);
-        return answerCommand();
+        return delivered_(number);
     }
     throw DialogueFailure("l'enregistrement " + std::to_string(number) +
                           " n'a pas été acquitté après " + std::to_string(options_.resends + 1) +
                           " envois");
-}
-
-void TerminalDialogue::answerCommand() {
-    if (options_.sendsAckLines) line_.write(kAckLine);
 }
 
 std::string TerminalDialogue::firstForm(const std::string& line, int number) const {

@@ -28,7 +28,7 @@ struct DialogueOptions {
 
     // Polled types.
     bool tabbed = false;
-    bool sendsAckLines = false;                 // answers each command with an "ACK" line
+    bool answersRead = true;                    // with an "ACK" line
     std::int64_t readTimeout = 0;               // ms to wait for "READ"; 0: for ever
     std::int64_t ackTimeout = 2000;             // ms to wait for "ACK" before sending again
     int resends = 3;                            // of one record, before giving up
@@ -49,8 +49,8 @@ public:
 //
 //   HT630    record... "FINTRANSKALVO"           record: field CR ... LF
 //   PT630    record...                           the same, ended by silence
-//   Optimus  (READ CR) line CR (ACK CR) ... "OVER" CR
-//   ScanPal  (READ CR) line CR (ACK CR) ... "OVER" CR "OVER" CR
+//   Optimus  (READ CR) "ACK" CR line CR (ACK CR) ... "OVER" CR
+//   ScanPal  (READ CR) "ACK" CR line CR (ACK CR) ... "OVER" CR "OVER" CR
 //
 // In brackets: what it waits for. Other lines it receives are ignored, as is LF.
 class TerminalDialogue {
@@ -70,7 +70,6 @@ private:
     void sendBatch(const std::vector<std::string>& lines);
     void sendWhenPolled(const std::vector<std::string>& lines);
     void deliver(const std::string& line, int number);
-    void answerCommand();
     // False when the line does not come within `milliseconds` (0: for ever).
     bool waitForLine(std::string_view expected, std::int64_t milliseconds);
     std::optional<std::string> takeLine();

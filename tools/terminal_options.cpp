@@ -12,6 +12,7 @@ namespace kalvo {
 namespace {
 
 constexpr int kMost = 1000000;
+constexpr int kMostTerminals = 100;
 constexpr std::int64_t kLongest = 86400000;  // ms: a day
 
 constexpr const char* kFooter =
@@ -63,6 +64,10 @@ void addLine(CLI::App& app, TerminalOptions& options) {
         ->type_name("CHEMIN");
     app.add_flag("--wait-open", options.waitsForOpening,
                  "attend que l'autre programme ait ouvert le pseudo-terminal");
+    addNumber(
+        app, "--terminals", options.terminals, 1, kMostTerminals, "N",
+        "N terminaux à la fois, chacun sur son pseudo-terminal ; {n} dans FICHIER, --link et\n"
+        "--log est remplacé par son numéro (1)");
     addNumber<std::int64_t>(app, "--linger", options.lingerMilliseconds, 0, kLongest, "MS",
                             "garde le pseudo-terminal après le dernier envoi (1000)");
 }
@@ -92,7 +97,9 @@ void addSending(CLI::App& app, TerminalOptions& options) {
                  "PT630 : envoie le texte de connexion à la place du lot");
     app.add_flag("--empty", dialogue.emptyBatch, "PT630 : envoie un lot vide");
     app.add_flag("--tab", dialogue.tabbed, "Optimus, ScanPal : lignes qui commencent par TAB");
-    app.add_flag("--ack", dialogue.sendsAckLines, "Optimus, ScanPal : répond ACK aux commandes");
+    app.add_flag(
+        "--ack,!--no-ack", dialogue.answersRead,
+        "Optimus, ScanPal : répond ACK à READ, comme les vrais lecteurs (par défaut), ou non");
     addNumber<std::int64_t>(app, "--read-timeout", dialogue.readTimeout, 0, kLongest, "MS",
                             "attente de READ (0 : sans limite)");
     addNumber<std::int64_t>(app, "--ack-timeout", dialogue.ackTimeout, 1, kLongest, "MS",
@@ -131,8 +138,9 @@ bool needsRecords(const DialogueOptions& dialogue) {
 void checkLine(const TerminalOptions& options) {
     if (options.device.empty() != options.pseudoTerminal)
         throw UsageError("il faut soit --device, soit --pty");
-    if (!options.pseudoTerminal && (!options.link.empty() || options.waitsForOpening))
-        throw UsageError("--link et --wait-open vont avec --pty");
+    if (!options.pseudoTerminal &&
+        (!options.link.empty() || options.waitsForOpening || options.terminals > 1))
+        throw UsageError("--link, --wait-open et --terminals vont avec --pty");
 }
 
 void checkDialogue(const TerminalOptions& options) {
@@ -141,8 +149,8 @@ void checkDialogue(const TerminalOptions& options) {
         throw UsageError("--connect et --empty sont propres au PT630");
     if (dialogue.announceConnection && dialogue.emptyBatch)
         throw UsageError("--connect et --empty s'excluent");
-    if ((dialogue.tabbed || dialogue.sendsAckLines || dialogue.lostAck) && !isPolled(dialogue.kind))
-        throw UsageError("--tab, --ack et --lose-ack sont propres aux types Optimus et ScanPal");
+    if ((dialogue.tabbed || dialogue.lostAck) && !isPolled(dialogue.kind))
+        throw UsageError("--tab et --lose-ack sont propres aux types Optimus et ScanPal");
     if (needsRecords(dialogue) == options.recordFile.empty())
         throw UsageError(needsRecords(dialogue) ? "il manque le fichier des enregistrements"
                                                 : "ni --connect ni --empty n'attendent de fichier");
@@ -158,6 +166,15 @@ void takeKind(TerminalOptions& options, const std::string& kind) {
 }
 
 }  // namespace
+
+TerminalOptions optionsOf(TerminalOptions options, int terminal) {
+    const std::string number = std::to_string(terminal);
+    for (std::string* text : {&options.recordFile, &options.link, &options.logFile})
+        for (auto at = text->find("{n}"); at != std::string::npos; at = text->find("{n}"))
+            text->replace(at, 3, number);
+    options.faults.seed += static_cast<std::uint32_t>(terminal - 1);
+    return options;
+}
 
 TerminalOptions parseTerminalOptions(std::vector<std::string> arguments) {
     TerminalOptions options;

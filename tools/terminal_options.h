@@ -16,6 +16,7 @@ struct TerminalOptions {
     bool pseudoTerminal = false;
     std::string link;
     bool waitsForOpening = false;
+    int terminals = 1;  // at once, on a pseudo-terminal each
     std::int64_t lingerMilliseconds = 1000;
     std::string settings = "9600,N,8,1";
     std::string fileFolder;  // serves its files instead of sending records
@@ -33,6 +34,9 @@ class UsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+// The options of one of several terminals, from 1.
+[[nodiscard]] TerminalOptions optionsOf(TerminalOptions options, int terminal);
 
 // Reads the arguments behind the program's name. UsageError.
 [[nodiscard]] TerminalOptions parseTerminalOptions(std::vector<std::string> arguments);

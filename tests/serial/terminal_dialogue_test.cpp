@@ -63,10 +63,10 @@ TEST(TerminalDialogue, BatchTerminalsSendOnTheirOwn) {
 }
 
 TEST(TerminalDialogue, PolledScannersWaitForTheirCommands) {
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus}, "noise\rREAD\r"),
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus, .answersRead = false}, "noise\rREAD\r"),
               kFirst + kSecond + "OVER\r");
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kScanPal, .sendsAckLines = true}, "\nREAD\r\n"),
-              "ACK\r" + kFirst + "ACK\r" + kSecond + "ACK\rOVER\rOVER\r");
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kScanPal}, "\nREAD\r\n"),
+              "ACK\r" + kFirst + kSecond + "OVER\rOVER\r");
 
     MemoryLine silent;
     EXPECT_THROW(wireOf({.kind = TerminalKind::kOptimus, .readTimeout = 300}, silent),
@@ -82,25 +82,30 @@ TEST(TerminalDialogue, EveryBatchOfAPolledScannerNeedsItsRead) {
         return acknowledge(written);
     });
     line.incoming = "READ\r";
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus, .batches = 2}, line),
+    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus, .batches = 2, .answersRead = false}, line),
               kFirst + kSecond + "OVER\r" + kFirst + kSecond + "OVER\r");
 }
 
 TEST(TerminalDialogue, ARecordWithoutAnswerIsSentAgainAndThenGivenUp) {
     MemoryLine line;
     line.incoming = "READ\r";
-    const DialogueOptions options{.kind = TerminalKind::kScanPal, .ackTimeout = 250, .resends = 2};
+    const DialogueOptions options{
+        .kind = TerminalKind::kScanPal, .answersRead = false, .ackTimeout = 250, .resends = 2};
     EXPECT_THROW(wireOf(options, line), DialogueFailure);
     EXPECT_EQ(line.wire, kFirst + kFirst + kFirst);
     EXPECT_THAT(line.times, ::testing::ElementsAre(5000, 5250, 5500));
 }
 
 TEST(TerminalDialogue, FaultsHitTheRecordTheyNameOnce) {
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus, .ackTimeout = 100, .lostAck = 2}, "READ\r"),
-              kFirst + kSecond + kSecond + "OVER\r");
+    EXPECT_EQ(
+        wireOf(
+            {.kind = TerminalKind::kOptimus, .answersRead = false, .ackTimeout = 100, .lostAck = 2},
+            "READ\r"),
+        kFirst + kSecond + kSecond + "OVER\r");
     // The host ignores the short line, so it is sent again, whole.
-    EXPECT_EQ(wireOf({.kind = TerminalKind::kOptimus, .cutRecord = 1}, "READ\r"),
-              kFirst.substr(0, 14) + "\r" + kFirst + kSecond + "OVER\r");
+    EXPECT_EQ(
+        wireOf({.kind = TerminalKind::kOptimus, .answersRead = false, .cutRecord = 1}, "READ\r"),
+        kFirst.substr(0, 14) + "\r" + kFirst + kSecond + "OVER\r");
     EXPECT_EQ(wireOf({.kind = TerminalKind::kHt630, .cutRecord = 2}),
               "A\r1\r\n37600\r\nFINTRANSKALVO");
 }

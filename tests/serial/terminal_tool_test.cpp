@@ -57,11 +57,11 @@ TEST(FaultyLine, NoiseIsAddedAndDependsOnTheSeedOnly) {
 }
 
 TEST(TerminalOptions, AreReadFromTheCommandLine) {
-    const TerminalOptions o = parseTerminalOptions(
-        words("scanpal --pty --link /tmp/l --wait-open records.txt --separator TAB --speed 9600 "
-              "--noise 0.25 --pause 300:12 --pause 5:0 --cut 3 --lose-ack 2 --seed 7 --repeat 010 "
-              "--wait 50 --ack --tab --ack-timeout 100 --resend 0 --read-timeout 900 --linger 0"));
-    EXPECT_TRUE(o.pseudoTerminal && o.waitsForOpening && o.dialogue.sendsAckLines &&
+    const TerminalOptions o = parseTerminalOptions(words(
+        "scanpal --pty --link /tmp/l --wait-open records.txt --separator TAB --speed 9600 "
+        "--noise 0.25 --pause 300:12 --pause 5:0 --cut 3 --lose-ack 2 --seed 7 --repeat 010 "
+        "--wait 50 --no-ack --tab --ack-timeout 100 --resend 0 --read-timeout 900 --linger 0"));
+    EXPECT_TRUE(o.pseudoTerminal && o.waitsForOpening && !o.dialogue.answersRead &&
                 o.dialogue.tabbed);
     EXPECT_EQ(std::tie(o.dialogue.kind, o.link, o.recordFile, o.separator, o.lingerMilliseconds),
               std::tuple(TerminalKind::kScanPal, "/tmp/l", "records.txt", '\t', 0));
@@ -75,6 +75,11 @@ TEST(TerminalOptions, AreReadFromTheCommandLine) {
     EXPECT_EQ(o.faults.pauses[0].milliseconds, 300);
     EXPECT_EQ(o.faults.pauses[0].after, 12U);
 
+    const TerminalOptions third = optionsOf(
+        parseTerminalOptions(words("HT630 --pty --terminals 3 --link l{n}-{n} --log g{n} r{n}")),
+        3);
+    EXPECT_EQ(std::tie(third.link, third.logFile, third.recordFile, third.faults.seed),
+              std::tuple("l3-3", "g3", "r3", 3U));
     EXPECT_EQ(parseTerminalOptions(words("HT630 --device /dev/x -")).recordFile, "-");
     EXPECT_EQ(parseTerminalOptions(words("HT630 --pty -- --odd")).recordFile, "--odd");
     for (const auto* option : {"--device", "--lose-ack", "--noise", "--read-timeout"})
