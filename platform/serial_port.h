@@ -60,9 +60,8 @@ public:
 
     // Opening and closing both drop what is waiting in either direction.
     virtual void setPortOpen(bool open) = 0;
-    // Opens a port again that was open before. A device that is away or busy by now
-    // counts as lost: the port is open, and the line is tried until it is back.
-    // RuntimeErrors as opening for a port that never was.
+    // Opens a port whose device may be away or busy, be it for a moment: such a one counts as
+    // lost. The port is open, and the line is tried until it is there.
     virtual void reopen() = 0;
     [[nodiscard]] virtual bool PortOpen() const = 0;
 

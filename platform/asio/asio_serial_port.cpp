@@ -41,7 +41,7 @@ void AsioSerialPort::setCommPort(int number) {
     if (PortOpen()) failAlreadyOpen();
     if (number < 1 || number > kHighestPort)
         fail(error_number::kPortInvalid, "Numéro de port série non valide"_ansi);
-    if (number != number_) forgetDevice();
+    if (number != number_) device_ = {};
     number_ = number;
 }
 
@@ -86,7 +86,7 @@ std::size_t AsioSerialPort::InBufferCount() const { return inbox_->waiting(); }
 void AsioSerialPort::setPortOpen(bool open) {
     if (open) {
         if (PortOpen()) failAlreadyOpen();
-        forgetDevice();
+        device_ = {};
         openLine();
     } else if (PortOpen()) {
         line_.reset();
@@ -100,14 +100,18 @@ void AsioSerialPort::reopen() {
     try {
         openLine();
     } catch (const RuntimeError&) {
-        if (!wasOpen_) throw;
+        if (!device_.locate) device_ = awaitedDevice();
         line_ = std::make_unique<SerialLine>(SerialLine::kAway, parameters(), inbox_);
     }
 }
 
-void AsioSerialPort::forgetDevice() {
-    device_ = {};
-    wasOpen_ = false;
+// What the number will mean once it means something.
+PortDevice AsioSerialPort::awaitedDevice() const {
+    const auto found = std::make_shared<PortDevice>();
+    return {"COM" + std::to_string(number_), "", [found, resolver = resolver_, number = number_] {
+                if (!found->locate) *found = resolver(number);
+                return found->locate ? found->locate() : std::string();
+            }};
 }
 
 // The device that was found first stays the port's, wherever it is plugged in meanwhile.
@@ -118,7 +122,6 @@ void AsioSerialPort::openLine() {
         fail(error_number::kPortInvalid, std::string("Le port COM"_ansi) + std::to_string(number_) +
                                              std::string(" n'existe pas sur ce poste"_ansi));
     line_ = std::make_unique<SerialLine>(parameters(), inbox_);
-    wasOpen_ = true;
 }
 
 LineParameters AsioSerialPort::parameters() const {

@@ -34,7 +34,7 @@ struct LineParameters;
 // effect; elsewhere what the line cannot do is error 380 on opening.
 class AsioSerialPort : public SerialPort {
 public:
-    // The device of a port number; none is error 8002 on opening.
+    // The device of a port number; none is error 8002 on opening. The port's thread asks, too.
     using PortResolver = std::function<PortDevice(int portNumber)>;
 
     // The pump must outlive the port; from the port's thread only its post() is used.
@@ -72,7 +72,7 @@ public:
 
 private:
     void openLine();
-    void forgetDevice();
+    [[nodiscard]] PortDevice awaitedDevice() const;
     [[nodiscard]] LineParameters parameters() const;
     void apply(const LineSettings& settings, Handshaking handshaking);
 
@@ -80,7 +80,6 @@ private:
     PlugWatch watch_;
     int number_ = 1;
     PortDevice device_;  // of the number, once it has been opened or tried
-    bool wasOpen_ = false;
     LineSettings settings_;
     Handshaking handshaking_ = Handshaking::kNone;
     std::shared_ptr<LineInbox> inbox_;

@@ -2,7 +2,6 @@
 
 #include <asio/buffer.hpp>
 #include <asio/post.hpp>
-#include <asio/write.hpp>
 #include <future>
 #include <utility>
 
@@ -17,21 +16,18 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr milliseconds kTimeToLeave{500};
-constexpr milliseconds kWatchInterval{100};
+// Behind the looks that every reception brings.
+constexpr milliseconds kWatchInterval{1000};
 constexpr milliseconds kRetryInterval{1000};
 // A device that has just been plugged in is not ready at once.
 constexpr milliseconds kTimeToSettle{3000};
 constexpr milliseconds kHurriedInterval{100};
 
-asio::serial_port::native_handle_type openLine(const LineParameters& line) {
-    return openNativeLine(presentPath(line.device), line.settings, line.handshaking);
-}
-
 }  // namespace
 
 SerialLine::SerialLine(LineParameters parameters, std::shared_ptr<LineInbox> inbox)
     : inbox_(std::move(inbox)), parameters_(std::move(parameters)) {
-    port_.assign(openLine(parameters_));
+    stream_ = openStream();
     start();
     thread_ = std::thread([this] { io_.run(); });
 }
@@ -49,11 +45,14 @@ SerialLine::~SerialLine() {
     io_.stop();
     thread_.join();
     plugWatch_.reset();
-    if (!port_.is_open()) return;
+    if (lost_) return;
     if (written) waitUntilSent(deadline);
-    releaseNativeLine(port_.native_handle());
-    asio::error_code ignored;
-    port_.close(ignored);
+    stream_->close();
+}
+
+std::unique_ptr<LineStream> SerialLine::openStream() {
+    return openLineStream(io_, presentPath(parameters_.device), parameters_.settings,
+                          parameters_.handshaking);
 }
 
 bool SerialLine::waitUntilWritten(steady_clock::time_point deadline) {
@@ -62,7 +61,7 @@ bool SerialLine::waitUntilWritten(steady_clock::time_point deadline) {
 }
 
 void SerialLine::waitUntilSent(steady_clock::time_point deadline) {
-    while (hasUnsentOutput(port_.native_handle()) && steady_clock::now() < deadline)
+    while (stream_->hasUnsentOutput() && steady_clock::now() < deadline)
         std::this_thread::sleep_for(milliseconds(1));
 }
 
@@ -76,7 +75,7 @@ void SerialLine::reconfigure(const LineSettings& settings, Handshaking handshaki
     asio::post(io_, [&] {
         Outcome outcome;
         try {
-            if (port_.is_open()) configureNativeLine(port_.native_handle(), settings, handshaking);
+            if (!lost_) stream_->configure(settings, handshaking);
             parameters_.settings = settings;
             parameters_.handshaking = handshaking;
         } catch (const RuntimeError& refusal) {
@@ -101,20 +100,20 @@ void SerialLine::send(std::string_view bytes) {
 
 void SerialLine::start() {
     read();
-    monitor_.emplace(port_.native_handle());
-    if (monitor_->supported()) watch();
+    if (stream_->tellsChanges()) watch();
 }
 
 // An operation that ends while the line is already lost was cancelled by that. Any
 // other failure, a cancellation by the driver of an unplugged device too, is a loss.
 void SerialLine::read() {
-    port_.async_read_some(asio::buffer(readBuffer_),
-                          [this](const asio::error_code& error, std::size_t size) {
-                              if (lost_) return;
-                              if (size > 0) inbox_->received({readBuffer_.data(), size});
-                              if (error) return lose();
-                              read();
-                          });
+    stream_->asyncRead(asio::buffer(readBuffer_),
+                       [this](const asio::error_code& error, std::size_t size) {
+                           if (lost_) return;
+                           if (size > 0) inbox_->received({readBuffer_.data(), size});
+                           if (error) return lose();
+                           if (stream_->tellsChanges()) report();
+                           read();
+                       });
 }
 
 void SerialLine::writeNext() {
@@ -123,20 +122,20 @@ void SerialLine::writeNext() {
         if (lost_) return;
         writeBuffer_ = std::exchange(sendQueue_, {});
     }
-    asio::async_write(port_, asio::buffer(writeBuffer_),
-                      [this](const asio::error_code& error, std::size_t) {
-                          if (lost_) return;
-                          if (error) return lose();
-                          std::size_t left = 0;
-                          {
-                              const std::lock_guard lock(mutex_);
-                              left = sendQueue_.size();
-                              writing_ = left > 0;
-                          }
-                          inbox_->sent(left);
-                          if (left > 0) return writeNext();
-                          written_.notify_all();
-                      });
+    stream_->asyncWrite(asio::buffer(writeBuffer_),
+                        [this](const asio::error_code& error, std::size_t) {
+                            if (lost_) return;
+                            if (error) return lose();
+                            std::size_t left = 0;
+                            {
+                                const std::lock_guard lock(mutex_);
+                                left = sendQueue_.size();
+                                writing_ = left > 0;
+                            }
+                            inbox_->sent(left);
+                            if (left > 0) return writeNext();
+                            written_.notify_all();
+                        });
 }
 
 void SerialLine::watch() {
@@ -149,7 +148,7 @@ void SerialLine::watch() {
 }
 
 void SerialLine::report() {
-    const auto changes = monitor_->poll();
+    const auto changes = stream_->changes();
     if (changes.breakReceived) inbox_->happened(comm_event::kBreak);
     if (changes.overflow) inbox_->happened(comm_event::kReceiveOverflow);
     if (changes.cts) inbox_->happened(comm_event::kCts);
@@ -164,9 +163,7 @@ void SerialLine::lose() {
     }
     written_.notify_all();
     watchTimer_.cancel();
-    releaseNativeLine(port_.native_handle());
-    asio::error_code ignored;
-    port_.close(ignored);
+    stream_->close();
     inbox_->lineChanged(true);
     awaitDevice();
 }
@@ -194,7 +191,7 @@ void SerialLine::retryLater() {
 void SerialLine::retry() {
     if (!lost_) return;
     try {
-        port_.assign(openLine(parameters_));
+        stream_ = openStream();
     } catch (const RuntimeError&) {
         // Still away, or not ready for its settings yet; the user knows it is lost.
         return retryLater();

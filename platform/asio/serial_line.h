@@ -3,19 +3,17 @@
 
 #include <array>
 #include <asio/io_context.hpp>
-#include <asio/serial_port.hpp>
 #include <asio/steady_timer.hpp>
 #include <chrono>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
 
 #include "platform/asio/line_inbox.h"
-#include "platform/asio/native_line.h"
+#include "platform/asio/line_stream.h"
 
 namespace kalvo {
 
@@ -27,7 +25,7 @@ struct LineParameters {
     PlugWatch watch;  // may be null
 };
 
-// Open from construction to destruction. A line that is lost (unplugged, hung up) is
+// Open from construction to destruction. A line that is lost (unplugged, hung up, cut off) is
 // tried again every second with the same parameters, and quickly for a while when
 // something has been plugged in; the inbox hears of both turns.
 class SerialLine {
@@ -49,6 +47,7 @@ public:
     void send(std::string_view bytes);
 
 private:
+    [[nodiscard]] std::unique_ptr<LineStream> openStream();
     // On the line's thread.
     void start();
     void read();
@@ -67,13 +66,12 @@ private:
     std::shared_ptr<LineInbox> inbox_;
     LineParameters parameters_;
     asio::io_context io_{1};
-    asio::serial_port port_{io_};
     asio::steady_timer watchTimer_{io_};
     asio::steady_timer retryTimer_{io_};
     std::chrono::steady_clock::time_point hurriedUntil_;
-    std::optional<LineMonitor> monitor_;
     std::array<char, 65536> readBuffer_{};
     std::string writeBuffer_;
+    std::unique_ptr<LineStream> stream_;  // null: not open yet
 
     std::mutex mutex_;
     std::condition_variable written_;

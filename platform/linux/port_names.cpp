@@ -59,7 +59,7 @@ PortDevice LinuxPortNames::device(int number) const {
     if (found == meaning.end()) return {};
     const auto& [entry, configured] = found->second;
     const std::string identity = configured ? entry : devices_.identityOf(entry);
-    if (identity.empty()) return {entry};
+    if (identity.empty() || identity.find("://") != std::string::npos) return {entry};
     return {devices_.nameOf(identity), configured ? "" : fromUtf8(identity),
             [devices = devices_, identity] { return devices.locate(identity); }};
 }

@@ -86,6 +86,7 @@ bool SerialDevices::hasHardware(const std::string& name) const {
 }
 
 std::string SerialDevices::describe(const std::string& path) const {
+    if (path.find("://") != std::string::npos) return std::string("serveur de ports série"_ansi);
     std::error_code error;
     const fs::path target = fs::canonical(path, error);
     if (error) return std::string("introuvable"_ansi);
