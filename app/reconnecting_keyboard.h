@@ -6,6 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "app/bindings/system_bindings.h"
+#include "app/process/file_lock.h"
 #include "platform/keyboard_input.h"
 
 namespace kalvo {
@@ -18,6 +20,12 @@ public:
 
     // Tries at once. RuntimeErrors of `connect` mean that there is none now.
     explicit ReconnectingKeyboard(Connect connect);
+    // The same for a command that is no use without: RuntimeErrors of `connect` get out.
+    enum Needed { kNeeded };
+    ReconnectingKeyboard(Connect connect, Needed) : connect_(connect), keyboard_(connect()) {}
+
+    [[nodiscard]] bool takeTurn() override { return turns_.take(); }
+    void giveTurnBack() override { turns_.giveBack(); }
 
     [[nodiscard]] bool connected() override;
     [[nodiscard]] KeyboardLayout& foregroundLayout() override {
@@ -66,6 +74,7 @@ private:
 
     Connect connect_;
     MannerOf mannerOf_;
+    FileLock turns_{keyboardTurnsFile()};
     std::unique_ptr<KeyboardInput> keyboard_;  // never null
     std::uint32_t lastTry_ = 0;
 };

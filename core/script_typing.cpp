@@ -12,11 +12,26 @@ namespace kalvo {
 namespace {
 
 constexpr int kPauseStep = 100;  // milliseconds
+constexpr int kTurnStep = 50;    // between two looks at whose turn it is
 
 bool holdsLockToken(std::string_view text) {
     return text.find(kNumLockToken) != std::string_view::npos ||
            text.find(kCapsLockToken) != std::string_view::npos;
 }
+
+// Whatever has the focus when the turn comes is what is typed into.
+class KeyboardTurn {
+public:
+    explicit KeyboardTurn(const Platform& platform) : keyboard_(platform.keyboard) {
+        while (!keyboard_.takeTurn()) platform.events.waitForEvents(kTurnStep);
+    }
+    KeyboardTurn(const KeyboardTurn&) = delete;
+    KeyboardTurn& operator=(const KeyboardTurn&) = delete;
+    ~KeyboardTurn() { keyboard_.giveTurnBack(); }
+
+private:
+    KeyboardInput& keyboard_;
+};
 
 class ScriptTyping {
 public:
@@ -25,9 +40,10 @@ public:
         : platform_(platform), script_(script), source_(source), news_(news) {}
 
     Typing run(int timerPause) {
-        platform_.watch.begin();
-        platform_.keyboard.prepareFor(script_);
         try {
+            const KeyboardTurn turn(platform_);
+            platform_.watch.begin();
+            platform_.keyboard.prepareFor(script_);
             if (script_.find(kTimerToken) == std::string_view::npos)
                 typeUntimed();
             else

@@ -76,8 +76,8 @@ void showError(const Platform& platform, const RuntimeError& error) {
 
 PortStart portRefusal(const RuntimeError& error) {
     switch (error.number()) {
-        case error_number::kPortInvalid:
-        case error_number::kPortAlreadyOpen: return PortStart::kUnavailable;
+        case error_number::kPortInvalid: return PortStart::kAway;
+        case error_number::kPortAlreadyOpen: return PortStart::kBusy;
         case error_number::kPortSettings:
         case error_number::kTypeMismatch: return PortStart::kSettingsRefused;
         default: return PortStart::kFailed;

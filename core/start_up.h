@@ -14,7 +14,8 @@ namespace kalvo {
 // What became of the configured port.
 enum class PortStart : std::uint8_t {
     kDone,             // open, or none is used
-    kUnavailable,      // missing, or held by another program: another one may do
+    kAway,             // not there: it may come, or another one may do
+    kBusy,             // held by another program: another one may do
     kSettingsRefused,  // it does not open with the settings that are stored
     kFailed,           // neither another port nor other settings would help
 };

@@ -52,6 +52,8 @@ public:
 
     [[nodiscard]] bool busy() const { return busy_; }
     [[nodiscard]] bool suspended() const { return suspended_.rest != nullptr; }
+    // Whether tick() has something to look after.
+    [[nodiscard]] bool pending() const { return suspended() || !waiting_.empty(); }
 
 private:
     struct Batch {

@@ -73,6 +73,11 @@ public:
     // Who knows how an application wants to be typed into; asked for each script.
     virtual void useManners(MannerOf /*mannerOf*/) {}
 
+    // Several sites may share a session: a batch is typed by whoever has the keyboard's turn.
+    // False while another has it. Ends with giveTurnBack() or the process.
+    [[nodiscard]] virtual bool takeTurn() { return true; }
+    virtual void giveTurnBack() {}
+
     // A script is about to be typed into the application that has the focus, in its
     // manner: a binding that has to make keys for the characters makes them now.
     virtual void prepareFor(std::string_view /*script*/) {}

@@ -47,7 +47,7 @@ public:
     [[nodiscard]] bool ending() override { return ending_; }
     void Sleep(int milliseconds) override {
         idleCalls_ = 0;
-        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+        rest(milliseconds);
     }
     std::uint32_t GetTickCount() override { return steadyTicks(); }
     LocalTime now() override { return localNow(); }
@@ -62,6 +62,10 @@ public:
 protected:
     // Makes the program's thread look at the queue, and at ending(), soon.
     virtual void wake() = 0;
+    // Stops the program's thread for a while.
+    virtual void rest(int milliseconds) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    }
 
     // Delivers the handlers that wait by now: one that posts another does not keep the
     // caller here for ever. Nothing any more once the program ends. Whether there was any.

@@ -1,6 +1,7 @@
 // The bindings of this system: the one place where the program meets their types.
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -43,6 +44,12 @@ struct SystemBindings {
 
 // The keyboard of the session. RuntimeError when there is none (no display).
 [[nodiscard]] std::unique_ptr<KeyboardInput> connectKeyboard();
+
+// What the sites of a session lock to take turns at its keyboard.
+[[nodiscard]] std::filesystem::path keyboardTurnsFile();
+
+// Where the sites of this user are listed (code page 1252).
+[[nodiscard]] std::string knownSitesFile();
 
 // What happens around whatever is typed into; `rules` is asked whenever typing begins.
 // RuntimeError when there is no display.

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <cstdlib>
+
 #include "app/application_folder.h"
 #include "app/bindings/system_bindings.h"
 #include "platform/linux/autostart.h"
@@ -7,6 +10,7 @@
 #include "platform/linux/port_names.h"
 #include "platform/linux/settings/linux_profile_files.h"
 #include "platform/linux/settings/registry_file.h"
+#include "platform/linux/user_folders.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/x11/layout/xkb_layout.h"
 #include "platform/x11/target/x11_foreground_window.h"
@@ -14,20 +18,46 @@
 #include "platform/x11/x11_keyboard.h"
 #include "platform/x11/x11_loss.h"
 #include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 
+namespace {
+
+// A folder that was asked for is a site of its own, with its own choices.
+std::unique_ptr<Registry> registryOf(std::string_view folder, bool ownSite) {
+    auto usual = std::make_unique<RegistryFile>();
+    if (!ownSite) return usual;
+    auto own = std::make_unique<RegistryFile>(toUtf8(inFolder(folder, "registre.reg")));
+    takeSettingsOver(*own, *usual);
+    return own;
+}
+
+}  // namespace
+
 SystemBindings createSystemBindings(const std::optional<std::string>& applicationFolder) {
     const ProgramFolders folders = programFolders();
-    return {kalvo::applicationFolder(folders, applicationFolder),
+    const std::string folder = kalvo::applicationFolder(folders, applicationFolder);
+    return {folder,
             shippedDataFolder(folders),
             std::make_unique<LinuxProfileFiles>(),
-            std::make_unique<RegistryFile>(),
+            registryOf(folder, applicationFolder.has_value()),
             std::make_unique<LinuxFileSystem>(),
             std::make_unique<SqliteEngine>()};
 }
 
 std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<X11Keyboard>(); }
+
+std::filesystem::path keyboardTurnsFile() {
+    std::string name = "clavier-";
+    for (const char* const display : {"WAYLAND_DISPLAY", "DISPLAY"})
+        if (const char* const value = std::getenv(display)) name += value;
+    std::replace(name.begin(), name.end(), '/', '-');
+    return userRuntimeFolder() + "/" + name + ".verrou";
+}
+
+std::string knownSitesFile() { return fromUtf8(userConfigFolder() + "/Sites.ini"); }
 
 std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules) {
     return std::make_unique<X11TypingWatch>(std::move(rules));

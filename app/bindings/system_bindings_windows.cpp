@@ -1,4 +1,7 @@
+#include <algorithm>
+
 #include "app/application_folder.h"
+#include "app/bindings/subkey_registry.h"
 #include "app/bindings/system_bindings.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/windows/autostart.h"
@@ -13,20 +16,49 @@
 #include "platform/windows/windows_profile_files.h"
 #include "platform/windows/windows_registry.h"
 #include "settings/application_paths.h"
+#include "settings/settings_store.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 
+namespace {
+
+// A folder that was asked for is a site of its own, with its own choices.
+std::unique_ptr<Registry> registryOf(std::string name, bool ownSite) {
+    if (!ownSite) return std::make_unique<WindowsRegistry>();
+    std::replace(name.begin(), name.end(), '\\', '/');
+    auto own = std::make_unique<SubkeyRegistry>(std::make_unique<WindowsRegistry>(), name);
+    WindowsRegistry usual;
+    takeSettingsOver(*own, usual);
+    return own;
+}
+
+}  // namespace
+
 SystemBindings createSystemBindings(const std::optional<std::string>& applicationFolder) {
     const ProgramFolders folders = programFolders();
-    return {kalvo::applicationFolder(folders, applicationFolder),
+    const std::string folder = kalvo::applicationFolder(folders, applicationFolder);
+    return {folder,
             shippedDataFolder(folders),
             std::make_unique<WindowsProfileFiles>(),
-            std::make_unique<WindowsRegistry>(),
+            registryOf(folder, applicationFolder.has_value()),
             std::make_unique<WindowsFileSystem>(),
             std::make_unique<SqliteEngine>()};
 }
 
 std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<WindowsKeyboard>(); }
+
+std::filesystem::path keyboardTurnsFile() {
+    const std::filesystem::path folder = programFolders().userData;
+    std::error_code ignored;  // a lock that cannot be made keeps nobody out
+    std::filesystem::create_directories(folder, ignored);
+    return folder / "clavier.verrou";
+}
+
+std::string knownSitesFile() {
+    const std::u8string path = (programFolders().userData / "Sites.ini").u8string();
+    return fromUtf8(std::string(path.begin(), path.end()));
+}
 
 std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules) {
     return std::make_unique<WindowsTypingWatch>(std::move(rules));

@@ -19,7 +19,7 @@ CommandOutput::CommandOutput(SystemBindings& bindings, CommandLog use)
     : log_(use == CommandLog::kNothing
                ? std::make_unique<NoLog>()
                : openLog(bindings.applicationFolder, use == CommandLog::kEverything)),
-      said_(use == CommandLog::kEverything ? *log_ : console_) {}
+      said_(use == CommandLog::kEverything ? static_cast<Log&>(log_) : console_) {}
 
 CommandContext::CommandContext(SystemBindings& bindings, CommandLog use)
     : output(bindings, use),

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "app/bindings/absent_devices.h"
 #include "app/bindings/system_bindings.h"
@@ -24,18 +27,37 @@ enum class CommandLog : std::uint8_t {
     kEverything,  // that, and all it says: standard error shows the entries of the log
 };
 
+// A log with somebody who looks at the entries; any thread may write them.
+class WatchedLog : public Log {
+public:
+    explicit WatchedLog(std::unique_ptr<Log> log) : log_(std::move(log)) {}
+
+    void write(LogLevel level, std::string_view text) noexcept override {
+        log_->write(level, text);
+        if (watch_) watch_(level, text);
+    }
+    // Set while one thread writes; must not throw.
+    void onEntry(std::function<void(LogLevel, std::string_view)> watch) {
+        watch_ = std::move(watch);
+    }
+
+private:
+    std::unique_ptr<Log> log_;
+    std::function<void(LogLevel, std::string_view)> watch_;
+};
+
 // Where the words of a command go.
 class CommandOutput {
 public:
     CommandOutput(SystemBindings& bindings, CommandLog use);
 
     // What happens.
-    [[nodiscard]] Log& log() { return *log_; }
+    [[nodiscard]] WatchedLog& log() { return log_; }
     // What the user is told.
     [[nodiscard]] Log& said() { return said_; }
 
 private:
-    std::unique_ptr<Log> log_;
+    WatchedLog log_;
     ConsoleLog console_;
     Log& said_;
 };

@@ -31,6 +31,7 @@ struct CommandLine {
     std::optional<std::string> applicationFolder;  // --app-dir
     std::optional<bool> autostart;                 // --autostart
     JournalAction journal = JournalAction::kList;
+    bool status = false;     // listen --status
     bool json = false;       // journal list --json
     std::int64_t batch = 0;  // journal show, journal resend
     std::int32_t from = 1;   // journal resend --from: the first pass that is typed

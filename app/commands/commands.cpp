@@ -37,6 +37,11 @@ void declareFile(CLI::App& app, CommandLine& line) {
 
 void declareNothing(CLI::App&, CommandLine&) {}
 
+void declareListen(CLI::App& app, CommandLine& line) {
+    app.add_flag("--status", line.status,
+                 "dit port, scénario, lots et dernière erreur de l'écoute en cours");
+}
+
 void declareCompile(CLI::App& app, CommandLine& line) {
     auto* const name = app.add_option("NOM", line.scenario, "le scénario à compiler");
     app.add_flag("--all", line.allScenarios, "tous les scénarios")->excludes(name);
@@ -107,8 +112,10 @@ void declareJournal(CLI::App& app, CommandLine& line) {
 }
 
 constexpr auto kCommands = std::to_array<Command>({
-    {"listen", "reçoit et saisit, sans fenêtres, jusqu'à SIGINT ou SIGTERM (SIGUSR1 : Transfert)",
-     declareNothing, runListen},
+    {"listen",
+     "reçoit et saisit, sans fenêtres, jusqu'à SIGINT ou SIGTERM (SIGUSR1 : Transfert, SIGHUP : "
+     "réglages relus)",
+     declareListen, runListen},
     {"compile", "compile un scénario, ou tous", declareCompile, runCompile},
     {"script", "affiche le script de touches d'une trame ; rien n'est saisi", declareScript,
      runScript},
@@ -118,6 +125,7 @@ constexpr auto kCommands = std::to_array<Command>({
     {"import", "reprend une base Jet", declareImport, runImport},
     {"journal", "les lots reçus et ce qu'ils sont devenus", declareJournal, runJournal},
     {"ports", "liste les ports série", declareNothing, runPorts},
+    {"sites", "liste les dossiers servis et qui y travaille", declareNothing, runSites},
 });
 
 }  // namespace

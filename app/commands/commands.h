@@ -35,6 +35,7 @@ int runReplay(const CommandLine& line, SystemBindings& bindings);
 int runImport(const CommandLine& line, SystemBindings& bindings);
 int runJournal(const CommandLine& line, SystemBindings& bindings);
 int runPorts(const CommandLine& line, SystemBindings& bindings);
+int runSites(const CommandLine& line, SystemBindings& bindings);
 
 // --autostart, which goes with no command.
 int runAutostart(const CommandLine& line);

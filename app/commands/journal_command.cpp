@@ -5,6 +5,7 @@
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
 #include "app/process/end_signals.h"
+#include "app/reconnecting_keyboard.h"
 #include "core/frame_dispatch.h"
 #include "journal/batch_journal.h"
 #include "platform/sqlite/journal_database.h"
@@ -80,7 +81,9 @@ int resend(const CommandLine& line, SystemBindings& bindings, CommandContext& co
     if (run.active.ScenarioName.empty()) return kExitFailure;
     run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
-    if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
+    if (!run.active.FileMode)
+        context.useKeyboard(
+            std::make_unique<ReconnectingKeyboard>(connectKeyboard, ReconnectingKeyboard::kNeeded));
     EndSignals signals;
     signals.start([&] { context.events.requestEnd(); }, [] {});
     BatchJournal batches(&journal, context.events, writeErrorLine);

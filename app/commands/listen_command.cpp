@@ -5,14 +5,20 @@
 
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
+#include "app/listen_status.h"
 #include "app/process/end_signals.h"
+#include "app/process/service_report.h"
 #include "app/reconnecting_keyboard.h"
 #include "app/run_journal.h"
 #include "app/run_log.h"
+#include "app/running_site.h"
+#include "app/sites.h"
 #include "core/frame_dispatch.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
+#include "settings/serial_settings.h"
 #include "text/ansi_text.h"
+#include "text/number_text.h"
 #include "text/resume_next.h"
 #include "text/runtime_error.h"
 
@@ -20,55 +26,144 @@ namespace kalvo {
 
 namespace {
 
-void sayLineChange(Log& said, const SerialPort& port, bool lost) {
-    said.write(lost ? LogLevel::kWarning : LogLevel::kInformation, lineChangeText(port, lost));
+int showStatus(const SystemBindings& bindings) {
+    const auto state = RunningSite::stateOf(bindings.applicationFolder);
+    if (!state) {
+        writeErrorLine("Aucune écoute n'est en cours dans ce dossier."_ansi);
+        return kExitFailure;
+    }
+    writeOutput(*state);
+    return kExitSuccess;
 }
 
-void closePort(SerialPort& port) {
-    resumeNext([&] {
-        if (port.PortOpen()) port.setPortOpen(false);
-    });
-}
+class Listening {
+public:
+    Listening(SystemBindings& bindings, CommandContext& context, RunningSite& site)
+        : bindings_(bindings),
+          context_(context),
+          said_(context.output.said()),
+          status_(site, context.events),
+          run_(said_, bindings.applicationFolder, "Écoute"_ansi),
+          canType_(connectDevices()),
+          journal_(bindings, context.events,
+                   [this](std::string_view text) { said_.write(LogLevel::kWarning, text); }),
+          platform_(context.platform()),
+          reception_(platform_, context.state, journal_.batches(), [this] { dispatch(); }) {
+        context.output.log().onEntry(
+            [this](LogLevel level, std::string_view text) { status_.logged(level, text); });
+        platform_.port.onLineChange([this](bool lost) {
+            said_.write(lost ? LogLevel::kWarning : LogLevel::kInformation,
+                        lineChangeText(platform_.port, lost));
+            status_.port(platform_.port, lost);
+        });
+    }
+
+    Listening(const Listening&) = delete;
+    Listening& operator=(const Listening&) = delete;
+    ~Listening() { context_.output.log().onEntry(nullptr); }
+
+    // Until somebody asks for the end; the exit code.
+    int run(EndSignals& signals) {
+        const bool open = begin();
+        journal_.begin();
+        if (!open) return kExitFailure;
+        if (!canType_ && !context_.state.scenario.active.FileMode)
+            said_.write(LogLevel::kWarning,
+                        "Clavier indisponible (pas d'affichage) : les lots attendront dans le "
+                        "journal"_ansi);
+        signals.start([this] { context_.events.requestEnd(); },
+                      [this] { context_.events.post([this] { reception_.transfer(); }); },
+                      [this] { context_.events.postAtRest([this] { reload(); }); });
+        reportToServiceManager("READY=1");
+        context_.events.run();
+        signals.stop();
+        reportToServiceManager("STOPPING=1");
+        closePort();
+        return kExitSuccess;
+    }
+
+private:
+    bool connectDevices() {
+        auto keyboard = std::make_unique<ReconnectingKeyboard>(connectKeyboard);
+        const bool connected = keyboard->connected();
+        context_.useKeyboard(std::move(keyboard));
+        context_.openSerialPort();
+        return connected;
+    }
+
+    // Settings, scenario and port, as the files have them now. False without a port that is
+    // open or awaited.
+    bool begin() {
+        const PortStart start = startUp(platform_, context_.state, reception_, [] {});
+        if (start == PortStart::kAway) await();
+        const bool open = platform_.port.PortOpen();
+        status_.scenario(context_.state.scenario.active.ScenarioName);
+        status_.port(platform_.port, start == PortStart::kAway);
+        if (!open)
+            said_.write(LogLevel::kError,
+                        "Aucun port n'est ouvert (section Port_série de PortSerie.ini)"_ansi);
+        return open;
+    }
+
+    // A device that is not there yet is as good as one that was lost.
+    void await() {
+        const std::string wanted =
+            readPortSerie(platform_.profiles, bindings_.applicationFolder, port_serie::kPort);
+        if (platform_.port.CommPort() != integerPart(wanted)) return;
+        resumeNext([this] { platform_.port.reopen(); });
+    }
+
+    void reload() {
+        reportToServiceManager("RELOADING=1");
+        said_.write(LogLevel::kInformation, "Réglages et scénario relus"_ansi);
+        closePort();
+        begin();
+        reportToServiceManager("READY=1");
+    }
+
+    void dispatch() {
+        const BatchReport report = TraiteEmul(platform_, context_.state, journal_.batches());
+        status_.batchDone();
+        if (report.outcome == BatchReport::Outcome::kInterrupted && report.batch != 0)
+            said_.write(LogLevel::kWarning, "Pour reprendre : kalvo-horizon journal resend " +
+                                                std::to_string(report.batch) + " --from " +
+                                                std::to_string(report.passesDone + 1));
+    }
+
+    void closePort() {
+        resumeNext([this] {
+            if (platform_.port.PortOpen()) platform_.port.setPortOpen(false);
+        });
+    }
+
+    SystemBindings& bindings_;
+    CommandContext& context_;
+    Log& said_;
+    ListenStatus status_;
+    RunLog run_;
+    bool canType_;
+    RunJournal journal_;
+    Platform platform_;
+    SerialReception reception_;
+};
 
 }  // namespace
 
-int runListen(const CommandLine&, SystemBindings& bindings) {
+int runListen(const CommandLine& line, SystemBindings& bindings) {
+    if (line.status) return showStatus(bindings);
     // Before any thread starts, so that the signals go where they are waited for.
     EndSignals signals;
-    CommandContext context(bindings, CommandLog::kEverything);
-    Log& said = context.output.said();
-    const RunLog run(said, bindings.applicationFolder, "Écoute"_ansi);
-    auto keyboard = std::make_unique<ReconnectingKeyboard>(connectKeyboard);
-    const bool canType = keyboard->connected();
-    context.useKeyboard(std::move(keyboard));
-    context.openSerialPort();
-    RunJournal journal(bindings, context.events,
-                       [&](std::string_view text) { said.write(LogLevel::kWarning, text); });
-    const Platform platform = context.platform();
-    SerialReception reception(platform, context.state, journal.batches(), [&] {
-        const BatchReport report = TraiteEmul(platform, context.state, journal.batches());
-        if (report.outcome == BatchReport::Outcome::kInterrupted && report.batch != 0)
-            said.write(LogLevel::kWarning, "Pour reprendre : kalvo-horizon journal resend " +
-                                               std::to_string(report.batch) + " --from " +
-                                               std::to_string(report.passesDone + 1));
-    });
-    platform.port.onLineChange([&](bool lost) { sayLineChange(said, platform.port, lost); });
-    startUp(platform, context.state, reception, [] {});
-    if (!platform.port.PortOpen()) {
-        said.write(LogLevel::kError,
-                   "Aucun port n'est ouvert (section Port_série de PortSerie.ini)"_ansi);
+    RunningSite site(bindings.applicationFolder, "Écoute"_ansi, localNow());
+    if (!site.alone()) {
+        const std::string other =
+            fromUtf8(RunningSite::stateOf(bindings.applicationFolder).value_or(""));
+        writeErrorLine(std::string("Un programme travaille déjà dans ce dossier : "_ansi) +
+                       other.substr(0, other.find('\n')));
         return kExitFailure;
     }
-    if (!canType && !context.state.scenario.active.FileMode)
-        said.write(
-            LogLevel::kWarning,
-            "Clavier indisponible (pas d'affichage) : les lots attendront dans le journal"_ansi);
-    journal.begin();
-    signals.start([&] { context.events.requestEnd(); },
-                  [&] { context.events.post([&] { reception.transfer(); }); });
-    context.events.run();
-    closePort(platform.port);
-    return kExitSuccess;
+    rememberSite(*bindings.profiles, knownSitesFile(), bindings.applicationFolder);
+    CommandContext context(bindings, CommandLog::kEverything);
+    return Listening(bindings, context, site).run(signals);
 }
 
 }  // namespace kalvo

@@ -2,6 +2,7 @@
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
 #include "app/process/end_signals.h"
+#include "app/reconnecting_keyboard.h"
 #include "core/frame_dispatch.h"
 #include "scenario/scenario_loader.h"
 #include "settings/settings_store.h"
@@ -21,7 +22,9 @@ int runReplay(const CommandLine& line, SystemBindings& bindings) {
     run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
     files.log.write(LogLevel::kInformation, "Rejeu de " + fromUtf8(line.file));
-    if (!run.active.FileMode) context.useKeyboard(connectKeyboard());
+    if (!run.active.FileMode)
+        context.useKeyboard(
+            std::make_unique<ReconnectingKeyboard>(connectKeyboard, ReconnectingKeyboard::kNeeded));
     EndSignals signals;
     signals.start([&] { context.events.requestEnd(); }, [] {});
     try {

@@ -2,6 +2,7 @@
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
 #include "app/process/end_signals.h"
+#include "app/reconnecting_keyboard.h"
 #include "core/batch_report.h"
 #include "core/frame_dispatch.h"
 #include "core/script_typing.h"
@@ -15,7 +16,8 @@ int runType(const CommandLine& line, SystemBindings& bindings) {
     // Behind the reading, which a signal may end at once.
     EndSignals signals;
     signals.start([&] { context.events.requestEnd(); }, [] {});
-    context.useKeyboard(connectKeyboard());
+    context.useKeyboard(
+        std::make_unique<ReconnectingKeyboard>(connectKeyboard, ReconnectingKeyboard::kNeeded));
     const Typing typing = typeScript(context.platform(), script, line.pause);
     const bool whole = typing.stop == TypingStop::kNone;
     if (!whole) writeErrorLine(reasonOf(typing.stop));

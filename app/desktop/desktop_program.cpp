@@ -22,7 +22,9 @@
 #include "app/reconnecting_keyboard.h"
 #include "app/run_journal.h"
 #include "app/run_log.h"
+#include "app/running_site.h"
 #include "app/session_watch.h"
+#include "app/sites.h"
 #include "core/during.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
@@ -34,7 +36,6 @@
 #include "platform/qt/qt_notify_icon.h"
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/single_instance.h"
 #include "settings/application_paths.h"
 #include "settings/application_settings.h"
 #include "settings/options.h"
@@ -53,7 +54,9 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kTick = 200;  // milliseconds between two looks at who has the focus
+// Milliseconds between two looks at who has the focus: while something waits for it, and else.
+constexpr int kTick = 200;
+constexpr int kIdleTick = 3000;
 constexpr int kFocusTries = 30;
 constexpr int kFocusPause = 10;     // milliseconds
 constexpr int kFocusSettles = 150;  // milliseconds
@@ -82,13 +85,18 @@ std::array<QIcon, 3> stateSigns() {
 
 class DesktopProgram {
 public:
-    explicit DesktopProgram(SystemBindings& bindings)
+    // `ownSite`: the folder was asked for, and other programs may have others.
+    DesktopProgram(SystemBindings& bindings, bool ownSite)
         : bindings_(bindings),
           log_(openLog(bindings.applicationFolder)),
           events_([this](const RuntimeError& error) { showError(error); }),
           progress_([this] { events_.draw(); }),
           icon_(
-              QApplication::windowIcon(), stateSigns(), [this] { menuWindow_.popUp(); },
+              QApplication::windowIcon(), stateSigns(),
+              [this] {
+                  foreground_->remember();
+                  menuWindow_.popUp();
+              },
               [this] { showIconMenu(); }),
           foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
@@ -110,7 +118,11 @@ public:
           iconMenu_({.choose = [this](MenuEntry entry) { chooseNow(entry); },
                      .showDashboard = [this] { whenIdle([this] { showDashboard(); }); },
                      .stopTyping = [this] { watch_.stop(); },
-                     .retypeLast = [this] { events_.deliver([this] { turns_.retypeLast(); }); }}),
+                     .retypeLast =
+                         [this] {
+                             events_.deliver([this] { turns_.retypeLast(); });
+                             setPace();
+                         }}),
           suspension_(
               {.resume = [this] { events_.deliver([this] { turns_.resume(); }); },
                .restartRecord = [this] { events_.deliver([this] { turns_.restartRecord(); }); },
@@ -122,14 +134,17 @@ public:
             *bindings.profiles, bindings.applicationFolder,
             [this](std::string_view text) { log_->write(LogLevel::kWarning, text); }));
         state_.scenario.applicationFolder = bindings.applicationFolder;
+        if (ownSite) icon_.setSite("Dossier : " + toQString(bindings.applicationFolder));
         reception_.onTransfer([this](bool running) { transferWindow_.setVisible(running); });
         port_->onLineChange([this](bool lost) { lineChanged(lost); });
         QObject::connect(&clock_, &QTimer::timeout, &events_, [this] {
             if (turns_.busy()) return;
             foreground_->remember();
             events_.deliver([this] { turns_.tick(); });
+            setPace();
         });
-        clock_.start(kTick);
+        setPace();
+        clock_.start();
         QObject::connect(&menuWindow_, &QWidget::customContextMenuRequested, &events_,
                          [this] { showIconMenu(); });
     }
@@ -215,12 +230,24 @@ private:
             events_.deliver(begin);
     }
 
-    void showIconMenu() { iconMenu_.popUp(turns_.busy(), !turns_.busy() && !turns_.suspended()); }
+    void showIconMenu() {
+        foreground_->remember();
+        iconMenu_.popUp(turns_.busy(), !turns_.busy() && !turns_.suspended());
+    }
 
     void dispatch() {
         transferWindow_.hide();
         const During typing([this](bool on) { iconWatch_.typing(on); });
         turns_.dispatch();
+        setPace();
+    }
+
+    void setPace() {
+        const bool pending = turns_.pending();
+        const int interval = pending ? kTick : kIdleTick;
+        if (clock_.interval() == interval) return;
+        clock_.setTimerType(pending ? Qt::CoarseTimer : Qt::VeryCoarseTimer);
+        clock_.setInterval(interval);
     }
 
     // The window manager takes a moment to give the focus back.
@@ -380,7 +407,7 @@ int refuseSecond(EndSignals& signals) {
 
 }  // namespace
 
-int runDesktop(const CommandLine&, SystemBindings& bindings) {
+int runDesktop(const CommandLine& line, SystemBindings& bindings) {
     if (!watchDisplay()) return kExitFailure;
     // Before any thread starts, so that the signals go where they are waited for.
     EndSignals signals;
@@ -394,9 +421,10 @@ int runDesktop(const CommandLine&, SystemBindings& bindings) {
     QTranslator translator;
     speakFrench(translator);
 
-    const SingleInstance instance;
-    if (!instance.first()) return displayCameBack() ? kExitFailure : refuseSecond(signals);
-    DesktopProgram(bindings).run(signals);
+    const RunningSite site(bindings.applicationFolder, "Programme de bureau", localNow());
+    if (!site.alone()) return displayCameBack() ? kExitFailure : refuseSecond(signals);
+    rememberSite(*bindings.profiles, knownSitesFile(), bindings.applicationFolder);
+    DesktopProgram(bindings, line.applicationFolder.has_value()).run(signals);
     return kExitSuccess;
 }
 

@@ -32,6 +32,8 @@ std::string describe(const PortEntry& port) {
     return port.device + " (" + port.description + ")";
 }
 
+bool anotherMayDo(PortStart port) { return port == PortStart::kAway || port == PortStart::kBusy; }
+
 }  // namespace
 
 DesktopSettings::DesktopSettings(const Platform& platform, RunTimeState& state,
@@ -126,7 +128,8 @@ void DesktopSettings::showPortableTransfer(QWidget* owner) {
 
 void DesktopSettings::offerWayOut(PortStart port) {
     switch (port) {
-        case PortStart::kUnavailable: offerOtherPort(); break;
+        case PortStart::kAway:
+        case PortStart::kBusy: offerOtherPort(); break;
         case PortStart::kSettingsRefused: showRefusedLine(); break;
         case PortStart::kFailed:
         case PortStart::kDone: break;
@@ -152,14 +155,14 @@ void DesktopSettings::offerOtherPort() {
     const std::string_view folder = bindings_.applicationFolder;
     SerialPort& port = platform_.port;
     int tried = integerPart(readPortSerie(platform_.profiles, folder, port_serie::kPort));
-    PortStart result = PortStart::kUnavailable;
-    while (result == PortStart::kUnavailable) {
+    PortStart result = PortStart::kAway;
+    while (anotherMayDo(result)) {
         PortChoiceWindow choice(platform_.profiles, folder, port, portDevices(), tried);
         if (choice.exec() != QDialog::Accepted) break;
         result = openPort();
         tried = port.CommPort();
     }
-    if (result != PortStart::kUnavailable) offerWayOut(result);
+    if (!anotherMayDo(result)) offerWayOut(result);
     platform_.icon.modify(trayTip(port.CommPort(), state_.scenario.active.ScenarioName));
 }
 

@@ -4,7 +4,9 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kBetweenLooks = 1000;  // milliseconds
+// Milliseconds between two looks for the notification area: as long as it is there, and else.
+constexpr int kBetweenLooks = 3000;
+constexpr int kWithoutArea = 1000;
 // A session that starts us may be about to start its notification area.
 constexpr int kLooksBeforeWindow = 3;
 
@@ -12,6 +14,7 @@ constexpr int kLooksBeforeWindow = 3;
 
 IconWatch::IconWatch(QtNotifyIcon& icon, MenuWindow& menu, SerialPort& port, RunJournal& journal)
     : icon_(icon), menu_(menu), port_(port), journal_(journal) {
+    timer_.setTimerType(Qt::VeryCoarseTimer);
     timer_.setInterval(kBetweenLooks);
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
 }
@@ -38,6 +41,8 @@ void IconWatch::countWaiting() {
 
 void IconWatch::look() {
     looksWithoutArea_ = QtNotifyIcon::available() ? 0 : looksWithoutArea_ + 1;
+    const int interval = looksWithoutArea_ == 0 ? kBetweenLooks : kWithoutArea;
+    if (timer_.interval() != interval) timer_.setInterval(interval);
     if (looksWithoutArea_ == 0)
         menu_.leave();
     else if (looksWithoutArea_ == kLooksBeforeWindow)

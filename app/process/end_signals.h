@@ -1,5 +1,6 @@
-// The signals of a run without windows: end (SIGINT, SIGTERM, SIGHUP; Ctrl+C or closing the
-// console on Windows) and transfer (SIGUSR1; Ctrl+Break).
+// The signals of a run without windows: end (SIGINT, SIGTERM; Ctrl+C or closing the console on
+// Windows), transfer (SIGUSR1; Ctrl+Break), and SIGHUP: the settings again where somebody
+// handles that, unless the terminal is closing; the end otherwise.
 #pragma once
 
 #include <functional>
@@ -16,7 +17,8 @@ public:
     EndSignals& operator=(const EndSignals&) = delete;
     ~EndSignals();
 
-    void start(std::function<void()> onEnd, std::function<void()> onTransfer);
+    void start(std::function<void()> onEnd, std::function<void()> onTransfer,
+               std::function<void()> onReload = nullptr);
     // Signals are held back again: once this returns, no handler runs any more.
     void stop();
 

@@ -1,23 +1,28 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <csignal>
-#include <ctime>
 #include <thread>
 #include <utility>
 
 #include "app/process/end_signals.h"
+#include "platform/file_descriptor.h"
 
 namespace kalvo {
 
-struct EndSignals::Waiting {
-    sigset_t signals{};
-    std::jthread thread;
-};
-
 namespace {
 
-// How long the waiting thread takes at most to see that it is no longer needed.
-constexpr timespec kLookInterval{0, 100'000'000};
+bool hasTerminal() {
+    return FileDescriptor(open("/dev/tty", O_RDONLY | O_NOCTTY | O_CLOEXEC)).isOpen();
+}
 
 }  // namespace
+
+struct EndSignals::Waiting {
+    sigset_t signals{};
+    bool hadTerminal = hasTerminal();
+    std::jthread thread;
+};
 
 EndSignals::EndSignals() : waiting_(std::make_unique<Waiting>()) {
     sigemptyset(&waiting_->signals);
@@ -29,20 +34,34 @@ EndSignals::EndSignals() : waiting_(std::make_unique<Waiting>()) {
     pthread_sigmask(SIG_BLOCK, &waiting_->signals, nullptr);
 }
 
-EndSignals::~EndSignals() = default;
+EndSignals::~EndSignals() { stop(); }
 
-void EndSignals::start(std::function<void()> onEnd, std::function<void()> onTransfer) {
+void EndSignals::start(std::function<void()> onEnd, std::function<void()> onTransfer,
+                       std::function<void()> onReload) {
     waiting_->thread =
-        std::jthread([signals = waiting_->signals, onEnd = std::move(onEnd),
-                      onTransfer = std::move(onTransfer)](const std::stop_token& stop) {
-            while (!stop.stop_requested()) {
-                const int signal = sigtimedwait(&signals, nullptr, &kLookInterval);
-                if (signal == SIGUSR1) onTransfer();
-                if (signal == SIGINT || signal == SIGTERM || signal == SIGHUP) onEnd();
+        std::jthread([this, onEnd = std::move(onEnd), onTransfer = std::move(onTransfer),
+                      onReload = std::move(onReload)](const std::stop_token& stop) {
+            for (;;) {
+                int signal = 0;
+                sigwait(&waiting_->signals, &signal);
+                if (stop.stop_requested()) return;
+                // A terminal that closes sends the same as whoever wants the settings read again.
+                const bool closing = waiting_->hadTerminal && !hasTerminal();
+                if (signal == SIGUSR1)
+                    onTransfer();
+                else if (signal == SIGHUP && onReload && !closing)
+                    onReload();
+                else
+                    onEnd();
             }
         });
 }
 
-void EndSignals::stop() { waiting_->thread = {}; }
+void EndSignals::stop() {
+    if (!waiting_->thread.joinable()) return;
+    waiting_->thread.request_stop();
+    pthread_kill(waiting_->thread.native_handle(), SIGUSR1);
+    waiting_->thread.join();
+}
 
 }  // namespace kalvo

@@ -38,7 +38,8 @@ EndSignals::~EndSignals() {
     SetConsoleCtrlHandler(onConsoleEvent, FALSE);
 }
 
-void EndSignals::start(std::function<void()> onEnd, std::function<void()> onTransfer) {
+void EndSignals::start(std::function<void()> onEnd, std::function<void()> onTransfer,
+                       std::function<void()>) {
     const std::lock_guard lock(mutex);
     endHandler = std::move(onEnd);
     transferHandler = std::move(onTransfer);

@@ -16,6 +16,9 @@ namespace kalvo {
 // this process; only the standard streams stay open. Returns where the system cannot do it.
 void restartProcess();
 
+// The number the system knows this process by.
+[[nodiscard]] long processId();
+
 // The file that such an argument names: any name the system knows, whatever its
 // characters.
 [[nodiscard]] inline std::filesystem::path nativeFile(const std::string& argument) {

@@ -27,4 +27,6 @@ void restartProcess() {
     execv("/proc/self/exe", startArguments);
 }
 
+long processId() { return getpid(); }
+
 }  // namespace kalvo

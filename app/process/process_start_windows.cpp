@@ -38,4 +38,6 @@ std::vector<std::string> beginProcess(int /*argc*/, char** /*argv*/) {
 
 void restartProcess() {}
 
+long processId() { return static_cast<long>(GetCurrentProcessId()); }
+
 }  // namespace kalvo

@@ -45,15 +45,19 @@ QtNotifyIcon::QtNotifyIcon(const QIcon& picture, const std::array<QIcon, 3>& sig
 
 bool QtNotifyIcon::available() { return QSystemTrayIcon::isSystemTrayAvailable(); }
 
+QString QtNotifyIcon::fullTip(std::string_view tip) const {
+    return site_.isEmpty() ? toQString(tip) : toQString(tip).trimmed() + "\n" + site_;
+}
+
 void QtNotifyIcon::add(std::string_view tip) {
-    icon_.setToolTip(toQString(tip));
+    icon_.setToolTip(fullTip(tip));
     icon_.show();
     for (const QString& text : std::exchange(pending_, {}))
         icon_.showMessage("KALVO Horizon", text);
 }
 
 void QtNotifyIcon::modify(std::string_view tip) {
-    if (icon_.isVisible()) icon_.setToolTip(toQString(tip));
+    if (icon_.isVisible()) icon_.setToolTip(fullTip(tip));
 }
 
 void QtNotifyIcon::remove() { icon_.hide(); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QIcon>
+#include <QString>
 #include <QStringList>
 #include <QSystemTrayIcon>
 #include <array>
@@ -23,6 +24,9 @@ public:
     // Whether this desktop has a notification area at all.
     [[nodiscard]] static bool available();
 
+    // A second line of every tip, for a user with several icons.
+    void setSite(const QString& site) { site_ = site; }
+
     void add(std::string_view tip) override;
     void modify(std::string_view tip) override;
     void remove() override;
@@ -32,6 +36,9 @@ public:
     void setState(IconState state);
 
 private:
+    [[nodiscard]] QString fullTip(std::string_view tip) const;
+
+    QString site_;
     std::array<QIcon, 4> pictures_;
     IconState state_ = IconState::kReady;
     QSystemTrayIcon icon_;

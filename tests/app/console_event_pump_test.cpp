@@ -50,6 +50,23 @@ TEST_F(ConsolePump, WakesForAHandlerAndForTheEndWhichUnwindsIt) {
     pump.run();  // ends at once
 }
 
+TEST_F(ConsolePump, WhatWaitsForRestIsNeverInTheMiddleOfAnother) {
+    std::string log;
+    pump.postAtRest([&] {
+        log += "rest ";
+        pump.requestEnd();
+    });
+    pump.post([&] {
+        pump.waitForEvents(1);
+        log += "work ";
+    });
+    pump.run();
+    EXPECT_EQ(log, "work rest ");
+    const auto start = std::chrono::steady_clock::now();
+    pump.Sleep(60000);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30)) << "at its end";
+}
+
 TEST_F(ConsolePump, PollingItForeverDoesNotBurnTheProcessor) {
     const auto start = std::chrono::steady_clock::now();
     int calls = 0;

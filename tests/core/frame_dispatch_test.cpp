@@ -61,6 +61,23 @@ TEST_F(Dispatch, LockTokensArePressedAndTheRestIsTyped) {
     EXPECT_FALSE(world.keyboard.lockOn(kVkCapital)) << "for good";
 }
 
+TEST_F(Dispatch, ABatchWaitsForItsTurnAtTheKeyboardAndGivesItBack) {
+    world.keyboard.othersTurns = 3;
+    int asked = 0;
+    world.events.whilePumping = [&] {
+        if (world.keyboard.othersTurns < 3) ++asked;
+        EXPECT_EQ(world.keyboard.typed(), "");
+    };
+    dispatch("ab");
+    EXPECT_EQ(asked, 3);
+    EXPECT_EQ(world.keyboard.typed(), "AB");
+    EXPECT_FALSE(world.keyboard.taken);
+    world.keyboard.othersTurns = 1000;
+    world.events.whilePumping = [&] { world.events.end = asked++ > 9; };
+    EXPECT_THROW(dispatch("ab"), ProgramEnd);
+    EXPECT_EQ(world.keyboard.typed(), "");
+}
+
 TEST_F(Dispatch, ATimedScriptIsTypedInPiecesWithPauses) {
     state.scenario.TimerPause = 250;
     dispatch("x{TIMER}123y{TIMER}");

@@ -118,8 +118,8 @@ TEST_F(StartingUp, ErrorsAreShownAndTheProgramGoesOn) {
         PortStart port;
     } cases[] = {{error_number::kPortSettings, PortStart::kSettingsRefused},
                  {error_number::kPermissionDenied, PortStart::kFailed},
-                 {error_number::kPortInvalid, PortStart::kUnavailable},
-                 {error_number::kPortAlreadyOpen, PortStart::kUnavailable}};
+                 {error_number::kPortInvalid, PortStart::kAway},
+                 {error_number::kPortAlreadyOpen, PortStart::kBusy}};
     for (const auto& [error, port] : cases) {
         world.port.openError = error;
         EXPECT_EQ(start(), port) << error;

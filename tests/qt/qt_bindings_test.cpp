@@ -9,7 +9,6 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QProgressBar>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <string>
@@ -20,7 +19,6 @@
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_progress.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/single_instance.h"
 
 namespace kalvo {
 namespace {
@@ -123,17 +121,6 @@ TEST(QtProgress, ShowsLabelAndBarAndStartsAfresh) {
     progress.unload();
     progress.show();
     EXPECT_EQ(bar->value(), 0);
-}
-
-TEST(SingleInstance, RefusesASecondOne) {
-    const QTemporaryDir folder;
-    qputenv("XDG_RUNTIME_DIR", folder.path().toUtf8());
-    {
-        const SingleInstance first;
-        EXPECT_TRUE(first.first());
-        EXPECT_FALSE(SingleInstance().first());
-    }
-    EXPECT_TRUE(SingleInstance().first());
 }
 
 }  // namespace

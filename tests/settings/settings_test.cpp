@@ -96,6 +96,14 @@ TEST_F(Settings, RegistryValuesAreReadBackAsWritten) {
     EXPECT_EQ(readSetting(registry, kRacCde), "Stock") << "a stored terminator is cut";
     registry.set(root, kSettingsKey, kRacCde, {kRegDword, std::string("\x01\0\0\0", 4)});
     EXPECT_EQ(readSetting(registry, kRacCde), "") << "another type is no text";
+
+    testing::FakeRegistry site;
+    takeSettingsOver(site, registry);
+    EXPECT_EQ(readSetting(site, kSepDec), ",");
+    writeSetting(site, kSepDec, ".");
+    writeSetting(registry, kRacInvent, "later");
+    takeSettingsOver(site, registry);
+    EXPECT_EQ(readSetting(site, kSepDec) + readSetting(site, kRacInvent), ".") << "once only";
 }
 
 TEST_F(Settings, TheLineSettingsAreIntegerPartsJoinedByCommas) {

@@ -26,8 +26,12 @@ public:
     bool platformSenderFails = false;
     int layoutQueries = 0;
     bool plugged = true;
+    int othersTurns = 0;  // how often it is still another's turn
+    bool taken = false;
 
     bool connected() override { return plugged; }
+    bool takeTurn() override { return taken = othersTurns-- <= 0; }
+    void giveTurnBack() override { taken = false; }
 
     void setLock(int virtualKey, bool on) { state_.at(static_cast<std::size_t>(virtualKey)) = on; }
     // What the keys pressed since the last call say: letters and digits, ">" for Tab, "!" for

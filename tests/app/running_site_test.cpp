@@ -1,0 +1,79 @@
+#include "app/running_site.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/process/service_report.h"
+#include "app/sites.h"
+#include "tests/support/system_bindings.h"
+#include "tests/support/temporary_folder.h"
+
+#ifndef _WIN32
+#include <sys/socket.h>
+#include <sys/un.h>
+
+#include <array>
+#include <cstdlib>
+#include <cstring>
+
+#include "platform/file_descriptor.h"
+#endif
+
+namespace kalvo {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::Optional;
+using ::testing::StartsWith;
+
+TEST(RunningSite, IsOneForEachFolderAndTellsOfItself) {
+    const testing::TemporaryFolder folder;
+    EXPECT_EQ(RunningSite::stateOf(folder.path()), std::nullopt);
+    {
+        RunningSite first(folder.path(), "A", {});
+        RunningSite second(folder.path(), "B", {});
+        EXPECT_TRUE(first.alone());
+        EXPECT_FALSE(second.alone());
+        first.tell("a longer line\n");
+        first.tell("line\n");
+        second.tell("nobody reads this");
+        EXPECT_THAT(RunningSite::stateOf(folder.path()),
+                    Optional(::testing::AllOf(StartsWith("A, processus "),
+                                              ::testing::EndsWith("00:00:00\nline\n"))));
+        EXPECT_TRUE(RunningSite(testing::TemporaryFolder().path(), "C", {}).alone());
+    }
+    EXPECT_EQ(RunningSite::stateOf(folder.path()), std::nullopt);
+    EXPECT_TRUE(RunningSite(folder.path(), "D", {}).alone());
+}
+
+TEST(KnownSites, AreListedOnceEach) {
+    const testing::TemporaryFolder folder;
+    testing::SystemProfiles profiles;
+    for (const char* site : {"/a", "/b", "/a"}) rememberSite(profiles, folder / "Sites.ini", site);
+    EXPECT_THAT(knownSites(profiles, folder / "Sites.ini"), ElementsAre("/a", "/b"));
+}
+
+#ifndef _WIN32
+TEST(ServiceReport, GoesToWhoeverAskedForIt) {
+    const testing::TemporaryFolder folder;
+    const std::string path = folder / "notify";
+    const FileDescriptor manager(::socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK, 0));
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, path.c_str(), sizeof(address.sun_path) - 1);
+    ASSERT_EQ(bind(manager.number(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)),
+              0);
+    setenv("NOTIFY_SOCKET", path.c_str(), 1);
+    reportToServiceManager("READY=1");
+    unsetenv("NOTIFY_SOCKET");
+    reportToServiceManager("STATUS=unasked");
+    std::array<char, 100> report{};
+    const ssize_t size = recv(manager.number(), report.data(), report.size(), 0);
+    ASSERT_GT(size, 0);
+    EXPECT_EQ(std::string(report.data(), static_cast<std::size_t>(size)), "READY=1");
+    EXPECT_LT(recv(manager.number(), report.data(), report.size(), 0), 0);
+}
+#endif
+
+}  // namespace
+}  // namespace kalvo
