@@ -13,7 +13,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr std::string_view kRead = "READ\r";
 constexpr std::string_view kAcknowledge = "ACK\r";
 constexpr std::size_t kRecordLength = 28;
 constexpr std::size_t kCodeLength = 20;
@@ -38,7 +37,7 @@ bool PullDialogue::run(PullScanner scanner) {
         LineBuffer.clear();
         PreviousLine.clear();
     }
-    platform_.port.Output(kRead);
+    platform_.port.Output(kReadCommand);
     state_.TransferEnded = false;
     while (!state_.TransferEnded && waitscan()) showInput(scanner);
     // What a full disk had no room for may have found it.

@@ -14,6 +14,9 @@
 
 namespace kalvo {
 
+// Asks a scanner for its records.
+inline constexpr std::string_view kReadCommand = "READ\r";
+
 enum class PullScanner { kScanPal, kOptimus };
 
 class PullDialogue {

@@ -15,8 +15,18 @@
 
 namespace kalvo {
 
+namespace {
+
+bool isOptimus(std::string_view terminalType) { return equalIgnoringCase(terminalType, "Optimus"); }
+
+}  // namespace
+
 bool pushesBatches(std::string_view terminalType) {
     return equalIgnoringCase(terminalType, "HT630") || equalIgnoringCase(terminalType, "PT630");
+}
+
+bool isPolled(std::string_view terminalType) {
+    return equalIgnoringCase(terminalType, "ScanPal") || isOptimus(terminalType);
 }
 
 void sayUnknownFlow(const Platform& platform, std::string_view applicationFolder) {
@@ -100,9 +110,7 @@ void SerialReception::OnComm() {
 }
 
 void SerialReception::transfer() {
-    const bool scanPal = equalIgnoringCase(state_.TerminalType, "ScanPal");
-    const bool optimus = equalIgnoringCase(state_.TerminalType, "Optimus");
-    if (!scanPal && !optimus) return;
+    if (!isPolled(state_.TerminalType)) return;
     if (pull_.running()) {
         transferAgain_ = true;
         pull_.cancel();
@@ -117,7 +125,8 @@ void SerialReception::transfer() {
         }
         {
             const During transferring(transferChanged_);
-            pull_.run(scanPal ? PullScanner::kScanPal : PullScanner::kOptimus);
+            pull_.run(isOptimus(state_.TerminalType) ? PullScanner::kOptimus
+                                                     : PullScanner::kScanPal);
         }
         if (!state_.ReceivedData.empty() || state_.TransferEnded) dispatch_();
     } while (transferAgain_);

@@ -19,6 +19,9 @@ namespace kalvo {
 // Whether terminals of that type send batches on their own.
 [[nodiscard]] bool pushesBatches(std::string_view terminalType);
 
+// Whether terminals of that type are asked for their records.
+[[nodiscard]] bool isPolled(std::string_view terminalType);
+
 // Says that the stored flow control is none there is, if so.
 void sayUnknownFlow(const Platform& platform, std::string_view applicationFolder);
 

@@ -17,17 +17,30 @@ struct LocalTime {
     int second = 0;
 };
 
-// The time of the system clock, now.
-[[nodiscard]] inline LocalTime localNow() {
-    const std::time_t now = std::time(nullptr);
+[[nodiscard]] inline LocalTime localTimeOf(std::time_t time) {
     std::tm local{};
 #ifdef _WIN32
-    localtime_s(&local, &now);
+    localtime_s(&local, &time);
 #else
-    localtime_r(&now, &local);
+    localtime_r(&time, &local);
 #endif
     return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
             local.tm_hour,        local.tm_min,     local.tm_sec};
+}
+
+// The time of the system clock, now.
+[[nodiscard]] inline LocalTime localNow() { return localTimeOf(std::time(nullptr)); }
+
+// The same as milliseconds since the midnight in which 1970 began here.
+[[nodiscard]] inline std::int64_t localMilliseconds() {
+    using namespace std::chrono;
+    const auto now = time_point_cast<milliseconds>(system_clock::now());
+    const LocalTime local = localTimeOf(system_clock::to_time_t(now));
+    const sys_days day = year(local.year) / local.month / local.day;
+    const auto part = now - floor<seconds>(now);
+    return (day.time_since_epoch() + hours(local.hour) + minutes(local.minute) +
+            seconds(local.second) + part)
+        .count();
 }
 
 // Milliseconds since some start; wraps around at 2^32.

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,16 @@ inline constexpr int kLineLost = 1100;
 
 // Handshaking modes, the encoding of the stored flow control.
 enum class Handshaking { kNone = 0, kXonXoff = 1, kRtsCts = 2, kRtsAndXon = 3 };
+
+// What the device at the other end says on lines of its own.
+struct ModemLines {
+    bool cts = false;   // it may be sent to
+    bool dsr = false;   // it is there
+    bool dcd = false;   // it has a carrier
+    bool ring = false;  // it is called
+
+    bool operator==(const ModemLines&) const = default;
+};
 
 // The serial port of the run. All members are called from the program's thread;
 // the line itself is drained by the binding at any speed, so that nothing is lost
@@ -67,6 +78,9 @@ public:
 
     // The kind of the latest communication event (comm_event).
     [[nodiscard]] virtual int CommEvent() const = 0;
+
+    // At most some tenths of a second old; nothing where the line has none, or is not open.
+    [[nodiscard]] virtual std::optional<ModemLines> modemLines() const { return std::nullopt; }
 
     // The receive event OnComm. Delivered on the program's thread from the event
     // pump, never from inside another member. Events that arrive while one is

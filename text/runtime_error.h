@@ -23,6 +23,7 @@ inline constexpr int kTooManyFiles = 67;
 inline constexpr int kDeviceIo = 57;
 inline constexpr int kInvalidNull = 94;
 inline constexpr int kFunctionNotFound = 453;
+inline constexpr int kBadFormat = 321;
 inline constexpr int kDataNoCurrentRow = 3021;
 inline constexpr int kDataDuplicate = 3022;
 inline constexpr int kDataFileNotFound = 3024;

@@ -17,6 +17,7 @@
 #include "platform/linux/linux_file_system.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"
+#include "tools/capture_player.h"
 #include "tools/faulty_line.h"
 #include "tools/kermit_file_server.h"
 #include "tools/posix_terminal_line.h"
@@ -59,6 +60,8 @@ void talk(TerminalLine& line, const TerminalOptions& options,
         LinuxFileSystem files;
         return KermitFileServer(transferLine, files, fromUtf8(options.fileFolder)).run();
     }
+    if (!options.captureFile.empty())
+        return playCapture(faulty, parseCapture(contentOf(options.captureFile)));
     TerminalDialogue dialogue(faulty, options.dialogue);
     std::ofstream log;
     if (!options.logFile.empty()) {

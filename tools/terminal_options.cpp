@@ -190,6 +190,11 @@ TerminalOptions parseTerminalOptions(std::vector<std::string> arguments) {
                    "à la place de TYPE et FICHIER : donne et reçoit les fichiers de ce dossier\n"
                    "(serveur Kermit), jusqu'à ce que le poste y mette fin")
         ->type_name("DOSSIER");
+    app.add_option(
+           "--capture", options.captureFile,
+           "à la place de TYPE et FICHIER : renvoie ce que le terminal avait envoyé dans une\n"
+           "capture de la page Ligne du tableau de bord")
+        ->type_name("CHEMIN");
     addLine(app, options);
     addSending(app, options);
     addFaults(app, options);
@@ -204,11 +209,11 @@ TerminalOptions parseTerminalOptions(std::vector<std::string> arguments) {
         throw UsageError(frenchText(error, app));
     }
     checkLine(options);
-    if (options.fileFolder.empty()) {
+    if (options.fileFolder.empty() && options.captureFile.empty()) {
         takeKind(options, kind);
         checkDialogue(options);
-    } else if (!kind.empty()) {
-        throw UsageError("--files va sans type ni fichier");
+    } else if (!kind.empty() || (!options.fileFolder.empty() && !options.captureFile.empty())) {
+        throw UsageError("--files et --capture vont sans type ni fichier, et l'un sans l'autre");
     }
     return options;
 }

@@ -19,9 +19,10 @@ struct TerminalOptions {
     int terminals = 1;  // at once, on a pseudo-terminal each
     std::int64_t lingerMilliseconds = 1000;
     std::string settings = "9600,N,8,1";
-    std::string fileFolder;  // serves its files instead of sending records
-    std::string recordFile;  // "-": standard input
-    std::string logFile;     // what is off the terminal's hands; empty: nowhere
+    std::string fileFolder;   // serves its files instead of sending records
+    std::string captureFile;  // plays what it holds instead
+    std::string recordFile;   // "-": standard input
+    std::string logFile;      // what is off the terminal's hands; empty: nowhere
     char separator = ';';
     DialogueOptions dialogue;
     LineFaults faults;

@@ -130,6 +130,10 @@ LineParameters AsioSerialPort::parameters() const {
 
 int AsioSerialPort::CommEvent() const { return inbox_->latestEvent(); }
 
+std::optional<ModemLines> AsioSerialPort::modemLines() const {
+    return line_ == nullptr ? std::nullopt : line_->modemLines();
+}
+
 void AsioSerialPort::onComm(std::function<void()> handler) {
     inbox_->setEventHandler(std::move(handler));
 }

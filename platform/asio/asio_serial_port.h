@@ -58,6 +58,7 @@ public:
     void reopen() override;
     [[nodiscard]] bool PortOpen() const override { return line_ != nullptr; }
     [[nodiscard]] int CommEvent() const override;
+    [[nodiscard]] std::optional<ModemLines> modemLines() const override;
     void onComm(std::function<void()> handler) override;
     void onInput(std::function<void(std::string_view bytes)> listener) override;
     void onOpening(std::function<void()> handler) override { opening_ = std::move(handler); }

@@ -31,6 +31,9 @@ public:
     }
     [[nodiscard]] bool tellsChanges() const noexcept override { return monitor_.supported(); }
     [[nodiscard]] LineMonitor::Changes changes() noexcept override { return monitor_.poll(); }
+    [[nodiscard]] std::optional<ModemLines> modemLines() const noexcept override {
+        return monitor_.modemLines();
+    }
     void close() noexcept override {
         if (!port_.is_open()) return;
         releaseNativeLine(port_.native_handle());

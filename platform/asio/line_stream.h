@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/asio/native_line.h"
@@ -34,6 +35,8 @@ public:
     // Whether changes() tells anything.
     [[nodiscard]] virtual bool tellsChanges() const noexcept { return false; }
     [[nodiscard]] virtual LineMonitor::Changes changes() noexcept { return {}; }
+    // As they are now; nothing on lines that have none.
+    [[nodiscard]] virtual std::optional<ModemLines> modemLines() const noexcept { return {}; }
 
     // Drops what waits in either direction; the handlers of what is on its way get an error.
     virtual void close() noexcept = 0;

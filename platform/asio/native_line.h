@@ -2,6 +2,7 @@
 // One file a system implements it: native_line_posix.cpp, native_line_windows.cpp.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "platform/asio/line_settings.h"
@@ -51,6 +52,9 @@ public:
 
     // False on lines whose driver tells nothing (pseudo-terminals).
     [[nodiscard]] bool supported() const noexcept { return supported_; }
+
+    // As they are now; nothing on lines that have none.
+    [[nodiscard]] std::optional<ModemLines> modemLines() const noexcept;
 
     // What happened since the last call.
     [[nodiscard]] Changes poll() noexcept;

@@ -207,6 +207,13 @@ bool LineMonitor::read(Counters& counters) const noexcept {
     return true;
 }
 
+std::optional<ModemLines> LineMonitor::modemLines() const noexcept {
+    int lines = 0;
+    if (ioctl(line_, TIOCMGET, &lines) != 0) return std::nullopt;
+    return ModemLines{(lines & TIOCM_CTS) != 0, (lines & TIOCM_DSR) != 0, (lines & TIOCM_CAR) != 0,
+                      (lines & TIOCM_RNG) != 0};
+}
+
 LineMonitor::Changes LineMonitor::poll() noexcept {
     Counters now;
     if (!supported_ || !read(now)) return {};

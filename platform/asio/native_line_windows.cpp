@@ -144,6 +144,13 @@ bool LineMonitor::read(Counters& counters) const noexcept {
     return true;
 }
 
+std::optional<ModemLines> LineMonitor::modemLines() const noexcept {
+    DWORD lines = 0;
+    if (!GetCommModemStatus(line_, &lines)) return std::nullopt;
+    return ModemLines{(lines & MS_CTS_ON) != 0, (lines & MS_DSR_ON) != 0, (lines & MS_RLSD_ON) != 0,
+                      (lines & MS_RING_ON) != 0};
+}
+
 LineMonitor::Changes LineMonitor::poll() noexcept {
     Counters now;
     if (!supported_ || !read(now)) return {};

@@ -98,9 +98,22 @@ void SerialLine::send(std::string_view bytes) {
     asio::post(io_, [this] { writeNext(); });
 }
 
+std::optional<ModemLines> SerialLine::modemLines() {
+    const std::lock_guard lock(mutex_);
+    return modemLines_;
+}
+
 void SerialLine::start() {
     read();
-    if (stream_->tellsChanges()) watch();
+    if (!stream_->tellsChanges()) return;
+    lookAtModem();
+    watch();
+}
+
+void SerialLine::lookAtModem() {
+    const auto now = stream_->modemLines();
+    const std::lock_guard lock(mutex_);
+    modemLines_ = now;
 }
 
 // An operation that ends while the line is already lost was cancelled by that. Any
@@ -152,6 +165,7 @@ void SerialLine::report() {
     if (changes.breakReceived) inbox_->happened(comm_event::kBreak);
     if (changes.overflow) inbox_->happened(comm_event::kReceiveOverflow);
     if (changes.cts) inbox_->happened(comm_event::kCts);
+    lookAtModem();
 }
 
 void SerialLine::lose() {
@@ -160,6 +174,7 @@ void SerialLine::lose() {
         if (std::exchange(lost_, true)) return;
         sendQueue_.clear();
         writing_ = false;
+        modemLines_.reset();
     }
     written_.notify_all();
     watchTimer_.cancel();

@@ -46,6 +46,8 @@ public:
     // Queues bytes; RuntimeError 8012 while the line is lost.
     void send(std::string_view bytes);
 
+    [[nodiscard]] std::optional<ModemLines> modemLines();
+
 private:
     [[nodiscard]] std::unique_ptr<LineStream> openStream();
     // On the line's thread.
@@ -54,6 +56,7 @@ private:
     void writeNext();
     void watch();
     void report();
+    void lookAtModem();
     void lose();
     void retryLater();
     void retry();
@@ -78,6 +81,7 @@ private:
     std::string sendQueue_;
     bool writing_ = false;
     bool lost_ = false;
+    std::optional<ModemLines> modemLines_;
 
     std::shared_ptr<void> plugWatch_;  // while the line is lost
     std::thread thread_;

@@ -5,6 +5,7 @@
 
 #include "tests/serial/memory_line.h"
 #include "tests/support/words.h"
+#include "tools/capture_player.h"
 #include "tools/faulty_line.h"
 #include "tools/terminal_options.h"
 
@@ -56,6 +57,18 @@ TEST(FaultyLine, NoiseIsAddedAndDependsOnTheSeedOnly) {
     EXPECT_EQ(wireOf(1, 1, 1).size(), 2000U);
 }
 
+TEST(CapturePlayer, SaysAgainWhatTheTerminalSaidOnceItIsAsked) {
+    MemoryLine line([](std::string_view) { return "ACK\r"; });
+    line.incoming = "READ\r";
+    playCapture(line, parseCapture("2024-03-05 23:59:59.900 > 52 45 41 44 0D  |READ<0D>|\n"
+                                   "2024-03-05 23:59:59.950 < 41 0D\r\n\n# note\n"
+                                   "2024-03-06 00:00:00.000 > 41 43 4B 0D\n"
+                                   "2024-03-06 00:00:01.000 = Port COM 1 ouvert\n"
+                                   "2024-03-06 00:00:01.250 < 42\n"));
+    EXPECT_EQ(line.wire, "A\rB");
+    EXPECT_THAT(line.times, ::testing::ElementsAre(5050, 6300));
+}
+
 TEST(TerminalOptions, AreReadFromTheCommandLine) {
     const TerminalOptions o = parseTerminalOptions(words(
         "scanpal --pty --link /tmp/l --wait-open records.txt --separator TAB --speed 9600 "
@@ -80,6 +93,8 @@ TEST(TerminalOptions, AreReadFromTheCommandLine) {
         3);
     EXPECT_EQ(std::tie(third.link, third.logFile, third.recordFile, third.faults.seed),
               std::tuple("l3-3", "g3", "r3", 3U));
+    EXPECT_EQ(parseTerminalOptions(words("--pty --capture c.txt")).captureFile, "c.txt");
+    EXPECT_THROW((void)parseTerminalOptions(words("HT630 --pty --capture c.txt -")), UsageError);
     EXPECT_EQ(parseTerminalOptions(words("HT630 --device /dev/x -")).recordFile, "-");
     EXPECT_EQ(parseTerminalOptions(words("HT630 --pty -- --odd")).recordFile, "--odd");
     for (const auto* option : {"--device", "--lose-ack", "--noise", "--read-timeout"})

@@ -7,6 +7,7 @@
 #include "tests/support/words.h"
 #include "text/ansi_text.h"
 #include "text/field_text.h"
+#include "text/line_capture.h"
 #include "text/number_text.h"
 #include "text/oem_text.h"
 
@@ -110,6 +111,22 @@ TEST(NumberText, SixteenBitConversionRoundsHalfToEvenAndFailsWithTheNumberOfItsE
           Number{"nan", error_number::kTypeMismatch}, Number{"32768", error_number::kOverflow},
           Number{"-32769", error_number::kOverflow}, Number{"1e400", error_number::kOverflow}})
         EXPECT_EQ(errorOf([&] { (void)toInteger16(text); }), error) << '"' << text << '"';
+}
+
+TEST(LineCapture, IsReadBackAsItWasWritten) {
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
+    const std::vector<LineEvent> events = {
+        {951'782'399'999, LineEventKind::kReceived, all},
+        {0, LineEventKind::kSent, "READ\r"},
+        {1'709'647'629'123, LineEventKind::kNote, std::string("Débordement"_ansi)}};
+    EXPECT_EQ(timeOf(events[0]), "2000-02-28 23:59:59.999");
+    EXPECT_EQ(parseCapture(captureText(events)), events);
+    for (const char* damaged :
+         {"x", "2024-03-05 14:07:09.123", "2024-13-05 14:07:09.123 < 41",
+          "2024-03-05 14:07:09.123 ? 41", "2024-03-05 14:07:09.123 < 4",
+          "2024-03-05 14:07:09.123 < 41 G2", "2024-03-05 14:07:09.123 < 4142"})
+        EXPECT_THROW((void)parseCapture(damaged), RuntimeError) << damaged;
 }
 
 }  // namespace
