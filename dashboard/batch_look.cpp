@@ -8,6 +8,7 @@
 #include "editor/keys/key_listing.h"
 #include "scenario/frame_processing.h"
 #include "settings/options.h"
+#include "text/line_capture.h"
 
 namespace kalvo {
 
@@ -26,25 +27,12 @@ std::string_view beginningOf(std::string_view bytes) {
     return bytes.substr(0, end == std::string_view::npos ? kMostBytes : end + 1);
 }
 
-std::string shown(std::string_view text) {
-    constexpr std::string_view kHex = "0123456789ABCDEF";
-    std::string result;
-    for (const char c : text) {
-        const auto code = static_cast<unsigned char>(c);
-        if (code >= 0x20 && code != 0x7F)
-            result += c;
-        else
-            result.append("<").append(1, kHex[code >> 4U]).append(1, kHex[code & 15U]).append(">");
-    }
-    return result;
-}
-
 std::vector<std::string> fieldsOf(const FrameFieldTable& table) {
     std::vector<std::string> fields;
     // What follows the last CR is a field when it is there.
     const std::size_t count = table.FieldCount() + (table.at(table.FieldCount()).empty() ? 0U : 1U);
     for (std::size_t i = 0; i < std::min(count, kMostFields); ++i)
-        fields.push_back(std::to_string(i + 1) + " : " + shown(table.at(i)));
+        fields.push_back(std::to_string(i + 1) + " : " + visibleText(table.at(i)));
     return fields;
 }
 
@@ -53,7 +41,7 @@ std::vector<std::string> linesOf(std::string_view text) {
     std::vector<std::string> lines;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-        lines.push_back(shown(text.substr(0, end)));
+        lines.push_back(visibleText(text.substr(0, end)));
         text.remove_prefix(end);
         text.remove_prefix(text.starts_with("\r\n") ? 2 : text.empty() ? 0 : 1);
     }
@@ -72,7 +60,7 @@ std::vector<std::string> keysOf(const ScenarioRun& run, std::string_view script)
         const std::vector<std::string> keys =
             run.active.FileMode ? linesOf(piece)
                                 : listKeys(piece, run.TimerPause, kMostKeys - rows.size());
-        for (const std::string& key : keys) rows.push_back("    " + shown(key));
+        for (const std::string& key : keys) rows.push_back("    " + visibleText(key));
     }
     return rows;
 }

@@ -5,8 +5,10 @@
 #include <functional>
 #include <string>
 
+#include "core/line_tap.h"
 #include "core/run_time_state.h"
 #include "dashboard/batch_desk.h"
+#include "platform/archive.h"
 #include "platform/journal_file.h"
 #include "platform/platform.h"
 
@@ -17,6 +19,8 @@ struct DashboardServices {
     // Runs what a control does as an event of the program, which shows its errors.
     std::function<void(const std::function<void()>&)> deliver;
     BatchDesk::Retype retype;
+    // Whether something is being received from a scanner, or typed.
+    std::function<bool()> lineBusy;
     // Closes the settings window; false when the user wants to store something first.
     std::function<bool()> closeSettings;
 };
@@ -25,7 +29,9 @@ struct DashboardServices {
 struct DashboardContext {
     Platform platform;
     RunTimeState& state;
-    JournalFile* journal = nullptr;  // null while batches are not kept
+    LineTap& line;                     // the platform's port
+    JournalFile* journal = nullptr;    // null while batches are not kept
+    ArchiveFormat* archive = nullptr;  // null where the program was built without one
     DashboardServices services;
 };
 

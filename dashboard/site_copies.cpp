@@ -140,7 +140,7 @@ void keepDailyCopy(const Platform& platform, std::string_view applicationFolder)
         makeDailyCopy(platform, applicationFolder);
 }
 
-std::string returnTo(const Platform& platform, RunTimeState& state, const SiteCopy& copy) {
+std::string replaceScenarios(const Platform& platform, RunTimeState& state, const std::string& by) {
     const std::string folder = state.scenario.applicationFolder;
     const std::string database = scenarioDatabase(folder);
     const std::string before = inFolder(copiesFolder(folder), kBeforeReturnNew);
@@ -151,7 +151,7 @@ std::string returnTo(const Platform& platform, RunTimeState& state, const SiteCo
     const auto reopen = [&] { state.database = platform.databases.OpenDatabase(database); };
     try {
         copyWhateverIsThere(platform, database, before);
-        platform.databases.CompactDatabase(copy.file, database);
+        platform.databases.CompactDatabase(by, database);
     } catch (const RuntimeError&) {
         resumeNext(reopen);
         resumeNext([&] { platform.files.remove(before); });
@@ -165,8 +165,12 @@ std::string returnTo(const Platform& platform, RunTimeState& state, const SiteCo
     const std::string problems = compileAll(platform, state);
     if (!readSetting(platform.registry, kRacScenChx).empty())
         LoadActiveScenario(platform, state.scenario);
-    return std::string("Les scénarios sont ceux de la copie : "_ansi) + copy.title + "." +
-           (problems.empty() ? std::string() : std::string("\r\n\r\nÀ corriger :"_ansi) + problems);
+    return problems.empty() ? std::string() : std::string("\r\n\r\nÀ corriger :"_ansi) + problems;
+}
+
+std::string returnTo(const Platform& platform, RunTimeState& state, const SiteCopy& copy) {
+    const std::string problems = replaceScenarios(platform, state, copy.file);
+    return std::string("Les scénarios sont ceux de la copie : "_ansi) + copy.title + "." + problems;
 }
 
 }  // namespace kalvo

@@ -29,11 +29,15 @@ void makeDailyCopy(const Platform& platform, std::string_view applicationFolder)
 // The same unless there is one of today.
 void keepDailyCopy(const Platform& platform, std::string_view applicationFolder);
 
-// Puts a copy in the place of the scenario database, compiles its scenarios and loads the one
-// that is chosen; those that the copy lacks lose their compiled files. The counter goes on from
-// where it is. What was there before becomes a copy of
-// its own, also when it is damaged. Nobody else has the database open. What the user should know
-// in the end, in French. Errors as above; the database is then what it was.
+// Puts a database in the place of the scenario database, compiles its scenarios and loads the one
+// that is chosen; those that it lacks lose their compiled files. The counter goes on from where
+// it is. What was there before becomes a copy of its own, also when it is damaged. Nobody else
+// has the database open. The scenarios that do not compile, in French, if any. Errors as above;
+// the database is then what it was.
+[[nodiscard]] std::string replaceScenarios(const Platform& platform, RunTimeState& state,
+                                           const std::string& by);
+
+// The same by a copy. What the user should know in the end, in French.
 [[nodiscard]] std::string returnTo(const Platform& platform, RunTimeState& state,
                                    const SiteCopy& copy);
 

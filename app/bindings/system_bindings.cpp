@@ -4,6 +4,9 @@
 #include "platform/asio/asio_serial_port.h"
 #include "platform/asio/asio_transfer_line.h"
 #include "platform/spdlog/rotating_log.h"
+#ifdef KALVO_ZIP
+#include "platform/libzip/zip_archive.h"
+#endif
 
 namespace kalvo {
 
@@ -16,6 +19,14 @@ std::unique_ptr<SerialPort> createSerialPort(EventPump& events, ProfileFiles& pr
 std::unique_ptr<Log> openLog(std::string_view applicationFolder, bool echoed) {
     return std::make_unique<RotatingLog>(applicationFolder,
                                          echoed ? LogEcho::kStandardError : LogEcho::kNone);
+}
+
+std::unique_ptr<ArchiveFormat> createArchiveFormat() {
+#ifdef KALVO_ZIP
+    return std::make_unique<ZipArchive>();
+#else
+    return nullptr;
+#endif
 }
 
 std::unique_ptr<TransferLine> createTransferLine(ProfileFiles& profiles,

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/archive.h"
 #include "platform/database.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
@@ -83,6 +84,9 @@ void onDisplayLoss(void (*handler)());
 [[nodiscard]] std::unique_ptr<SerialPort> createSerialPort(EventPump& events,
                                                            ProfileFiles& profiles,
                                                            std::string_view applicationFolder);
+
+// What sites are packed in; null where the program was built without it.
+[[nodiscard]] std::unique_ptr<ArchiveFormat> createArchiveFormat();
 
 // The line of a file transfer. `profiles` must outlive it.
 [[nodiscard]] std::unique_ptr<TransferLine> createTransferLine(ProfileFiles& profiles,

@@ -26,6 +26,7 @@
 #include "app/session_watch.h"
 #include "app/sites.h"
 #include "core/during.h"
+#include "core/line_tap.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
 #include "core/typing_turns.h"
@@ -100,6 +101,7 @@ public:
               [this] { showIconMenu(); }),
           foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
+          line_(*port_, localMilliseconds),
           journal_(bindings, events_, [this](std::string_view text) { notices_.notify(text); }),
           turns_(platform(), state_, journal_.batches(),
                  {.targetReady = [this] { return targetReady(); },
@@ -136,7 +138,7 @@ public:
         state_.scenario.applicationFolder = bindings.applicationFolder;
         if (ownSite) icon_.setSite("Dossier : " + toQString(bindings.applicationFolder));
         reception_.onTransfer([this](bool running) { transferWindow_.setVisible(running); });
-        port_->onLineChange([this](bool lost) { lineChanged(lost); });
+        line_.onLineChange([this](bool lost) { lineChanged(lost); });
         QObject::connect(&clock_, &QTimer::timeout, &events_, [this] {
             if (turns_.busy()) return;
             foreground_->remember();
@@ -204,7 +206,7 @@ private:
         // A file transfer that ends with it opens our port again.
         settings_.end();
         resumeNext([this] {
-            if (port_->PortOpen()) port_->setPortOpen(false);
+            if (line_.PortOpen()) line_.setPortOpen(false);
         });
         icon_.remove();
     }
@@ -277,12 +279,15 @@ private:
             dashboard_ = std::make_unique<DashboardWindow>(DashboardContext{
                 platform(),
                 state_,
+                line_,
                 journal_.file(),
+                archive_.get(),
                 {.deliver = [this](const auto& handler) { events_.deliver(handler); },
                  .retype =
                      [this](std::int64_t batch, std::string bytes, std::int32_t fromPass) {
                          retype(batch, std::move(bytes), fromPass);
                      },
+                 .lineBusy = [this] { return turns_.busy() || reception_.transferring(); },
                  .closeSettings = [this] { return settings_.close(); }}});
         dashboard_->show();
         dashboard_->raise();
@@ -316,7 +321,7 @@ private:
     // Said in the icon's own bubble: nobody has to answer for work to go on.
     void lineChanged(bool lost) {
         iconWatch_.lineLost(lost);
-        notices_.notify(lineChangeText(*port_, lost));
+        notices_.notify(lineChangeText(line_, lost));
     }
 
     // A binding to the display; a stand-in where there is none, which is said.
@@ -333,7 +338,7 @@ private:
 
     Platform platform() {
         return {keyboard_,
-                *port_,
+                line_,
                 *bindings_.profiles,
                 *bindings_.registry,
                 *bindings_.databases,
@@ -361,6 +366,8 @@ private:
     ReconnectingKeyboard keyboard_{connectKeyboard};
     SessionWatch watch_{bindings_};
     std::unique_ptr<SerialPort> port_;
+    LineTap line_;
+    std::unique_ptr<ArchiveFormat> archive_ = createArchiveFormat();
     RunJournal journal_;
     TypingTurns turns_;
     SerialReception reception_;
@@ -370,7 +377,7 @@ private:
     SuspensionWindow suspension_;
     QTimer clock_;
     TransferWindow transferWindow_;
-    IconWatch iconWatch_{icon_, menuWindow_, *port_, journal_};
+    IconWatch iconWatch_{icon_, menuWindow_, line_, journal_};
     DesktopSettings settings_;
     std::unique_ptr<DashboardWindow> dashboard_;
     bool newSite_ = false;  // no serial settings before this start

@@ -8,7 +8,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QPushButton>
 #include <QSplitter>
 #include <QTableView>
@@ -38,6 +38,23 @@ QWidget* labelled(QLabel* label, QWidget* widget) {
     layout->addWidget(widget);
     label->setBuddy(widget);
     return box;
+}
+
+// A list that is read, over a model.
+QListView* makeList(const char* name, const char* tip, QStringListModel& model) {
+    auto* const list = new QListView;
+    list->setObjectName(name);
+    list->setToolTip(tip);
+    list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    list->setUniformItemSizes(true);
+    list->setModel(&model);
+    return list;
+}
+
+QStringList toQStrings(const std::vector<std::string>& rows) {
+    QStringList all;
+    for (const std::string& row : rows) all << toQString(row);
+    return all;
 }
 
 }  // namespace
@@ -113,19 +130,18 @@ QWidget* BatchPage::makeTable() {
 }
 
 QWidget* BatchPage::makeLook() {
-    LstChampsLot = new QListWidget;
-    LstChampsLot->setObjectName("LstChampsLot");
-    LstChampsLot->setToolTip("Ce qui a été reçu, champ par champ.");
-    LstFrappe = new QListWidget;
-    LstFrappe->setObjectName("LstFrappe");
-    LstFrappe->setToolTip("Ce que le scénario en service en ferait maintenant ; rien n'est tapé.");
+    QListView* const fields =
+        makeList("LstChampsLot", "Ce qui a été reçu, champ par champ.", fields_);
+    QListView* const keys =
+        makeList("LstFrappe",
+                 "Ce que le scénario en service en ferait maintenant ; rien n'est tapé.", keys_);
     auto* const fieldsLabel = new QLabel("Champs reç&us :");
     LblFrappe = new QLabel;
     LblFrappe->setObjectName("LblFrappe");
     auto* const look = new QSplitter(Qt::Horizontal);
     look->setChildrenCollapsible(false);
-    look->addWidget(labelled(fieldsLabel, LstChampsLot));
-    look->addWidget(labelled(LblFrappe, LstFrappe));
+    look->addWidget(labelled(fieldsLabel, fields));
+    look->addWidget(labelled(LblFrappe, keys));
     return look;
 }
 
@@ -220,8 +236,8 @@ void BatchPage::show(const JournalEntry* entry) {
     const std::int64_t id = entry == nullptr ? 0 : entry->id;
     if (id != 0 && id == shown_) return;
     shown_ = id;
-    LstChampsLot->clear();
-    LstFrappe->clear();
+    fields_.setStringList({});
+    keys_.setStringList({});
     LblFrappe->setText("Touches à ta&per :");
     if (id == 0) return;
     context_.services.deliver([this, id] {
@@ -233,11 +249,8 @@ void BatchPage::show(const JournalEntry* entry) {
         }
         // Another one may have been selected during a long look.
         if (id != shown_) return;
-        const auto fill = [](QListWidget* box, const std::vector<std::string>& rows) {
-            for (const std::string& row : rows) box->addItem(toQString(row));
-        };
-        fill(LstChampsLot, look.fields);
-        fill(LstFrappe, look.keys);
+        fields_.setStringList(toQStrings(look.fields));
+        keys_.setStringList(toQStrings(look.keys));
         const QString scenario =
             scenarioInForce(context_.state)
                 ? "scénario " + toQString(context_.state.scenario.active.ScenarioName)

@@ -1,6 +1,7 @@
 // The page "Lots" of the dashboard.
 #pragma once
 
+#include <QStringListModel>
 #include <QTimer>
 #include <QWidget>
 #include <cstdint>
@@ -15,7 +16,7 @@ class QComboBox;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
-class QListWidget;
+class QListView;
 class QPushButton;
 class QTableView;
 
@@ -51,8 +52,8 @@ private:
     QTableView* TblLots = nullptr;
     QLabel* LblNombre = nullptr;
     QLabel* LblFrappe = nullptr;
-    QListWidget* LstChampsLot = nullptr;
-    QListWidget* LstFrappe = nullptr;
+    QStringListModel fields_;
+    QStringListModel keys_;
     std::vector<QPushButton*> buttons_;
     QTimer searchTimer_;
     std::int64_t shown_ = 0;

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "dashboard/windows/batch_page_window.h"
+#include "dashboard/windows/line_page_window.h"
 #include "dashboard/windows/option_page_window.h"
 #include "dashboard/windows/site_page_window.h"
 #include "editor/windows/placed_window.h"
@@ -25,11 +26,13 @@ DashboardWindow::DashboardWindow(const DashboardContext& context) {
     setWindowTitle("Tableau de bord");
     setAttribute(Qt::WA_QuitOnClose, false);
     batches_ = new BatchPage(context);
+    line_ = new LinePage(context);
     options_ = new OptionPage(context);
     site_ = new SitePage(context);
     TabTableau = new QTabWidget;
     TabTableau->setObjectName("TabTableau");
     TabTableau->addTab(batches_, "&Lots");
+    TabTableau->addTab(line_, "L&igne");
     TabTableau->addTab(options_, "&Options");
     TabTableau->addTab(site_, "&Site");
     auto* const layout = new QVBoxLayout(this);
@@ -42,6 +45,7 @@ DashboardWindow::DashboardWindow(const DashboardContext& context) {
 
 void DashboardWindow::refresh() {
     batches_->refresh();
+    if (line_->isVisible()) line_->refresh();
     options_->refresh();
     site_->refresh();
 }

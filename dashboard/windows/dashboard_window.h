@@ -10,6 +10,7 @@ class QTabWidget;
 namespace kalvo {
 
 class BatchPage;
+class LinePage;
 class OptionPage;
 class SitePage;
 
@@ -27,6 +28,7 @@ protected:
 private:
     QTabWidget* TabTableau = nullptr;
     BatchPage* batches_ = nullptr;
+    LinePage* line_ = nullptr;
     OptionPage* options_ = nullptr;
     SitePage* site_ = nullptr;
 };

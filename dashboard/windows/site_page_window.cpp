@@ -1,86 +1,169 @@
 #include "dashboard/windows/site_page_window.h"
 
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
+#include <QListView>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cstddef>
 
+#include "dashboard/site_archive.h"
+#include "journal/batch_journal.h"
 #include "platform/dialogs.h"
+#include "platform/event_pump.h"
+#include "platform/file_system.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
+#include "text/resume_next.h"
 
 namespace kalvo {
+
+namespace {
+
+constexpr std::string_view kFilter = "Archives zip (*.zip)|*.zip|Tous (*.*)|*.*";
+
+}  // namespace
 
 SitePage::SitePage(const DashboardContext& context) : context_(context) {
     auto* const explanation = new QLabel(
         "La base des scénarios est copiée chaque jour, au premier démarrage du programme ; les dix "
         "derniers jours sont gardés dans le dossier « Copies » du site.");
     explanation->setWordWrap(true);
-    LstCopies = new QListWidget;
+    LstCopies = new QListView;
     LstCopies->setObjectName("LstCopies");
+    LstCopies->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    LstCopies->setModel(&titles_);
     LstCopies->setToolTip("Les copies de Scen.mdb, la plus récente en haut.");
     auto* const label = new QLabel("Co&pies de la base des scénarios :");
     label->setBuddy(LstCopies);
-    CmdRevenir = new QPushButton("Re&venir à cette copie...");
-    CmdRevenir->setObjectName("CmdRevenir");
-    CmdRevenir->setToolTip("Remet en place les scénarios de la copie choisie.");
-    auto* const now = new QPushButton("Copier &maintenant");
-    now->setObjectName("CmdCopierBase");
-    now->setToolTip("Refait la copie d'aujourd'hui, par exemple avant un essai.");
-    for (QPushButton* const button : {CmdRevenir, now}) pressWithEnter(button);
-    connect(CmdRevenir, &QPushButton::clicked, this, [this] { goBack(); });
-    connect(now, &QPushButton::clicked, this, [this] { copyNow(); });
     auto* const buttons = new QHBoxLayout;
-    buttons->addWidget(CmdRevenir);
-    buttons->addWidget(now);
+    CmdRevenir = addButton(buttons, "CmdRevenir", "Re&venir à cette copie...",
+                           "Remet en place les scénarios de la copie choisie.", &SitePage::goBack);
+    addButton(buttons, "CmdCopierBase", "Copier &maintenant",
+              "Refait la copie d'aujourd'hui, par exemple avant un essai.", &SitePage::copyNow);
     buttons->addStretch();
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(explanation);
     layout->addWidget(label);
     layout->addWidget(LstCopies, 1);
     layout->addLayout(buttons);
+    layout->addWidget(makeExchange());
     refresh();
+}
+
+QWidget* SitePage::makeExchange() {
+    const bool possible = context_.archive != nullptr;
+    auto* const group = new QGroupBox("Tout le site dans un fichier");
+    auto* const text = new QLabel(
+        possible
+            ? "Une archive zip porte le site sur un autre poste, ou en garde l'état : le port, les "
+              "options, les touches et les scénarios. Une importation montre d'abord ce qu'elle "
+              "change."
+            : "Cette version du programme ne sait ni lire ni écrire les archives zip.");
+    text->setWordWrap(true);
+    auto* const buttons = new QHBoxLayout;
+    addButton(buttons, "CmdExporter", "E&xporter le site...",
+              "Écrit les fichiers du site dans une archive.", &SitePage::exportSite)
+        ->setEnabled(possible);
+    addButton(buttons, "CmdImporter", "&Importer un site...",
+              "Remplace les fichiers du site par ceux d'une archive, après une question.",
+              &SitePage::importSite)
+        ->setEnabled(possible);
+    buttons->addStretch();
+    auto* const layout = new QVBoxLayout(group);
+    layout->addWidget(text);
+    layout->addLayout(buttons);
+    return group;
+}
+
+QPushButton* SitePage::addButton(QLayout* row, const char* name, const char* caption,
+                                 const char* tip, void (SitePage::*action)()) {
+    auto* const button = new QPushButton(caption);
+    button->setObjectName(name);
+    button->setToolTip(tip);
+    pressWithEnter(button);
+    connect(button, &QPushButton::clicked, this, [this, action] {
+        context_.services.deliver([this, action] { (this->*action)(); });
+        refresh();
+    });
+    row->addWidget(button);
+    return button;
 }
 
 void SitePage::refresh() {
-    const int row = std::max(LstCopies->currentRow(), 0);
-    context_.services.deliver([this] {
+    const int row = std::max(LstCopies->currentIndex().row(), 0);
+    copies_.clear();
+    // A folder that cannot be listed is one without copies.
+    resumeNext([this] {
         copies_ = siteCopies(context_.platform.files, context_.state.scenario.applicationFolder);
     });
-    LstCopies->clear();
-    for (const SiteCopy& copy : copies_) LstCopies->addItem(toQString(copy.title));
-    LstCopies->setCurrentRow(std::min(row, LstCopies->count() - 1));
-    CmdRevenir->setEnabled(LstCopies->count() > 0);
+    QStringList titles;
+    for (const SiteCopy& copy : copies_) titles << toQString(copy.title);
+    titles_.setStringList(titles);
+    LstCopies->setCurrentIndex(
+        titles_.index(std::min(row, static_cast<int>(titles.size()) - 1), 0));
+    CmdRevenir->setEnabled(!titles.isEmpty());
 }
 
 void SitePage::copyNow() {
-    context_.services.deliver(
-        [this] { makeDailyCopy(context_.platform, context_.state.scenario.applicationFolder); });
-    refresh();
+    makeDailyCopy(context_.platform, context_.state.scenario.applicationFolder);
 }
 
 void SitePage::goBack() {
-    const int row = LstCopies->currentRow();
+    const int row = LstCopies->currentIndex().row();
     if (row < 0 || row >= static_cast<int>(copies_.size())) return;
     const SiteCopy copy = copies_[static_cast<std::size_t>(row)];
-    context_.services.deliver([&] {
-        Dialogs& dialogs = context_.platform.dialogs;
-        if (!dialogs.confirm(
-                std::string("Remettre en place les scénarios de la copie : "_ansi) + copy.title +
-                    std::string(" ?\r\n\r\nLes scénarios actuels deviennent la copie « avant le "
-                                "dernier retour en arrière ». Le compteur ne change pas."_ansi),
-                kApplicationTitle, MessageIcon::kQuestion))
-            return;
-        if (!context_.services.closeSettings()) return;
-        dialogs.message(returnTo(context_.platform, context_.state, copy), kApplicationTitle,
-                        MessageIcon::kInformation);
-    });
-    refresh();
+    Dialogs& dialogs = context_.platform.dialogs;
+    if (!dialogs.confirm(
+            std::string("Remettre en place les scénarios de la copie : "_ansi) + copy.title +
+                std::string(" ?\r\n\r\nLes scénarios actuels deviennent la copie « avant le "
+                            "dernier retour en arrière ». Le compteur ne change pas."_ansi),
+            kApplicationTitle, MessageIcon::kQuestion))
+        return;
+    if (!context_.services.closeSettings()) return;
+    dialogs.message(returnTo(context_.platform, context_.state, copy), kApplicationTitle,
+                    MessageIcon::kInformation);
+}
+
+void SitePage::exportSite() {
+    const Platform& platform = context_.platform;
+    const std::string day = timeText(platform.events.now()).substr(0, 10);
+    const std::string file = platform.dialogs.saveFile("site-" + day + ".zip", kFilter);
+    if (file.empty()) return;
+    platform.files.replace(
+        file, packSite(platform, context_.state.scenario.applicationFolder, *context_.archive));
+    platform.dialogs.message(
+        std::string("Le site est exporté dans "_ansi) + platform.files.shownPath(file) + ".",
+        kApplicationTitle, MessageIcon::kInformation);
+}
+
+void SitePage::importSite() {
+    const Platform& platform = context_.platform;
+    const std::string file = platform.dialogs.openFile("", kFilter);
+    if (file.empty()) return;
+    const SiteImport site = readSite(*context_.archive, platform.files.read(file));
+    const std::string changes =
+        changesOf(platform, context_.state.scenario.applicationFolder, site);
+    const std::string ignored =
+        site.ignored.empty() ? std::string()
+                             : std::string("\r\n\r\nFichiers étrangers, laissés de côté : "_ansi) +
+                                   std::to_string(site.ignored.size());
+    if (changes.empty()) {
+        platform.dialogs.message(std::string("Ce site est déjà celui de l'archive."_ansi) + ignored,
+                                 kApplicationTitle, MessageIcon::kInformation);
+        return;
+    }
+    if (!platform.dialogs.confirm(
+            std::string("Importer ce site ? Ce qui change :\r\n"_ansi) + changes + ignored,
+            kApplicationTitle, MessageIcon::kQuestion) ||
+        !context_.services.closeSettings())
+        return;
+    platform.dialogs.message(bringIn(platform, context_.state, *context_.archive, site),
+                             kApplicationTitle, MessageIcon::kInformation);
 }
 
 }  // namespace kalvo

@@ -8,8 +8,9 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QPushButton>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTest>
 #include <string>
@@ -31,6 +32,7 @@ using ::testing::HasSubstr;
 
 struct Dashboard : ::testing::Test, testing::Site {
     testing::DiskJournal file{folder.path()};
+    LineTap tap{world.port, [] { return std::int64_t{1'709'647'629'123}; }};
     std::vector<std::int32_t> retyped;
     bool settingsClose = true;
     std::unique_ptr<DashboardWindow> window;
@@ -39,10 +41,13 @@ struct Dashboard : ::testing::Test, testing::Site {
         window = std::make_unique<DashboardWindow>(
             DashboardContext{platform,
                              state,
+                             tap,
                              &file,
+                             nullptr,
                              {.deliver = [](const std::function<void()>& handler) { handler(); },
                               .retype = [this](std::int64_t, const std::string&,
                                                std::int32_t from) { retyped.push_back(from); },
+                              .lineBusy = [] { return false; },
                               .closeSettings = [this] { return settingsClose; }}});
         window->show();
     }
@@ -61,12 +66,13 @@ TEST_F(Dashboard, ShowsBatchesAndActsOnTheSelectedOne) {
                 "R2\r\n5\r\n", 0);
     open();
     auto* const table = find<QTableView>("TblLots");
-    auto* const fields = find<QListWidget>("LstChampsLot");
+    auto* const fields = find<QListView>("LstChampsLot")->model();
     ASSERT_EQ(table->model()->rowCount(), 2);
-    EXPECT_EQ(fields->item(0)->text(), "1 : R2");
+    EXPECT_EQ(fields->index(0, 0).data().toString(), "1 : R2");
     table->selectRow(1);
-    EXPECT_EQ(fields->item(0)->text(), "1 : R1");
-    EXPECT_EQ(find<QListWidget>("LstFrappe")->item(1)->text(), "    Texte : R1");
+    EXPECT_EQ(fields->index(0, 0).data().toString(), "1 : R1");
+    EXPECT_EQ(find<QListView>("LstFrappe")->model()->index(1, 0).data().toString(),
+              "    Texte : R1");
     find<QPushButton>("CmdCopier")->click();
     EXPECT_EQ(QApplication::clipboard()->text(), "R1\n12\n");
     QTest::keyClick(find<QPushButton>("CmdRetaper"), Qt::Key_Return);
@@ -87,6 +93,39 @@ TEST_F(Dashboard, ShowsBatchesAndActsOnTheSelectedOne) {
     EXPECT_THAT(find<QLabel>("LblNombre")->text().toStdString(), HasSubstr("ne se lit pas"));
     QTest::keyClick(window.get(), Qt::Key_Escape);
     EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(Dashboard, ShowsTheLineAndSavesIt) {
+    state.TerminalType = "HT630";
+    tap.setSettings("9600,N,8,1");
+    tap.setPortOpen(true);
+    open();
+    find<QTabWidget>("TabTableau")->setCurrentIndex(1);
+    EXPECT_EQ(find<QLabel>("LblPort")->text(), "Port COM 1 ouvert, 9600,N,8,1");
+    find<QPushButton>("CmdTester")->click();
+    world.port.arrive("REF001\r\n");
+    window->refresh();
+    auto* const rows = find<QTableView>("TblLigne")->model();
+    ASSERT_EQ(rows->rowCount(), 2);
+    QStringList row;
+    for (int column = 0; column < rows->columnCount(); ++column)
+        row << rows->index(1, column).data().toString();
+    EXPECT_EQ(row.join("|"),
+              QString::fromUtf8("14:07:09.123|reçu|REF001<0D><0A>|52 45 46 30 30 31 0D 0A"));
+    find<QPushButton>("CmdPause")->click();
+    world.port.arrive("REF002\r\n");
+    window->refresh();
+    EXPECT_EQ(rows->rowCount(), 2) << "paused";
+    world.dialogs.chosenFile = folder / "ligne.txt";
+    find<QPushButton>("CmdCapture")->click();
+    const std::vector<LineEvent> saved = parseCapture(world.content("ligne.txt"));
+    ASSERT_EQ(saved.size(), 2U);
+    EXPECT_EQ(saved[1], (LineEvent{1'709'647'629'123, LineEventKind::kReceived, "REF001\r\n"}));
+    find<QPushButton>("CmdPause")->click();
+    EXPECT_EQ(rows->rowCount(), 3);
+    world.events.tick += 2000;
+    window->refresh();
+    EXPECT_THAT(find<QLabel>("LblLiaison")->text().toStdString(), HasSubstr("bonne"));
 }
 
 TEST_F(Dashboard, StoresOptionsAtOnceAndTakesAdviceWhenAsked) {
@@ -123,6 +162,7 @@ TEST_F(Dashboard, StoresOptionsAtOnceAndTakesAdviceWhenAsked) {
 TEST_F(Dashboard, GoesBackToACopyOnceTheSettingsAreClosed) {
     open();
     EXPECT_FALSE(find<QPushButton>("CmdRevenir")->isEnabled());
+    EXPECT_FALSE(find<QPushButton>("CmdExporter")->isEnabled()) << "built without archives";
     find<QPushButton>("CmdCopierBase")->click();
     writeCounter(*state.database, 3);
     insertScenario(*state.database, {1, "Stock", "Emulation", 0, 0, "", 0, 0, 0});
@@ -132,7 +172,7 @@ TEST_F(Dashboard, GoesBackToACopyOnceTheSettingsAreClosed) {
         find<QPushButton>("CmdRevenir")->click();
         EXPECT_EQ(scenarioNames(*state.database).empty(), close);
     }
-    EXPECT_EQ(find<QListWidget>("LstCopies")->count(), 2);
+    EXPECT_EQ(find<QListView>("LstCopies")->model()->rowCount(), 2);
 }
 
 }  // namespace
