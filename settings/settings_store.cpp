@@ -1,8 +1,5 @@
 #include "settings/settings_store.h"
 
-#include <algorithm>
-#include <array>
-
 namespace kalvo {
 
 std::string ReadIniValue(ProfileFiles& profiles, std::string_view file, std::string_view section,
@@ -30,17 +27,6 @@ std::string GetValueKey(Registry& registry, RegistryRoot root, std::string_view 
 void SetValueKey(Registry& registry, RegistryRoot root, std::string_view path,
                  std::string_view name, std::string_view value) {
     registry.set(root, path, name, {kRegSz, std::string(value)});
-}
-
-void takeSettingsOver(Registry& own, Registry& usual) {
-    constexpr std::array kNames = {kRacScenChx, kRacInvent, kRacCde, kSepDec};
-    const bool hasNone = std::all_of(kNames.begin(), kNames.end(), [&](std::string_view name) {
-        return !own.query(RegistryRoot::kCurrentUser, kSettingsKey, name);
-    });
-    for (const std::string_view name : kNames)
-        if (const auto value = usual.query(RegistryRoot::kCurrentUser, kSettingsKey, name);
-            hasNone && value)
-            own.set(RegistryRoot::kCurrentUser, kSettingsKey, name, *value);
 }
 
 std::string readSetting(Registry& registry, std::string_view name) {

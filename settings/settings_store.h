@@ -42,9 +42,6 @@ void ClearIniValue(ProfileFiles& profiles, std::string_view file, std::string_vi
 void SetValueKey(Registry& registry, RegistryRoot root, std::string_view path,
                  std::string_view name, std::string_view value);
 
-// Gives a registry that has none of the system's own settings those of another.
-void takeSettingsOver(Registry& own, Registry& usual);
-
 // One of the system's own settings (under kSettingsKey of the current user).
 [[nodiscard]] std::string readSetting(Registry& registry, std::string_view name);
 void writeSetting(Registry& registry, std::string_view name, std::string_view value);

@@ -18,7 +18,7 @@
 #include "platform/x11/x11_keyboard.h"
 #include "platform/x11/x11_loss.h"
 #include "settings/application_paths.h"
-#include "settings/settings_store.h"
+#include "settings/site_registry.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {
@@ -29,9 +29,8 @@ namespace {
 std::unique_ptr<Registry> registryOf(std::string_view folder, bool ownSite) {
     auto usual = std::make_unique<RegistryFile>();
     if (!ownSite) return usual;
-    auto own = std::make_unique<RegistryFile>(toUtf8(inFolder(folder, "registre.reg")));
-    takeSettingsOver(*own, *usual);
-    return own;
+    return std::make_unique<SiteRegistry>(
+        std::make_unique<RegistryFile>(toUtf8(inFolder(folder, "registre.reg"))), std::move(usual));
 }
 
 }  // namespace

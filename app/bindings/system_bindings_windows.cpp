@@ -16,7 +16,7 @@
 #include "platform/windows/windows_profile_files.h"
 #include "platform/windows/windows_registry.h"
 #include "settings/application_paths.h"
-#include "settings/settings_store.h"
+#include "settings/site_registry.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {
@@ -27,10 +27,9 @@ namespace {
 std::unique_ptr<Registry> registryOf(std::string name, bool ownSite) {
     if (!ownSite) return std::make_unique<WindowsRegistry>();
     std::replace(name.begin(), name.end(), '\\', '/');
-    auto own = std::make_unique<SubkeyRegistry>(std::make_unique<WindowsRegistry>(), name);
-    WindowsRegistry usual;
-    takeSettingsOver(*own, usual);
-    return own;
+    return std::make_unique<SiteRegistry>(
+        std::make_unique<SubkeyRegistry>(std::make_unique<WindowsRegistry>(), name),
+        std::make_unique<WindowsRegistry>());
 }
 
 }  // namespace

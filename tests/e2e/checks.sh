@@ -9,10 +9,8 @@ source "$top/tests/e2e/expectations.sh"
 
 kalvo() { timeout 60 "$bin/kalvo-horizon" --app-dir "$work/site" "$@" 2>"$work/stderr"; }
 
-# choose NAME [VALUES]: the active scenario, and more registry values, for the user; the site
-# takes them over.
+# choose NAME [VALUES]: the active scenario, and more registry values, of the user.
 choose() {
-  rm -f "$work/site/registre.reg"
   mkdir -p "$XDG_CONFIG_HOME/kalvo-horizon"
   printf 'REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Ketvan\\Lumo]\r\n"RacScenChx"="%s"\r\n%b' \
     "$1" "${2:-}" >"$XDG_CONFIG_HOME/kalvo-horizon/registre.reg"

@@ -10,6 +10,7 @@
 #include "settings/options.h"
 #include "settings/serial_settings.h"
 #include "settings/settings_store.h"
+#include "settings/site_registry.h"
 #include "tests/support/fake_registry.h"
 #include "tests/support/system_bindings.h"
 #include "tests/support/temporary_folder.h"
@@ -96,14 +97,20 @@ TEST_F(Settings, RegistryValuesAreReadBackAsWritten) {
     EXPECT_EQ(readSetting(registry, kRacCde), "Stock") << "a stored terminator is cut";
     registry.set(root, kSettingsKey, kRacCde, {kRegDword, std::string("\x01\0\0\0", 4)});
     EXPECT_EQ(readSetting(registry, kRacCde), "") << "another type is no text";
+}
 
-    testing::FakeRegistry site;
-    takeSettingsOver(site, registry);
+TEST_F(Settings, ASiteHasTheUsersChoicesUntilItMakesOne) {
+    auto usual = std::make_unique<testing::FakeRegistry>();
+    testing::FakeRegistry& user = *usual;
+    SiteRegistry site(std::make_unique<testing::FakeRegistry>(), std::move(usual));
+    writeSetting(user, kSepDec, ",");
     EXPECT_EQ(readSetting(site, kSepDec), ",");
+    writeSetting(user, kRacScenChx, "Stock");
     writeSetting(site, kSepDec, ".");
-    writeSetting(registry, kRacInvent, "later");
-    takeSettingsOver(site, registry);
-    EXPECT_EQ(readSetting(site, kSepDec) + readSetting(site, kRacInvent), ".") << "once only";
+    writeSetting(user, kRacInvent, "later");
+    EXPECT_EQ(readSetting(site, kRacScenChx) + readSetting(site, kSepDec), "Stock.");
+    EXPECT_EQ(readSetting(site, kRacInvent), "") << "taken over once";
+    EXPECT_EQ(readSetting(user, kSepDec), ",") << "the user's own stay";
 }
 
 TEST_F(Settings, TheLineSettingsAreIntegerPartsJoinedByCommas) {
