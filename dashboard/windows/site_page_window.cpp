@@ -69,7 +69,7 @@ QWidget* SitePage::makeExchange() {
     addButton(buttons, "CmdExporter", "E&xporter le site...",
               "Écrit les fichiers du site dans une archive.", &SitePage::exportSite)
         ->setEnabled(possible);
-    addButton(buttons, "CmdImporter", "&Importer un site...",
+    addButton(buttons, "CmdImporter", "Importer &un site...",
               "Remplace les fichiers du site par ceux d'une archive, après une question.",
               &SitePage::importSite)
         ->setEnabled(possible);
