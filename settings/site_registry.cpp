@@ -29,7 +29,6 @@ bool SiteRegistry::set(RegistryRoot root, std::string_view path, std::string_vie
 }
 
 bool SiteRegistry::remove(RegistryRoot root, std::string_view path, std::string_view name) {
-    takeOver();
     return own_->remove(root, path, name);
 }
 

@@ -17,6 +17,7 @@ public:
                                                      std::string_view name) override;
     bool set(RegistryRoot root, std::string_view path, std::string_view name,
              const RegistryValue& value) override;
+    // Of the site's own values alone.
     bool remove(RegistryRoot root, std::string_view path, std::string_view name) override;
 
 private:

@@ -120,7 +120,7 @@ void addFaults(CLI::App& app, TerminalOptions& options) {
            },
            "silence de MS millisecondes après N caractères")
         ->type_name("MS:N")
-        ->expected(1)
+        ->allow_extra_args(false)  // the file behind it is none
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     addNumber(app, "--cut", options.dialogue.cutRecord, 1, kMost, "N",
               "perd la moitié de la ligne N au premier envoi");

@@ -56,7 +56,12 @@ std::filesystem::path keyboardTurnsFile() {
     return userRuntimeFolder() + "/" + name + ".verrou";
 }
 
-std::string knownSitesFile() { return fromUtf8(userConfigFolder() + "/Sites.ini"); }
+std::string knownSitesFile() {
+    const std::string folder = userConfigFolder();
+    std::error_code ignored;  // a list that cannot be kept lacks a site
+    std::filesystem::create_directories(folder, ignored);
+    return fromUtf8(folder + "/Sites.ini");
+}
 
 std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules) {
     return std::make_unique<X11TypingWatch>(std::move(rules));

@@ -302,6 +302,7 @@ private:
                 turns_.retype(batch, bytes, fromPass);
                 iconWatch_.countWaiting();
             });
+            setPace();
         });
     }
 

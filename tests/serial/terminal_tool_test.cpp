@@ -71,8 +71,9 @@ TEST(CapturePlayer, SaysAgainWhatTheTerminalSaidOnceItIsAsked) {
 
 TEST(TerminalOptions, AreReadFromTheCommandLine) {
     const TerminalOptions o = parseTerminalOptions(words(
-        "scanpal --pty --link /tmp/l --wait-open records.txt --separator TAB --speed 9600 "
-        "--noise 0.25 --pause 300:12 --pause 5:0 --cut 3 --lose-ack 2 --seed 7 --repeat 010 "
+        "scanpal --pty --link /tmp/l --wait-open --separator TAB --speed 9600 "
+        "--noise 0.25 --pause 300:12 --pause 5:0 records.txt --cut 3 --lose-ack 2 --seed 7 "
+        "--repeat 010 "
         "--wait 50 --no-ack --tab --ack-timeout 100 --resend 0 --read-timeout 900 --linger 0"));
     EXPECT_TRUE(o.pseudoTerminal && o.waitsForOpening && !o.dialogue.answersRead &&
                 o.dialogue.tabbed);
