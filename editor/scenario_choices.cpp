@@ -107,7 +107,8 @@ void ScenarioChoices::apply(const std::string& choice) {
     connectionChoice_.clear();
 }
 
-void ScenarioChoices::applyConfiguration() {
+bool ScenarioChoices::applyConfiguration() {
+    bool done = false;
     try {
         const std::string choice =
             connectionChoice_.empty() ? form.CboChoixText : connectionChoice_;
@@ -116,6 +117,7 @@ void ScenarioChoices::applyConfiguration() {
         else
             apply(choice);
         serial_.saveAndReconnect();
+        done = !choice.empty();
     } catch (const RuntimeError&) {
         showWarning(
             platform_.dialogs,
@@ -123,6 +125,7 @@ void ScenarioChoices::applyConfiguration() {
             "vouloir recommencer"_ansi);
     }
     platform_.icon.modify(trayTip(platform_.port.CommPort(), state_.scenario.active.ScenarioName));
+    return done;
 }
 
 void ScenarioChoices::forget(const std::string& name) {

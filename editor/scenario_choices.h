@@ -51,9 +51,10 @@ public:
     void putInForce(const std::string& name);
     // Compiles the chosen scenarios as they are stored now, and reloads the one in force.
     void recompile();
+    void setSeparator(std::string_view separator) { form.txtSep = separator; }
     // Choices, separator, compilation, serial settings, port. A failure ends it
-    // with a message.
-    void applyConfiguration();
+    // with a message. True when all of it was done.
+    bool applyConfiguration();
     // A scenario that is gone is nobody's choice.
     void forget(const std::string& name);
     // A scenario has got another name: it stays chosen, and in force.

@@ -52,7 +52,7 @@ void ScenarioEditor::ChargeScenarios() {
 }
 
 void ScenarioEditor::select(int row) {
-    if (enteringNew() && !mayAbandonNew()) return;
+    if (!mayAbandon()) return;
     const std::string name = rowText(form.LstScen.at(row));
     const auto numero = findScenario(*state_.database, name);
     form.LstScen.selected = row;
@@ -69,10 +69,16 @@ bool ScenarioEditor::enteringNew() const {
     return current_.scenarioNumber == 0 && form.inputsShown && !form.TxtNomScen.empty();
 }
 
-bool ScenarioEditor::mayAbandonNew() {
-    return platform_.dialogs.confirm(std::string("Le nouveau scénario "_ansi) + form.TxtNomScen +
-                                         std::string(" n'est pas enregistré. L'abandonner ?"_ansi),
-                                     kApplicationTitle, MessageIcon::kQuestion);
+bool ScenarioEditor::mayAbandon() {
+    std::string question;
+    if (enteringNew())
+        question = std::string("Le nouveau scénario "_ansi) + form.TxtNomScen +
+                   std::string(" n'est pas enregistré. L'abandonner ?"_ansi);
+    else if (form.chkIncrement != storedIncrement_)
+        question =
+            "L'incrémentation des fichiers n'est pas enregistrée. Abandonner ce changement ?"_ansi;
+    return question.empty() ||
+           platform_.dialogs.confirm(question, kApplicationTitle, MessageIcon::kQuestion);
 }
 
 void ScenarioEditor::loadSelected() {
@@ -97,6 +103,7 @@ void ScenarioEditor::showProperties(const ScenarioRecord& scenario) {
 }
 
 void ScenarioEditor::createNew() {
+    if (!mayAbandon()) return;
     form.inputsShown = true;
     form.CboType = {scenarioTypes()};
     current_.scenarioType.clear();
@@ -127,7 +134,13 @@ void ScenarioEditor::clickPartialFrame(bool ticked) {
 
 void ScenarioEditor::editPath(std::string_view path) {
     form.TxtChemin = path;
-    updateChemin(*state_.database, current_.scenarioNumber, path);
+    if (pathAccepted()) updateChemin(*state_.database, current_.scenarioNumber, path);
+}
+
+bool ScenarioEditor::pathAccepted() {
+    if (form.TxtChemin.find('\'') == std::string::npos) return true;
+    showWarning(platform_.dialogs, "Le chemin d'un fichier ne peut pas contenir d'apostrophe.");
+    return false;
 }
 
 // Runs a change of list and database. When the database refuses it, the list goes
@@ -142,24 +155,26 @@ void ScenarioEditor::keepTrue(Change change) {
     }
 }
 
-void ScenarioEditor::save() {
+bool ScenarioEditor::save() {
     if (current_.scenarioType.empty()) {
         platform_.dialogs.message("Vous devez préciser un type pour le scénario."_ansi,
                                   kApplicationTitle, MessageIcon::kCritical);
-        return;
+        return false;
     }
+    if (!pathAccepted()) return false;
     Database& database = *state_.database;
     if (current_.scenarioNumber != 0 && scenarioExists(database, current_.scenarioNumber)) {
         updateOutput(database, current_.scenarioNumber, form.TxtChemin, form.chkIncrement);
         storedIncrement_ = form.chkIncrement;
-        return;
+        return true;
     }
-    if (!nameIsFree(form.TxtNomScen)) return;
+    if (!nameIsFree(form.TxtNomScen)) return false;
     keepTrue([&] { insertNew(); });
     choices_.ChargeScenForChoix();
     stepsShown = true;
     actions_.ChargeTouches();
     actions_.loadSteps(0, 0);
+    return true;
 }
 
 bool ScenarioEditor::nameIsFree(const std::string& name) {
@@ -212,6 +227,7 @@ void ScenarioEditor::deleteScenario() {
     current_.scenarioName.clear();
     stepsShown = false;
     form.inputsShown = false;
+    form.chkIncrement = storedIncrement_ = false;
     form.TxtNomScen.clear();
     form.TxtChemin.clear();
 }
@@ -262,16 +278,17 @@ void ScenarioEditor::selectNamed(const std::string& name) {
     select(form.LstScen.selected);
 }
 
-void ScenarioEditor::chooseScenario() {
+bool ScenarioEditor::chooseScenario() {
     const std::string name = current_.scenarioName.empty()
                                  ? rowText(form.LstScen.at(form.LstScen.selected))
                                  : current_.scenarioName;
     if (name.empty()) {
         showWarning(platform_.dialogs, "Veuillez choisir un scénario."_ansi);
-        return;
+        return false;
     }
     choices_.putInForce(name);
     updateChemin(*state_.database, current_.scenarioNumber, form.TxtChemin);
+    return true;
 }
 
 bool ScenarioEditor::unsaved() const {

@@ -51,25 +51,34 @@ public:
     void ChargeScenarios();
 
     // A click on a row of the list; while the step windows are open they follow. A new
-    // scenario that is being entered is given up only when the user says so.
+    // scenario that is being entered, or a tick that is not stored, is given up only when the
+    // user says so.
     void select(int row);
     // Shows the selected scenario's properties and its steps.
     void loadSelected();
+    // What was being entered is given up only when the user says so.
     void createNew();
     void chooseType(int row);
     // Asks for the number of fields, whichever way the box was clicked.
     void clickPartialFrame(bool ticked);
+    // Stores the path of the current scenario. One with an apostrophe is refused.
     void editPath(std::string_view path);
+    // What is typed and ticked; stored by save().
+    void setName(std::string_view name) { form.TxtNomScen = name; }
+    void setPath(std::string_view path) { form.TxtChemin = path; }
+    void setIncrement(bool ticked) { form.chkIncrement = ticked; }
+    void setDatalogic(bool ticked) { form.ChDatalogic = ticked; }
     // A scenario that exists gets its path and increment flag saved, nothing
     // else; a new one, under a name of its own, is added and its step windows open.
-    void save();
+    // True when it was stored.
+    bool save();
     void deleteScenario();
     // Asks for another name of the selected scenario; what chose it by name follows.
     void rename();
     // Asks for the name of a new scenario that is like the selected one, and selects it.
     void duplicate();
-    // Makes the selected scenario the one in force.
-    void chooseScenario();
+    // Makes the selected scenario the one in force; true when there is one.
+    bool chooseScenario();
 
     // Whether there are choices, or a new scenario, that are stored nowhere yet.
     [[nodiscard]] bool unsaved() const;
@@ -77,7 +86,8 @@ public:
 private:
     void showProperties(const ScenarioRecord& scenario);
     [[nodiscard]] bool enteringNew() const;
-    [[nodiscard]] bool mayAbandonNew();
+    [[nodiscard]] bool mayAbandon();
+    [[nodiscard]] bool pathAccepted();
     [[nodiscard]] bool nameIsFree(const std::string& name);
     [[nodiscard]] bool scenarioSelected();
     [[nodiscard]] std::string askForName(std::string_view prompt);

@@ -46,6 +46,8 @@ struct SettingsContext {
     SettingsServices services;
     // Delivers, then shows everywhere what has changed.
     std::function<void(const std::function<void()>&)> act;
+    // Says at the foot of the window what was done.
+    std::function<void(const std::string& text)> confirm;
     // The terminal type is not stored by the properties: shows where it is.
     std::function<void()> applyStillDue;
     // Closes the settings window, after asking about what is not stored yet.

@@ -37,17 +37,17 @@ FileReplayWindow::FileReplayWindow(ReplayForm form,
 
     auto* const connectBar =
         makeToolBar("TlbConnect", {{"Démarrer",
-                                    QStyle::SP_MediaPlay,
+                                    "demarrer",
                                     "Rejoue le fichier à travers le scénario actif (Entrée).",
                                     {Qt::Key_Return, Qt::Key_Enter},
                                     [this] { start(); }},
                                    {"Fermer",
-                                    QStyle::SP_DialogCloseButton,
+                                    "fermer",
                                     "Ferme la fenêtre sans rien rejouer (Échap).",
                                     {Qt::Key_Escape},
                                     [this] { close(); }}});
     auto* const openBar = makeToolBar("tlbOuvrir", {{"Ouvrir...",
-                                                     QStyle::SP_DialogOpenButton,
+                                                     "ouvrir",
                                                      "Choisit le fichier à rejouer (Ctrl+O).",
                                                      {QKeySequence::Open},
                                                      [this] { chooseFile(); }}});

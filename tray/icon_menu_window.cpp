@@ -22,7 +22,8 @@ IconMenuWindow::IconMenuWindow(Actions actions) : actions_(std::move(actions)) {
     connect(retype_, &QAction::triggered, this, [this] { actions_.retypeLast(); });
 }
 
-void IconMenuWindow::popUp(bool canStop, bool canRetype) {
+void IconMenuWindow::popUp(bool canTransfer, bool canStop, bool canRetype) {
+    actions().at(static_cast<int>(MenuEntry::kTransfer))->setEnabled(canTransfer);
     stop_->setEnabled(canStop);
     retype_->setEnabled(canRetype);
     popup(QCursor::pos());

@@ -19,7 +19,7 @@ public:
     explicit IconMenuWindow(Actions actions);
 
     // Shows it where the pointer is, with what makes sense now.
-    void popUp(bool canStop, bool canRetype);
+    void popUp(bool canTransfer, bool canStop, bool canRetype);
 
 private:
     Actions actions_;

@@ -8,11 +8,11 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QScreen>
-#include <QStyle>
 #include <algorithm>
 #include <cstddef>
 #include <utility>
 
+#include "platform/qt/pictogram.h"
 #include "platform/qt/qt_text.h"
 
 namespace kalvo {
@@ -29,23 +29,26 @@ constexpr int kFrameHeight = 48;
 constexpr Qt::WindowFlags kMenuFlags =
     Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
 
-constexpr std::array<QStyle::StandardPixmap, kMenuCaptions.size()> kPictures = {
-    QStyle::SP_ComputerIcon,      QStyle::SP_MessageBoxInformation, QStyle::SP_ArrowDown,
-    QStyle::SP_DialogApplyButton, QStyle::SP_DialogCloseButton,     QStyle::SP_FileIcon};
+constexpr std::array<const char*, kMenuCaptions.size()> kPictures = {
+    "parametrage", "information", "transfert", "commande", "quitter", "fichier"};
 
-// A label in the colours of a highlighted or an ordinary entry.
-void paint(QLabel& label, bool highlighted) {
+// A label in the colours of a highlighted or an ordinary entry, or of one that would do nothing.
+void paint(QLabel& label, bool highlighted, bool useful) {
     QPalette palette = label.palette();
     palette.setColor(QPalette::Window,
                      highlighted ? QApplication::palette().color(QPalette::Highlight) : Qt::white);
-    palette.setColor(QPalette::WindowText, highlighted ? Qt::white : Qt::black);
+    palette.setColor(QPalette::WindowText, highlighted ? Qt::white : useful ? Qt::black : Qt::gray);
     label.setPalette(palette);
 }
 
 }  // namespace
 
-MenuWindow::MenuWindow(ForegroundWindow& foreground, std::function<void(MenuEntry)> choose)
-    : QWidget(nullptr, kMenuFlags), foreground_(foreground), choose_(std::move(choose)) {
+MenuWindow::MenuWindow(ForegroundWindow& foreground, std::function<void(MenuEntry)> choose,
+                       std::function<bool(MenuEntry)> useful)
+    : QWidget(nullptr, kMenuFlags),
+      foreground_(foreground),
+      choose_(std::move(choose)),
+      useful_(std::move(useful)) {
     setObjectName("frmIn");
     setWindowTitle("KALVO Horizon");
     setAttribute(Qt::WA_QuitOnClose, false);
@@ -53,6 +56,7 @@ MenuWindow::MenuWindow(ForegroundWindow& foreground, std::function<void(MenuEntr
     setAutoFillBackground(true);
     QPalette white = palette();
     white.setColor(QPalette::Window, Qt::white);
+    white.setColor(QPalette::WindowText, Qt::black);
     setPalette(white);
 
     auto* const grid = new QGridLayout(this);
@@ -84,7 +88,6 @@ void MenuWindow::addEntry(int index) {
         return label;
     };
     picIco[i] = add("picIco", 0);
-    picIco[i]->setPixmap(style()->standardIcon(kPictures[i]).pixmap(kPictureSize));
     LblMenu[i] = add("LblMenu", 1);
     LblMenu[i]->setText(toQString(kMenuCaptions[i]));
     grid->setColumnStretch(1, 1);
@@ -159,8 +162,12 @@ void MenuWindow::take(int index) {
 void MenuWindow::paintHighlight() {
     for (std::size_t i = 0; i < LblMenu.size(); ++i) {
         const bool highlighted = static_cast<int>(i) == highlight_.index();
-        paint(*LblMenu[i], highlighted);
-        paint(*picIco[i], highlighted);
+        const bool useful = useful_(static_cast<MenuEntry>(i));
+        paint(*LblMenu[i], highlighted, useful);
+        paint(*picIco[i], highlighted, useful);
+        picIco[i]->setPixmap(
+            pictogram(kPictures[i], picIco[i]->palette().color(QPalette::WindowText))
+                .pixmap(QSize(kPictureSize, kPictureSize), devicePixelRatioF()));
     }
 }
 

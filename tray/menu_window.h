@@ -16,8 +16,11 @@ namespace kalvo {
 class MenuWindow : public QWidget {
 public:
     // `choose` is called with the entry the user took, after the menu has closed and the
-    // focus has gone back to the application that had it.
-    MenuWindow(ForegroundWindow& foreground, std::function<void(MenuEntry)> choose);
+    // focus has gone back to the application that had it. Entries that would do nothing are
+    // grey: `useful` is asked each time the menu is shown.
+    MenuWindow(
+        ForegroundWindow& foreground, std::function<void(MenuEntry)> choose,
+        std::function<bool(MenuEntry)> useful = [](MenuEntry) { return true; });
 
     // Shows the menu at the corner of the work area, in front of everything.
     void popUp();
@@ -49,6 +52,7 @@ private:
 
     ForegroundWindow& foreground_;
     std::function<void(MenuEntry)> choose_;
+    std::function<bool(MenuEntry)> useful_;
     std::array<QLabel*, kMenuCaptions.size()> LblMenu{};
     std::array<QLabel*, kMenuCaptions.size()> picIco{};
     MenuHighlight highlight_;

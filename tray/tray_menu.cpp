@@ -27,6 +27,10 @@ TrayMenu::TrayMenu(const Platform& platform, RunTimeState& state, SerialReceptio
                    Windows windows)
     : platform_(platform), state_(state), reception_(reception), windows_(std::move(windows)) {}
 
+bool TrayMenu::useful(MenuEntry entry) const {
+    return entry != MenuEntry::kTransfer || !pushesBatches(state_.TerminalType);
+}
+
 void TrayMenu::choose(MenuEntry entry) {
     switch (entry) {
         case MenuEntry::kSettings: showSettings(); break;

@@ -32,6 +32,10 @@ public:
     TrayMenu(const Platform& platform, RunTimeState& state, SerialReception& reception,
              Windows windows);
 
+    // Whether an entry would do anything now: nothing is asked of terminals that send by
+    // themselves.
+    [[nodiscard]] bool useful(MenuEntry entry) const;
+
     // Does what an entry stands for; the menu's window is closed by now. RuntimeErrors
     // of the port and of the dispatch.
     void choose(MenuEntry entry);

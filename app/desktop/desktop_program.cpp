@@ -32,6 +32,7 @@
 #include "core/typing_turns.h"
 #include "dashboard/site_copies.h"
 #include "dashboard/windows/dashboard_window.h"
+#include "platform/qt/pictogram.h"
 #include "platform/qt/qt_dialogs.h"
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_notify_icon.h"
@@ -116,7 +117,9 @@ public:
                  .showAbout = [] { AboutWindow(KALVO_VERSION).exec(); },
                  .showReplay = [this] { showReplay(); },
                  .endProgram = [this] { events_.requestEnd(); }}),
-          menuWindow_(*foreground_, [this](MenuEntry entry) { chooseNow(entry); }),
+          menuWindow_(
+              *foreground_, [this](MenuEntry entry) { chooseNow(entry); },
+              [this](MenuEntry entry) { return menu_.useful(entry); }),
           iconMenu_({.choose = [this](MenuEntry entry) { chooseNow(entry); },
                      .showDashboard = [this] { whenIdle([this] { showDashboard(); }); },
                      .stopTyping = [this] { watch_.stop(); },
@@ -234,7 +237,8 @@ private:
 
     void showIconMenu() {
         foreground_->remember();
-        iconMenu_.popUp(turns_.busy(), !turns_.busy() && !turns_.suspended());
+        iconMenu_.popUp(menu_.useful(MenuEntry::kTransfer), turns_.busy(),
+                        !turns_.busy() && !turns_.suspended());
     }
 
     void dispatch() {
@@ -423,6 +427,7 @@ int runDesktop(const CommandLine& line, SystemBindings& bindings) {
     std::string programName = "kalvo-horizon";
     std::array<char*, 2> arguments = {programName.data(), nullptr};
     const QApplication application(argumentCount, arguments.data());
+    QApplication::setStyle(new PictogramStyle);
     QApplication::setDesktopFileName("kalvo-horizon");
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(programIcon());

@@ -12,6 +12,7 @@
 #include "editor/windows/row_list_view.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 
@@ -26,12 +27,17 @@ ConnectionPage::ConnectionPage(const SettingsContext& context) : context_(contex
     auto* const bar = makeToolBar(
         "TlbConnect",
         {{"Valider",
-          QStyle::SP_DialogApplyButton,
+          "valider",
           "Enregistre et applique toute la configuration, puis rouvre le port (Entrée).",
           {Qt::Key_Return, Qt::Key_Enter, Qt::ALT | Qt::Key_V},
-          [this] { context_.act([this] { context_.choices.applyConfiguration(); }); }},
+          [this] {
+              context_.act([this] {
+                  if (context_.choices.applyConfiguration())
+                      context_.confirm(std::string("Configuration enregistrée"_ansi));
+              });
+          }},
          {"Fermer",
-          QStyle::SP_DialogCloseButton,
+          "fermer",
           "Ferme la fenêtre sans rien enregistrer (Échap).",
           {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
           context_.close}});
@@ -55,7 +61,7 @@ ConnectionPage::ConnectionPage(const SettingsContext& context) : context_(contex
         "Le caractère qui remplace le point ou la virgule décimale ; x supprime les décimales "
         "nulles.");
     connect(txtSep, &QLineEdit::textChanged, this,
-            [this](const QString& text) { context_.choices.form.txtSep = fromQString(text); });
+            [this](const QString& text) { context_.choices.setSeparator(fromQString(text)); });
     for (QComboBox* const box : {CboChoix, CboInvent, CboCde}) box->setMinimumWidth(kNameWidth);
 
     auto* const scenarios = new QGroupBox("Scénarios en service");

@@ -32,12 +32,12 @@ KeyPage::KeyPage(const SettingsContext& context, KeyPageNames names,
     : context_(context), names_(std::move(names)) {
     auto* const bar = makeToolBar(
         names_.toolBar, {{"Valider",
-                          QStyle::SP_DialogApplyButton,
+                          "valider",
                           "Enregistre les noms de ces touches et ferme la fenêtre (Entrée).",
                           {Qt::Key_Return, Qt::Key_Enter, Qt::ALT | Qt::Key_V},
                           [this] { save(); }},
                          {"Fermer",
-                          QStyle::SP_DialogCloseButton,
+                          "fermer",
                           "Ferme la fenêtre sans rien enregistrer (Échap).",
                           {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
                           context_.close}});

@@ -17,16 +17,16 @@ LoginWindow::LoginWindow(const Platform& platform, AccessLock& lock)
     setObjectName("frmLogin");
     setWindowTitle(toQString(kLoginTitle));
     setWindowFlag(Qt::WindowStaysOnTopHint);
-    auto* const bar = makeToolBar("TlbPrpp", {{"Valider",
-                                               QStyle::SP_DialogApplyButton,
-                                               "Ouvre le paramétrage (Entrée).",
-                                               {Qt::Key_Return, Qt::Key_Enter},
-                                               [this] { check(); }},
-                                              {"Fermer",
-                                               QStyle::SP_DialogCloseButton,
-                                               "Renonce au paramétrage (Échap).",
-                                               {Qt::Key_Escape},
-                                               [this] { reject(); }}});
+    auto* const bar = makeToolBar(
+        "TlbPrpp",
+        {{"Valider",
+          "valider",
+          "Ouvre le paramétrage (Entrée).",
+          {Qt::Key_Return, Qt::Key_Enter},
+          [this] { check(); }},
+         {"Fermer", "fermer", "Renonce au paramétrage (Échap).", {Qt::Key_Escape}, [this] {
+              reject();
+          }}});
     txtPassword = new QLineEdit;
     txtPassword->setObjectName("txtPassword");
     txtPassword->setEchoMode(QLineEdit::Password);

@@ -40,7 +40,7 @@ PortPage::PortPage(const SettingsContext& context)
     auto* const bar = makeToolBar(
         "TlbPrpp",
         {{"Valider",
-          QStyle::SP_DialogApplyButton,
+          "valider",
           "Enregistre ces réglages et rouvre le port avec eux (Alt+V). Un autre type de terminal "
           "n'est pris en compte que par « Valider » de l'onglet Connexion.",
           {Qt::ALT | Qt::Key_V},
@@ -56,7 +56,7 @@ PortPage::PortPage(const SettingsContext& context)
               });
           }},
          {"Fermer",
-          QStyle::SP_DialogCloseButton,
+          "fermer",
           "Ferme la fenêtre sans rien enregistrer (Échap).",
           {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
           context_.close}});
@@ -104,9 +104,11 @@ QWidget* PortPage::rightColumn() {
                      [this](int row) { context_.serial.chooseProtocol(row); });
     ChDatalogic = new QCheckBox("Pour Datalogic");
     ChDatalogic->setObjectName("ChDatalogic");
-    ChDatalogic->setToolTip("À cocher quand le nouveau scénario sert un terminal Datalogic.");
+    ChDatalogic->setToolTip(
+        "Note que le scénario que l'on crée sert un terminal Datalogic. La case n'est pas "
+        "enregistrée et ne change ni la réception ni la saisie.");
     connect(ChDatalogic, &QCheckBox::toggled, this,
-            [this](bool ticked) { context_.scenarios.form.ChDatalogic = ticked; });
+            [this](bool ticked) { context_.scenarios.setDatalogic(ticked); });
     auto* const CmdTransfert = new QPushButton("HT630");
     CmdTransfert->setObjectName("CmdTransfert");
     CmdTransfert->setToolTip("Ouvre le transfert de fichiers avec un terminal portable.");

@@ -17,6 +17,7 @@
 #include "editor/windows/row_list_view.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 
@@ -48,17 +49,21 @@ std::vector<ShownRow> markedScenarios(const SettingsContext& context) {
 
 ScenarioPage::ScenarioPage(const SettingsContext& context) : context_(context) {
     auto* const bar =
-        makeToolBar("TlbScenarios",
-                    {{"Valider",
-                      QStyle::SP_DialogApplyButton,
-                      "Met en service le scénario sélectionné (Alt+V).",
-                      {Qt::ALT | Qt::Key_V},
-                      [this] { context_.act([this] { context_.scenarios.chooseScenario(); }); }},
-                     {"Fermer",
-                      QStyle::SP_DialogCloseButton,
-                      "Ferme la fenêtre (Échap).",
-                      {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
-                      context_.close}});
+        makeToolBar("TlbScenarios", {{"Valider",
+                                      "valider",
+                                      "Met en service le scénario sélectionné (Alt+V).",
+                                      {Qt::ALT | Qt::Key_V},
+                                      [this] {
+                                          context_.act([this] {
+                                              if (context_.scenarios.chooseScenario())
+                                                  context_.confirm("Mis en service");
+                                          });
+                                      }},
+                                     {"Fermer",
+                                      "fermer",
+                                      "Ferme la fenêtre (Échap).",
+                                      {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
+                                      context_.close}});
     auto* const page = new QWidget;
     auto* const columns = new QHBoxLayout(page);
     columns->addWidget(listSide(), 1);
@@ -75,7 +80,7 @@ QWidget* ScenarioPage::listSide() {
     auto* const bar = makeToolBar(
         "TlbScen",
         {{"Créer",
-          QStyle::SP_FileIcon,
+          "creer",
           "Commence un nouveau scénario (Ctrl+N).",
           {QKeySequence::New},
           [this] {
@@ -83,17 +88,17 @@ QWidget* ScenarioPage::listSide() {
               TxtNomScen->setFocus();
           }},
          {"Supprimer",
-          QStyle::SP_TrashIcon,
+          "supprimer",
           "Supprime définitivement le scénario sélectionné, après confirmation (Ctrl+Suppr).",
           {Qt::CTRL | Qt::Key_Delete},
           [this] { context_.act([this] { context_.scenarios.deleteScenario(); }); }},
          {"Dupliquer",
-          QStyle::SP_FileDialogDetailedView,
+          "dupliquer",
           "Crée un scénario semblable au scénario sélectionné, avec ses actions (Ctrl+U).",
           {Qt::CTRL | Qt::Key_U},
           [this] { context_.act([this] { context_.scenarios.duplicate(); }); }},
          {"Renommer",
-          QStyle::SP_FileDialogContentsView,
+          "renommer",
           "Donne un autre nom au scénario sélectionné (F2).",
           {Qt::Key_F2},
           [this] { context_.act([this] { context_.scenarios.rename(); }); }}});
@@ -124,18 +129,22 @@ QWidget* ScenarioPage::propertiesSide() {
     auto* const bar = makeToolBar(
         "TlbSaveScen",
         {{"Enregistrer",
-          QStyle::SP_DialogSaveButton,
+          "enregistrer",
           "Enregistre le nouveau scénario, ou le chemin et l'incrémentation d'un scénario existant "
           "(Ctrl+S).",
           {QKeySequence::Save},
-          [this] { context_.act([this] { context_.scenarios.save(); }); }}});
-    ScenarioForm& form = context_.scenarios.form;
+          [this] {
+              context_.act([this] {
+                  if (context_.scenarios.save())
+                      context_.confirm(std::string("Scénario enregistré"_ansi));
+              });
+          }}});
     TxtNomScen = new QLineEdit;
     TxtNomScen->setObjectName("TxtNomScen");
     TxtNomScen->setToolTip(
         "Le nom du scénario, sans apostrophe ; c'est aussi celui de son fichier.");
     connect(TxtNomScen, &QLineEdit::textChanged, this,
-            [&form](const QString& text) { form.TxtNomScen = fromQString(text); });
+            [this](const QString& text) { context_.scenarios.setName(fromQString(text)); });
     CboType = makeComboBox(
         "CboType",
         "Emulation frappe les données au clavier, Fichier les écrit dans un "
@@ -169,18 +178,17 @@ QWidget* ScenarioPage::propertiesSide() {
 }
 
 QGroupBox* ScenarioPage::pathFrame() {
-    ScenarioForm& form = context_.scenarios.form;
     TxtChemin = new QLineEdit;
     TxtChemin->setObjectName("TxtChemin");
     TxtChemin->setToolTip("Le fichier que le scénario écrit, avec son dossier.");
     connect(TxtChemin, &QLineEdit::textChanged, this,
-            [&form](const QString& text) { form.TxtChemin = fromQString(text); });
+            [this](const QString& text) { context_.scenarios.setPath(fromQString(text)); });
     connect(TxtChemin, &QLineEdit::editingFinished, this, [this] { finishEditing(); });
     chkIncrement = new QCheckBox("Incrémentation des fichiers");
     chkIncrement->setObjectName("chkIncrement");
     chkIncrement->setToolTip("À cocher pour un nouveau fichier à chaque trame : lot1, lot2, ...");
     connect(chkIncrement, &QCheckBox::clicked, this,
-            [&form](bool ticked) { form.chkIncrement = ticked; });
+            [this](bool ticked) { context_.scenarios.setIncrement(ticked); });
     FraChemin = new QGroupBox("Fichier de récupération");
     FraChemin->setObjectName("FraChemin");
     auto* const rows = new QFormLayout(FraChemin);

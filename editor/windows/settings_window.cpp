@@ -50,9 +50,11 @@ SettingsWindow::SettingsWindow(const Platform& platform, RunTimeState& state, Ac
                scenarios_,
                std::move(services),
                [this](const std::function<void()>& handler) {
+                   confirmation_.clear();
                    context_.services.deliver(handler);
                    refresh();
                },
+               [this](const std::string& text) { confirmation_ = text + ". "; },
                [this] {
                    TabParam->setCurrentWidget(connection_);
                    connection_->showApplyDue();
@@ -146,7 +148,7 @@ void SettingsWindow::refresh() {
     connection_->refresh();
     port_->refresh();
     scenario_->refresh();
-    LblEtat->setText(toQString(lineStatus(context_.platform, context_.state)));
+    LblEtat->setText(toQString(confirmation_ + lineStatus(context_.platform, context_.state)));
     CmdAssistant->setVisible(nothingSetUp(context_.platform, context_.state));
     showNotes(LblRemarques, choices_.warnings);
     showSteps();

@@ -3,6 +3,7 @@
 
 #include <QWidget>
 #include <array>
+#include <string>
 
 #include "editor/access_lock.h"
 #include "editor/settings_context.h"
@@ -51,6 +52,7 @@ private:
     ScenarioChoices choices_;
     ScenarioEditor scenarios_;
     SettingsContext context_;
+    std::string confirmation_;  // of the last change, French
     QTabWidget* TabParam = nullptr;
     QLabel* LblRemarques = nullptr;
     QLabel* LblEtat = nullptr;

@@ -56,13 +56,13 @@ QWidget* TestPane::controls() {
     auto* const bar = makeToolBar(
         "TlbScenarios",
         {{"Tester",
-          QStyle::SP_MediaPlay,
+          "demarrer",
           "Demande les champs de quatre trames, laisse deux secondes pour changer de fenêtre, puis "
           "frappe le résultat (F5).",
           {Qt::Key_F5},
           [this] { runTest(); }},
          {"Fermer",
-          QStyle::SP_DialogCloseButton,
+          "fermer",
           "Ferme cette fenêtre et revient au paramétrage (Échap).",
           {Qt::Key_Escape},
           closeSteps_}});

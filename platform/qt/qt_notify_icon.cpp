@@ -46,7 +46,8 @@ QtNotifyIcon::QtNotifyIcon(const QIcon& picture, const std::array<QIcon, 3>& sig
 bool QtNotifyIcon::available() { return QSystemTrayIcon::isSystemTrayAvailable(); }
 
 QString QtNotifyIcon::fullTip(std::string_view tip) const {
-    return site_.isEmpty() ? toQString(tip) : toQString(tip).trimmed() + "\n" + site_;
+    const QString text = toQString(tip).trimmed();
+    return site_.isEmpty() ? text : text + "\n" + site_;
 }
 
 void QtNotifyIcon::add(std::string_view tip) {

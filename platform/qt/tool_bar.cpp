@@ -5,6 +5,8 @@
 #include <QKeyEvent>
 #include <QToolBar>
 
+#include "platform/qt/pictogram.h"
+
 namespace kalvo {
 
 namespace {
@@ -40,7 +42,7 @@ QToolBar* makeToolBar(const QString& name, const std::vector<ToolButton>& button
     bar->setObjectName(name);
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     for (const ToolButton& button : buttons) {
-        auto* const action = bar->addAction(bar->style()->standardIcon(button.icon), button.text);
+        auto* const action = bar->addAction(pictogram(button.icon), button.text);
         action->setToolTip(button.tip);
         action->setShortcuts(button.shortcuts);
         QObject::connect(action, &QAction::triggered, bar, [run = button.run] { run(); });

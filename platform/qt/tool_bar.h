@@ -4,7 +4,6 @@
 #include <QKeySequence>
 #include <QList>
 #include <QString>
-#include <QStyle>
 #include <functional>
 #include <vector>
 
@@ -15,8 +14,8 @@ namespace kalvo {
 
 struct ToolButton {
     QString text;
-    QStyle::StandardPixmap icon;
-    QString tip;  // one sentence; the shortcut is part of it
+    QString icon;  // the name of a pictogram
+    QString tip;   // one sentence; the shortcut is part of it
     QList<QKeySequence> shortcuts;
     std::function<void()> run;
 };

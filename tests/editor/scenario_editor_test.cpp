@@ -134,6 +134,13 @@ TEST_F(Scenarios, SelectingAndLoadingShowsWhatSavingWouldChange) {
     scenarios.select(0);
     EXPECT_EQ(current.scenarioNumber, 1);
     EXPECT_FALSE(scenarios.unsaved());
+
+    // So is a tick that is not stored; a path that no statement takes is refused.
+    scenarios.setIncrement(!form.chkIncrement);
+    scenarios.createNew();
+    EXPECT_EQ(current.scenarioNumber, 1);
+    scenarios.editPath("l'un.txt");
+    EXPECT_EQ(lastMessage(), "Le chemin d'un fichier ne peut pas contenir d'apostrophe.");
 }
 
 TEST_F(Scenarios, ANameThatNoFileOrStatementTakesIsRefusedWhereItIsTyped) {

@@ -183,6 +183,7 @@ TEST_F(SettingsWindowTest, TheSettingsAreAppliedAndStayUsableAfterAnError) {
     find<QLineEdit>("txtSep")->selectAll();
     QTest::keyClicks(find<QLineEdit>("txtSep"), ",");
     press("TlbConnect", 1);
+    EXPECT_TRUE(find<QLabel>("LblEtat")->text().startsWith("Configuration enregistrée. COM 2"));
     EXPECT_TRUE(world.port.open);
     EXPECT_EQ(state.TerminalType, "HT630");
     EXPECT_EQ(readSetting(world.registry, kRacScenChx), "Stock");

@@ -63,11 +63,13 @@ TEST_F(Menu, AnOrderScenarioBecomesTheActiveOneEachTime) {
 
 TEST_F(Menu, TransferPullsFromAScannerOnly) {
     state.TerminalType = "HT630";
+    EXPECT_FALSE(menu.useful(MenuEntry::kTransfer));
     menu.choose(MenuEntry::kTransfer);
     EXPECT_EQ(world.port.sent, "");
     EXPECT_THAT(log, IsEmpty());
 
     state.TerminalType = "Optimus";
+    EXPECT_TRUE(menu.useful(MenuEntry::kTransfer));
     world.port.whenSent = [&](std::string_view sent) {
         if (sent == "READ\r") world.port.waiting = "OVER\r";
     };

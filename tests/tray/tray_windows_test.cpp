@@ -42,10 +42,12 @@ void moveOver(QWidget* widget) {
 struct MenuWindowTest : ::testing::Test {
     FakeForeground foreground;
     std::vector<MenuEntry> chosen;
-    MenuWindow menu{foreground, [this](MenuEntry entry) {
+    MenuWindow menu{foreground,
+                    [this](MenuEntry entry) {
                         EXPECT_FALSE(menu.isVisible());
                         chosen.push_back(entry);
-                    }};
+                    },
+                    [](MenuEntry entry) { return entry != MenuEntry::kTransfer; }};
 
     [[nodiscard]] QLabel* label(int index) const {
         return menu.findChild<QLabel*>("LblMenu" + QString::number(index));
@@ -65,6 +67,7 @@ TEST_F(MenuWindowTest, HighlightsOneEntryAndGivesTheFocusBackBeforeTheChoice) {
     EXPECT_EQ(menu.geometry().right(), screen.geometry().right() - 20);
     EXPECT_EQ(menu.geometry().bottom(), screen.availableGeometry().bottom());
     EXPECT_EQ(label(0)->text(), QString::fromUtf8("   Paramétrage"));
+    EXPECT_EQ(label(2)->palette().color(QPalette::WindowText), Qt::gray) << "would do nothing";
     moveOver(label(1));
     moveOver(label(4));
     EXPECT_EQ(highlighted(), "4");
