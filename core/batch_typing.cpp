@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "keys/script_tokens.h"
 #include "platform/event_pump.h"
 #include "text/ansi_text.h"
 
@@ -31,13 +32,22 @@ void BatchTyping::goTo(std::int32_t pass) {
     lead_.clear();
 }
 
+// A replay types nothing behind its last pause, and nothing of a script that has neither a
+// pause nor a lock-key token. What is left of one that has begun is typed in full.
+void BatchTyping::goOnAsReceived() {
+    if (source_ == ScriptSource::kReceived) return;
+    source_ = ScriptSource::kReceived;
+    const std::size_t lastTimer = script_.rfind(kTimerToken);
+    if (lastTimer != std::string::npos) script_.resize(lastTimer + kTimerToken.size());
+}
+
 std::int32_t BatchTyping::passAt(std::size_t place) const {
     const auto begun =
         std::upper_bound(passStarts_.begin(), passStarts_.end(), place) - passStarts_.begin();
     return static_cast<std::int32_t>(std::max<std::ptrdiff_t>(begun, 1));
 }
 
-TypingStop BatchTyping::run(const Platform& platform, BatchJournal& journal, BatchReport& report) {
+TypingStop BatchTyping::run(const Platform& platform, BatchJournal* journal, BatchReport& report) {
     const std::string script = lead_ + script_.substr(place_);
     // From a place in what is typed now to one in the whole script.
     const auto placeOf = [lead = lead_.size(), begin = place_](std::size_t typed) {
@@ -46,27 +56,29 @@ TypingStop BatchTyping::run(const Platform& platform, BatchJournal& journal, Bat
     report.batch = batch_;
     report.passes = passes();
     report.passesDone = passAt(place_) - 1;
-    journal.typing(batch_, passes(), report.passesDone);
+    if (journal != nullptr) journal->typing(batch_, passes(), report.passesDone);
     TypingNews news;
     news.progress = [&](std::size_t typed) {
-        journal.typing(batch_, passes(), passAt(placeOf(typed)) - 1);
+        if (journal != nullptr) journal->typing(batch_, passes(), passAt(placeOf(typed)) - 1);
     };
     news.disturbed = [&](std::size_t typed) {
         const std::int32_t pass = passAt(std::max<std::size_t>(placeOf(typed), 1) - 1);
         if (report.touched.empty() || report.touched.back() != pass) report.touched.push_back(pass);
     };
-    const Typing typing = typeScript(platform, script, timerPause_, ScriptSource::kReceived, news);
+    const Typing typing = typeScript(platform, script, timerPause_, source_, news);
     report.untyped = typing.untyped;
     if (typing.stop == TypingStop::kNone) {
         report.outcome = BatchReport::Outcome::kTyped;
         report.passesDone = passes();
-        journal.typed(batch_, passes(), remarksText(report));
+        if (journal != nullptr) journal->typed(batch_, passes(), remarksText(report));
         return typing.stop;
     }
     report.outcome = BatchReport::Outcome::kInterrupted;
     report.passesDone = passAt(placeOf(typing.typed)) - 1;
     report.reason = reasonOf(typing.stop);
-    journal.interrupted(batch_, passes(), report.passesDone, report.reason);
+    if (journal != nullptr)
+        journal->interrupted(batch_, passes(), report.passesDone, report.reason);
+    goOnAsReceived();
     // A stop within the lead types it anew: its beginning cannot be told from its end.
     if (typing.resumeAt >= lead_.size()) {
         place_ = placeOf(typing.resumeAt);

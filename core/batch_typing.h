@@ -22,17 +22,18 @@ namespace kalvo {
 class BatchTyping {
 public:
     BatchTyping(std::int64_t batch, std::string script, std::vector<std::uint32_t> passStarts,
-                int timerPause)
+                int timerPause, ScriptSource source = ScriptSource::kReceived)
         : batch_(batch),
           script_(std::move(script)),
           passStarts_(std::move(passStarts)),
-          timerPause_(timerPause) {}
+          timerPause_(timerPause),
+          source_(source) {}
 
     // Goes on with a record; the first is 1, one beyond the last leaves nothing.
     void goTo(std::int32_t pass);
-    // Types what is left and tells the journal and `report`. ProgramEnd when the program
-    // was asked to end.
-    TypingStop run(const Platform& platform, BatchJournal& journal, BatchReport& report);
+    // Types what is left and tells the journal, if there is one, and `report`. ProgramEnd
+    // when the program was asked to end.
+    TypingStop run(const Platform& platform, BatchJournal* journal, BatchReport& report);
 
     [[nodiscard]] std::int32_t passes() const {
         return static_cast<std::int32_t>(passStarts_.size());
@@ -41,10 +42,13 @@ public:
     [[nodiscard]] std::int32_t passAt(std::size_t place) const;
 
 private:
+    void goOnAsReceived();
+
     std::int64_t batch_;
     std::string script_;
     std::vector<std::uint32_t> passStarts_;
     int timerPause_;
+    ScriptSource source_;
     std::size_t place_ = 0;  // what is before it has been typed
     std::string lead_;       // typed before what is behind it
 };

@@ -77,7 +77,7 @@ private:
                                                     scenario_.passStarts, scenario_.TimerPause);
         typing->goTo(fromPass);
         try {
-            report_.stop = typing->run(platform_, journal_, report_);
+            report_.stop = typing->run(platform_, &journal_, report_);
         } catch (const ProgramEnd&) {
             told();
             throw;

@@ -98,19 +98,43 @@ void TypingTurns::goOn() {
     desktop_.hideSuspended();
     BatchReport report = std::exchange(suspended_, {});
     const auto typing = std::exchange(report.rest, nullptr);
+    const bool other = std::exchange(suspendedOther_, false);
     {
         const During going([this](bool on) { busy_ = on; });
-        report.stop = typing->run(platform_, journal_, report);
+        report.stop = typing->run(platform_, &journal_, report);
     }
     if (report.stop != TypingStop::kNone) report.rest = typing;
     logReport(platform_.log, report);
-    finish(report);
+    if (!other) {
+        finish(report);
+    } else if (report.rest) {
+        suspend(report);
+        suspendedOther_ = true;
+    } else {
+        desktop_.say(shortText(report));
+    }
 }
 
 void TypingTurns::abandon() {
     if (!suspended()) return;
     desktop_.hideSuspended();
     suspended_ = {};
+    suspendedOther_ = false;
+}
+
+void TypingTurns::typeOther(const std::function<std::optional<BatchReport>()>& type) {
+    if (busy_ || (suspended() && !state_.scenario.active.FileMode)) {
+        desktop_.say("Pas maintenant : une autre saisie est en cours ou suspendue."_ansi);
+        return;
+    }
+    std::optional<BatchReport> report;
+    {
+        const During typing([this](bool on) { busy_ = on; });
+        report = type();
+    }
+    if (!report || !report->rest) return;
+    suspend(*report);
+    suspendedOther_ = true;
 }
 
 void TypingTurns::retypeLast() {

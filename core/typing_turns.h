@@ -5,6 +5,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -45,6 +46,10 @@ public:
     void restartRecord();
     void abandon();
 
+    // Something that is no batch, as a turn of its own: refused while something is typed or
+    // suspended, and suspended when it is broken off.
+    void typeOther(const std::function<std::optional<BatchReport>()>& type);
+
     // The last batch once more, from its beginning.
     void retypeLast();
     // Any batch once more, from a pass on; not while another is being typed or suspended.
@@ -74,7 +79,8 @@ private:
     BatchJournal& journal_;
     Desktop desktop_;
     bool busy_ = false;
-    BatchReport suspended_;  // with its `rest` while there is one
+    BatchReport suspended_;        // with its `rest` while there is one
+    bool suspendedOther_ = false;  // it is no batch
     std::deque<Batch> waiting_;
     Batch last_;
 };

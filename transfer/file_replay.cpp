@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <utility>
 
+#include "core/batch_typing.h"
 #include "core/frame_dispatch.h"
 #include "core/script_typing.h"
 #include "platform/dialogs.h"
@@ -94,21 +96,21 @@ BatchReport replayFrame(const Platform& platform, ScenarioRun& run, std::string 
         const bool whole =
             optionSet(platform.profiles, run.applicationFolder, Option::kWholeReplay);
         const ScriptSource source = whole ? ScriptSource::kReceived : ScriptSource::kReplayed;
-        const Typing typing = typeScript(platform, script, run.TimerPause, source);
-        if (typing.stop == TypingStop::kProgramEnds) throw ProgramEnd{};
-        report.untyped = typing.untyped;
-        if (typing.stop != TypingStop::kNone) {
-            report.outcome = BatchReport::Outcome::kInterrupted;
-            report.reason = reasonOf(typing.stop);
+        auto typing =
+            std::make_shared<BatchTyping>(0, script, run.passStarts, run.TimerPause, source);
+        report.stop = typing->run(platform, nullptr, report);
+        if (report.stop != TypingStop::kNone) {
+            report.rest = std::move(typing);
         } else if (!typesAnything(script, source)) {
             report.outcome = BatchReport::Outcome::kNothing;
+            report.passesDone = 0;
             report.reason =
                 script.empty()
                     ? "le scénario n'en tire aucune touche"_ansi
                     : "sans {TIMER} ni verrouillage, un rejeu ne saisit rien (option RejeuComplet)"_ansi;
         }
     }
-    report.passesDone = report.whole() ? report.passes : 0;
+    if (run.active.FileMode) report.passesDone = report.whole() ? report.passes : 0;
     report.milliseconds = platform.events.GetTickCount() - start;
     logReport(platform.log, report);
     return report;
@@ -160,7 +162,7 @@ bool ReplayForm::complete(std::string_view file, std::string_view separator) con
 
 void ReplayForm::start(std::string_view file, std::string_view separator) {
     platform_.events.DoEvents();
-    ReplayFile(platform_, run_, file, separator);
+    turn_([&] { return ReplayFile(platform_, run_, file, separator); });
 }
 
 std::string ReplayForm::startFolder() const {

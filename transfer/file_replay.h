@@ -2,9 +2,11 @@
 // on the serial port.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/batch_report.h"
 #include "platform/platform.h"
@@ -22,10 +24,15 @@ std::optional<BatchReport> ReplayFile(const Platform& platform, ScenarioRun& run
 BatchReport ReplayText(const Platform& platform, ScenarioRun& run, std::string_view text,
                        std::string_view separator);
 
+// Who lets a replay have its turn at the keyboard.
+using ReplayTurn = std::function<void(const std::function<std::optional<BatchReport>()>& replay)>;
+inline void replayAtOnce(const std::function<std::optional<BatchReport>()>& replay) { replay(); }
+
 // The replay window frmFichiers without its controls.
 class ReplayForm {
 public:
-    ReplayForm(const Platform& platform, ScenarioRun& run) : platform_(platform), run_(run) {}
+    ReplayForm(const Platform& platform, ScenarioRun& run, ReplayTurn turn = replayAtOnce)
+        : platform_(platform), run_(run), turn_(std::move(turn)) {}
 
     // Lets the user pick a file; empty when there was no choice.
     [[nodiscard]] std::string getFile() const;
@@ -41,6 +48,7 @@ private:
 
     Platform platform_;
     ScenarioRun& run_;
+    ReplayTurn turn_;
 };
 
 }  // namespace kalvo

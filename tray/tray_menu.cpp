@@ -10,7 +10,6 @@
 #include "settings/serial_settings.h"
 #include "settings/settings_store.h"
 #include "text/resume_next.h"
-#include "transfer/file_replay.h"
 
 namespace kalvo {
 
@@ -76,7 +75,8 @@ void TrayMenu::replay() {
     if (file.empty())
         windows_.showReplay();
     else
-        ReplayFile(platform_, state_.scenario, file, kReplaySeparator);
+        windows_.replayTurn(
+            [&] { return ReplayFile(platform_, state_.scenario, file, kReplaySeparator); });
 }
 
 void TrayMenu::say(std::string_view text) {

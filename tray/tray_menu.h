@@ -9,6 +9,7 @@
 #include "core/serial_reception.h"
 #include "platform/platform.h"
 #include "text/ansi_text.h"
+#include "transfer/file_replay.h"
 
 namespace kalvo {
 
@@ -27,6 +28,7 @@ public:
         std::function<void()> showAbout;
         std::function<void()> showReplay;
         std::function<void()> endProgram;
+        ReplayTurn replayTurn = replayAtOnce;
     };
 
     TrayMenu(const Platform& platform, RunTimeState& state, SerialReception& reception,

@@ -116,7 +116,8 @@ public:
                 {.showSettings = [this] { settings_.ask(); },
                  .showAbout = [] { AboutWindow(KALVO_VERSION).exec(); },
                  .showReplay = [this] { showReplay(); },
-                 .endProgram = [this] { events_.requestEnd(); }}),
+                  .endProgram = [this] { events_.requestEnd(); },
+                  .replayTurn = [this](const auto& replay) { turns_.typeOther(replay); }}),
           menuWindow_(
               *foreground_, [this](MenuEntry entry) { chooseNow(entry); },
               [this](MenuEntry entry) { return menu_.useful(entry); }),
@@ -312,7 +313,8 @@ private:
 
     void showReplay() {
         auto* const window = new FileReplayWindow(
-            ReplayForm(platform(), state_.scenario),
+            ReplayForm(platform(), state_.scenario,
+                       [this](const auto& replay) { turns_.typeOther(replay); }),
             [this](const std::function<void()>& handler) { events_.deliver(handler); },
             [this] { foreground_->giveBack(); });
         window->show();

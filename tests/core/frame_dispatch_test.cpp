@@ -161,17 +161,22 @@ TEST_F(Dispatch, TypingStopsBetweenKeysAndTellsHowFarItCame) {
 
 // Stopped anywhere and taken up again, the keys are those of a script typed in one go.
 TEST_F(Dispatch, AStoppedScriptGoesOnWhereItWas) {
-    const std::string script = "+(a{ab 90}{TAB 3}c)^{F1 90}{TIMER}d{~ 70}\xE9{ENTER}";
-    const auto keysOf = [&](int goneAt) {
+    const auto keysOf = [&](std::string script, ScriptSource source, int goneAt) {
         world.watch.looks = 0;
         world.watch.goneAt = goneAt;
-        BatchTyping typing(BatchJournal::kNone, script, {0}, 0);
+        BatchTyping typing(BatchJournal::kNone, std::move(script), {0}, 0, source);
         BatchReport told;
-        while (typing.run(platform, journal, told) != TypingStop::kNone) world.watch.goneAt = 0;
+        while (typing.run(platform, &journal, told) != TypingStop::kNone) world.watch.goneAt = 0;
         return world.keyboard.typed();
     };
-    const std::string whole = keysOf(0);
-    for (int look = 1; look < 9; ++look) EXPECT_EQ(keysOf(look), whole) << look;
+    const std::string timed = "+(a{ab 90}{TAB 3}c)^{F1 90}{TIMER}d{~ 70}\xE9{ENTER}";
+    for (const auto& [script, source] :
+         {std::pair(timed, ScriptSource::kReceived), std::pair(timed, ScriptSource::kReplayed),
+          std::pair(std::string("{NUMLOCK}{a 90}{TAB 3}c"), ScriptSource::kReplayed)}) {
+        const std::string whole = keysOf(script, source, 0);
+        for (int look = 1; look < 9; ++look)
+            EXPECT_EQ(keysOf(script, source, look), whole) << script << look;
+    }
 }
 
 // One batch after the other, into applications only; a suspended one comes first.
@@ -244,6 +249,24 @@ TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
     turns.abandon();
     EXPECT_FALSE(turns.suspended());
     EXPECT_EQ(file.find(3)->state, BatchState::kInterrupted);
+
+    // What is no batch takes its turn, too, and is suspended as one.
+    const auto typeOther = [&] {
+        turns.typeOther([&]() -> std::optional<BatchReport> {
+            BatchReport told;
+            told.rest = std::make_shared<BatchTyping>(0, "d", std::vector<std::uint32_t>{0}, 0);
+            told.stop = told.rest->run(watched, nullptr, told);
+            return told;
+        });
+    };
+    typeOther();
+    EXPECT_TRUE(turns.suspended());
+    typeOther();  // refused
+    watch.away = false;
+    turns.resume();
+    EXPECT_FALSE(turns.suspended());
+    EXPECT_EQ(world.keyboard.typed(), "D");
+    EXPECT_EQ(done.size(), 5U);
 }
 
 TEST_F(Dispatch, TheEndOfTheProgramStopsAScriptOfAnyLength) {
