@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -34,6 +35,9 @@ public:
     void useManners(MannerOf mannerOf) override {
         mannerOf_ = std::move(mannerOf);
         keyboard_->useManners(mannerOf_);
+    }
+    [[nodiscard]] std::optional<std::string> clipboardText() override {
+        return keyboard_->clipboardText();
     }
     [[nodiscard]] std::string takeUntyped() override { return keyboard_->takeUntyped(); }
     void prepareFor(std::string_view script) override { keyboard_->prepareFor(script); }

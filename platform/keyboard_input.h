@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -110,6 +111,9 @@ public:
     // milliseconds. False, and nothing is held, when the focus is not where it was at the
     // last finishInput().
     [[nodiscard]] virtual bool holdLayout() { return true; }
+
+    // The text on the clipboard; nothing when there is none or it cannot be read.
+    [[nodiscard]] virtual std::optional<std::string> clipboardText() { return std::nullopt; }
 
     // Injects one event of a virtual key.
     virtual void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode,

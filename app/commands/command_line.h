@@ -26,6 +26,7 @@ struct CommandLine {
     std::string layout = "us";                     // --layout
     std::string locks;                             // --locks
     std::string separator;                         // --separator
+    bool trial = false;                            // type --trial
     int pause = 0;                                 // --pause, milliseconds
     std::optional<LocalTime> date;                 // --date
     std::optional<std::string> applicationFolder;  // --app-dir

@@ -74,7 +74,12 @@ void declareEvents(CLI::App& app, CommandLine& line) {
 }
 
 void declareType(CLI::App& app, CommandLine& line) {
-    declareFile(app, line);
+    auto* const file = app.add_option("FICHIER", line.file, "- pour l'entrée standard");
+    app.add_flag("--trial", line.trial, "essaie comment saisir dans l'application, sans FICHIER")
+        ->excludes(file);
+    app.callback([&line] {
+        if (line.file.empty() && !line.trial) throw CLI::RequiredError("FICHIER");
+    });
     addNumber(app, "--pause", line.pause, 0, kLongestPause, "MS", "pause de chaque {TIMER} (0)");
 }
 

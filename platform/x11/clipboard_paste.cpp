@@ -56,9 +56,17 @@ bool ClipboardPaste::awaitFetch(xcb_window_t window) {
     return changed_.wait_for(lock, kPatience, [&] { return fetchedBy_ == clientOf(window); });
 }
 
+std::optional<std::string> ClipboardPaste::text() {
+    readFormer();
+    const std::lock_guard lock(mutex_);
+    if (!former_) return std::nullopt;
+    return fromUtf8(*former_);
+}
+
 void ClipboardPaste::putBack() {
     if (!lent_) return;
     lent_ = false;
+    if (owner() != window_) return;
     bool keep = false;
     {
         const std::lock_guard lock(mutex_);
@@ -71,20 +79,23 @@ void ClipboardPaste::putBack() {
 bool ClipboardPaste::own(bool on) {
     xcb_connection_t* const x = connection_.get();
     xcb_set_selection_owner(x, on ? window_ : xcb_window_t{XCB_NONE}, clipboard_, XCB_CURRENT_TIME);
-    const XReply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, clipboard_), nullptr));
-    return reply && reply->owner == window_;
+    return owner() == window_;
+}
+
+xcb_window_t ClipboardPaste::owner() const {
+    const XReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        connection_.get(), xcb_get_selection_owner(connection_.get(), clipboard_), nullptr));
+    return reply ? reply->owner : xcb_window_t{XCB_NONE};
 }
 
 // What we offer ourselves from an earlier script is still in `former_`.
 void ClipboardPaste::readFormer() {
     xcb_connection_t* const x = connection_.get();
-    const XReply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, clipboard_), nullptr));
-    if (reply && reply->owner == window_) return;
+    const xcb_window_t current = owner();
+    if (current == window_) return;
     std::unique_lock lock(mutex_);
     former_.reset();
-    if (!reply || reply->owner == XCB_NONE) return;
+    if (current == XCB_NONE) return;
     formerRead_ = false;
     xcb_convert_selection(x, window_, clipboard_, utf8_, text_, XCB_CURRENT_TIME);
     xcb_flush(x);

@@ -28,7 +28,9 @@ public:
     bool offer(std::string_view text);
     // Waits, for a second at most, until the client that `window` belongs to has got it.
     bool awaitFetch(xcb_window_t window);
-    // Puts the former text back.
+    // What is on the clipboard, as far as it is text.
+    [[nodiscard]] std::optional<std::string> text();
+    // Puts the former text back, unless somebody has copied something since.
     void putBack();
 
 private:
@@ -37,6 +39,7 @@ private:
     void answer(const xcb_selection_request_event_t& request);
     void keepFormer(const xcb_selection_notify_event_t& notice);
     [[nodiscard]] bool own(bool on);
+    [[nodiscard]] xcb_window_t owner() const;
     [[nodiscard]] std::uint32_t clientOf(xcb_window_t window) const;
 
     X11Connection connection_;

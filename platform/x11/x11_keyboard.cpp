@@ -1,5 +1,7 @@
 #include "platform/x11/x11_keyboard.h"
 
+#include "platform/confirming_keys.h"
+
 namespace kalvo {
 
 namespace {
@@ -14,17 +16,6 @@ constexpr int kMapsInARow = 5;
 // Characters that get keys of their own: all, or those that have no Alt+keypad code.
 constexpr unsigned char kLastAscii = 0x7F;
 constexpr unsigned char kLastAnsi = 0xFF;
-
-// The release of Enter, Tab or a function key: an application may begin something then.
-bool confirms(const KeyRecord& record) {
-    constexpr unsigned kTab = 0x09;
-    constexpr unsigned kEnter = 0x0D;
-    constexpr unsigned kF1 = 0x70;
-    constexpr unsigned kF24 = 0x87;
-    const unsigned key = record.virtualKey & 0xFFU;
-    return (record.flags & kKeyEventKeyUp) != 0 &&
-           (key == kTab || key == kEnter || (key >= kF1 && key <= kF24));
-}
 
 }  // namespace
 
@@ -122,9 +113,8 @@ void X11Keyboard::paste() {
     const std::string text = std::exchange(text_, {});
     // From here on others have to answer.
     connection_.flush();
-    if (!clipboard_) clipboard_ = std::make_unique<ClipboardPaste>(connection_.displayName());
     const auto v = layout_.strokeOf('v');
-    if (!v || !clipboard_->offer(text)) {
+    if (!v || !clipboard().offer(text)) {
         for (const char character : text) composed_.type(character);
         return;
     }
@@ -135,6 +125,16 @@ void X11Keyboard::paste() {
     connection_.flush();
     pace_.lookAtTarget();
     static_cast<void>(clipboard_->awaitFetch(target_.focus()));
+}
+
+ClipboardPaste& X11Keyboard::clipboard() {
+    if (!clipboard_) clipboard_ = std::make_unique<ClipboardPaste>(connection_.displayName());
+    return *clipboard_;
+}
+
+std::optional<std::string> X11Keyboard::clipboardText() {
+    connection_.flush();
+    return clipboard().text();
 }
 
 void X11Keyboard::finishInput() {

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -55,6 +56,7 @@ public:
     void finishInput() override;
     void endTyping() override { pace_.rest(); }
     [[nodiscard]] bool holdLayout() override;
+    [[nodiscard]] std::optional<std::string> clipboardText() override;
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override;
 
@@ -66,6 +68,7 @@ private:
     void takeManner();
     [[nodiscard]] bool modifierHeld() const;
     void paste();
+    ClipboardPaste& clipboard();
     void startTyping();
 
     X11Connection connection_;
