@@ -1,6 +1,11 @@
 #include "platform/windows/keyboard/windows_keyboard.h"
 
+#include <array>
 #include <vector>
+
+#include "platform/confirming_keys.h"
+#include "platform/windows/file_handle.h"
+#include "platform/windows/wide_text.h"
 
 namespace kalvo {
 
@@ -13,6 +18,25 @@ INPUT inputOf(const KeyRecord& record) {
     input.ki.wScan = record.scanCode;
     input.ki.dwFlags = record.flags;
     return input;
+}
+
+// The keys of the block between letters and keypad, whose scan codes the keypad shares.
+bool isExtended(const KeyRecord& record) {
+    const unsigned key = record.virtualKey & 0xFFU;
+    return (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_INSERT || key == VK_DELETE;
+}
+
+// The file name of the program in front, "notepad.exe"; empty when it cannot be told.
+std::string programInFront() {
+    DWORD process = 0;
+    GetWindowThreadProcessId(GetForegroundWindow(), &process);
+    const FileHandle handle(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));
+    std::array<wchar_t, MAX_PATH> path{};
+    auto length = static_cast<DWORD>(path.size());
+    if (!handle || QueryFullProcessImageNameW(handle.get(), 0, path.data(), &length) == 0)
+        return {};
+    const std::string name = ansiFromWide({path.data(), length});
+    return name.substr(name.find_last_of('\\') + 1);
 }
 
 }  // namespace
@@ -34,8 +58,40 @@ KeyboardLayout& WindowsKeyboard::foregroundLayout() {
 void WindowsKeyboard::SendInput(std::span<const KeyRecord> records) {
     std::vector<INPUT> inputs;
     inputs.reserve(records.size());
-    for (const KeyRecord& record : records) inputs.push_back(inputOf(record));
-    ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+    for (const KeyRecord& record : records) {
+        inputs.push_back(inputOf(record));
+        if (manner_.extendedKeys && isExtended(record))
+            inputs.back().ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
+    }
+    if (manner_.keyPause == 0) {
+        ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+    } else {
+        for (INPUT& input : inputs) {
+            ::SendInput(1, &input, sizeof(INPUT));
+            Sleep(static_cast<DWORD>(manner_.keyPause));
+        }
+    }
+    if (manner_.confirmPause > 0 && !records.empty() && confirms(records.back()))
+        Sleep(static_cast<DWORD>(manner_.confirmPause));
+}
+
+void WindowsKeyboard::prepareFor(std::string_view /*script*/) {
+    if (!mannerOf_) return;
+    const std::array<std::string, 1> names = {programInFront()};
+    manner_ = mannerOf_(std::span(names).first(names.front().empty() ? 0 : 1));
+}
+
+std::optional<std::string> WindowsKeyboard::clipboardText() {
+    if (OpenClipboard(nullptr) == 0) return std::nullopt;
+    std::optional<std::string> text;
+    if (const HANDLE data = GetClipboardData(CF_UNICODETEXT); data != nullptr) {
+        if (const auto* wide = static_cast<const wchar_t*>(GlobalLock(data)); wide != nullptr) {
+            text = ansiFromWide(wide);
+            GlobalUnlock(data);
+        }
+    }
+    CloseClipboard();
+    return text;
 }
 
 void WindowsKeyboard::keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode,

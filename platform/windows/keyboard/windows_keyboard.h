@@ -4,8 +4,11 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/keyboard_input.h"
 
@@ -23,10 +26,15 @@ private:
     HKL layout_;
 };
 
+// Keeps to the pauses of the application's manner and to its extended keys. Its methods
+// change nothing here.
 class WindowsKeyboard : public KeyboardInput {
 public:
+    void useManners(MannerOf mannerOf) override { mannerOf_ = std::move(mannerOf); }
+    void prepareFor(std::string_view script) override;
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
     void SendInput(std::span<const KeyRecord> records) override;
+    [[nodiscard]] std::optional<std::string> clipboardText() override;
     void keybd_event(std::uint8_t virtualKey, std::uint8_t scanCode, std::uint32_t flags) override;
     [[nodiscard]] std::int16_t GetKeyState(int virtualKey) override;
     [[nodiscard]] std::uint16_t MapVirtualKeyA(std::uint16_t virtualKey) override;
@@ -37,6 +45,8 @@ public:
 
 private:
     WindowsLayout layout_;
+    MannerOf mannerOf_;
+    TypingManner manner_;
 };
 
 }  // namespace kalvo
