@@ -1,8 +1,11 @@
 // Characters per second into a window that records them: our sender, xdotool and raw
-// XTEST, side by side on one X server. Exit code 1 if a character of ours was lost.
+// XTEST, side by side on one X server; all of code page 1252 under a layout that lacks most
+// of it; and how soon typing is silent that is stopped. Exit code 1 if a character of ours
+// was lost or a figure is below its limit.
 #include <xcb/xtest.h>
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -10,6 +13,7 @@
 #include <fstream>
 #include <functional>
 #include <string>
+#include <thread>
 
 #include "keys/key_injection.h"
 #include "platform/x11/target/x11_typing_watch.h"
@@ -28,6 +32,11 @@ using kalvo::testing::XServer;
 constexpr std::size_t kOurs = 1'000'000;
 constexpr std::size_t kRaw = 1'000'000;
 constexpr std::size_t kXdotool = 20'000;
+constexpr std::size_t kAnsi = 50'000;
+constexpr double kLeastOfRaw = 0.6;
+constexpr double kLeastTimesXdotool = 20;
+constexpr double kLeastAnsi = 2220;        // characters/s
+constexpr double kLongestToSilence = 300;  // milliseconds
 
 // Plain text, lower case: no modifiers that one side would need and another not.
 std::string plainText(std::size_t length) {
@@ -37,6 +46,29 @@ std::string plainText(std::size_t length) {
     text.resize(length);
     return text;
 }
+
+// Every character of code page 1252 above ASCII, over and over.
+std::string ansiText(std::size_t length) {
+    std::string all;
+    for (int code = 0x80; code <= 0xFF; ++code)
+        if (std::string_view("\x81\x8D\x8F\x90\x9D").find(static_cast<char>(code)) ==
+            std::string_view::npos)
+            all += static_cast<char>(code);
+    std::string text;
+    while (text.size() < length) text += all;
+    text.resize(length);
+    return text;
+}
+
+// Stops when told to.
+class Stop : public kalvo::TypingWatch {
+public:
+    [[nodiscard]] bool glance() override { return now; }
+    [[nodiscard]] kalvo::TypingStop look() override {
+        return now ? kalvo::TypingStop::kUserStop : kalvo::TypingStop::kNone;
+    }
+    std::atomic<bool> now = false;
+};
 
 struct Result {
     double perSecond = 0;
@@ -79,6 +111,26 @@ void typeWithXdotool(const XServer& server, const std::string& text) {
     std::remove(file.c_str());
 }
 
+// Milliseconds from a stop in the middle until the window has read the last key.
+double timeToSilence(RecordingWindow& window, kalvo::X11Keyboard& keyboard,
+                     const std::string& text) {
+    using Clock = std::chrono::steady_clock;
+    kalvo::testing::FakeEventPump events;
+    Stop stop;
+    Clock::time_point told;
+    std::thread user([&] {
+        std::this_thread::sleep_for(std::chrono::seconds(1));
+        told = Clock::now();
+        stop.now = true;
+    });
+    keyboard.prepareFor(text);
+    kalvo::Keysend(keyboard, events, stop).SendKeyScript(text, 0);
+    window.take();
+    const Clock::time_point silent = Clock::now();
+    user.join();
+    return std::chrono::duration<double, std::milli>(silent - told).count();
+}
+
 void print(const char* name, const Result& result, double ours) {
     std::printf("%-22s %10.0f characters/s   %6zu lost   ours is %5.2f times\n", name,
                 result.perSecond, result.lost, ours / result.perSecond);
@@ -108,8 +160,23 @@ int main() {
     const std::string few = plainText(kXdotool);
     const Result xdotool = measure(window, few, [&] { typeWithXdotool(server, few); });
 
+    const std::string ansi = ansiText(kAnsi);
+    const Result full = measure(window, ansi, [&] {
+        watch.begin();
+        keyboard.prepareFor(ansi);
+        kalvo::Keysend(keyboard, events, watch).SendKeyScript(ansi, 0);
+    });
+    const double silence = timeToSilence(window, keyboard, plainText(4 * kOurs));
+
     print("this program", ours, ours.perSecond);
     print("raw XTEST", raw, ours.perSecond);
     print("xdotool type --delay 0", xdotool, ours.perSecond);
-    return ours.lost == 0 ? 0 : 1;
+    std::printf("%-22s %10.0f characters/s   %6zu lost\n", "code page 1252 in us", full.perSecond,
+                full.lost);
+    std::printf("%-22s %10.0f ms\n", "from stop to silence", silence);
+    const bool good = ours.lost == 0 && full.lost == 0 &&
+                      ours.perSecond >= kLeastOfRaw * raw.perSecond &&
+                      ours.perSecond >= kLeastTimesXdotool * xdotool.perSecond &&
+                      full.perSecond >= kLeastAnsi && silence <= kLongestToSilence;
+    return good ? 0 : 1;
 }
