@@ -96,6 +96,9 @@ public:
     // batches for a moment; nothing is reordered.
     virtual void SendInput(std::span<const KeyRecord> records) = 0;
 
+    // What users know it by, French; empty where there is only one.
+    [[nodiscard]] virtual std::string_view name() const { return {}; }
+
     // Whether keys reach anybody: false without a session, and once it has gone.
     [[nodiscard]] virtual bool connected() { return true; }
 

@@ -37,6 +37,8 @@ namespace kalvo {
 // lost, nothing is typed any more.
 class X11Keyboard : public KeyboardInput, private AltKeypad::Sink {
 public:
+    static constexpr std::string_view kName = "XTEST (X11)";
+
     // Throws RuntimeError 5 when there is no display or it cannot be typed on.
     explicit X11Keyboard(const char* display = nullptr);
     ~X11Keyboard() override;
@@ -52,6 +54,7 @@ public:
     [[nodiscard]] std::string takeUntyped() override;
     [[nodiscard]] bool awaitTarget(int milliseconds) override;
     void SendInput(std::span<const KeyRecord> records) override;
+    [[nodiscard]] std::string_view name() const override { return kName; }
     [[nodiscard]] bool connected() override { return connection_.alive(); }
     void finishInput() override;
     void endTyping() override { pace_.rest(); }

@@ -30,6 +30,7 @@ private:
 // change nothing here.
 class WindowsKeyboard : public KeyboardInput {
 public:
+    [[nodiscard]] std::string_view name() const override { return "SendInput"; }
     void useManners(MannerOf mannerOf) override { mannerOf_ = std::move(mannerOf); }
     void prepareFor(std::string_view script) override;
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
