@@ -46,6 +46,7 @@ int run(std::vector<std::string> arguments) {
     }
     if (line->autostart) return kalvo::runAutostart(*line);
     SystemBindings bindings = kalvo::createSystemBindings(line->applicationFolder);
+    bindings.keyboard = line->keyboard;
     const kalvo::Command* const command = line->command;
     return command == nullptr ? runDesktop(*line, bindings) : command->run(*line, bindings);
 }

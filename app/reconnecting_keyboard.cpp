@@ -1,5 +1,7 @@
 #include "app/reconnecting_keyboard.h"
 
+#include <utility>
+
 #include "app/bindings/absent_devices.h"
 #include "platform/clock.h"
 #include "text/resume_next.h"
@@ -13,7 +15,7 @@ constexpr std::uint32_t kTimeBetweenTries = 2000;  // milliseconds
 }  // namespace
 
 ReconnectingKeyboard::ReconnectingKeyboard(Connect connect)
-    : connect_(connect), keyboard_(std::make_unique<NoKeyboard>()) {
+    : connect_(std::move(connect)), keyboard_(std::make_unique<NoKeyboard>()) {
     tryToConnect();
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,7 +18,7 @@ namespace kalvo {
 // every two seconds at most, whenever somebody asks whether it is connected.
 class ReconnectingKeyboard : public KeyboardInput {
 public:
-    using Connect = std::unique_ptr<KeyboardInput> (*)();
+    using Connect = std::function<std::unique_ptr<KeyboardInput>()>;
 
     // Tries at once. RuntimeErrors of `connect` mean that there is none now.
     explicit ReconnectingKeyboard(Connect connect);
@@ -29,6 +30,7 @@ public:
     void giveTurnBack() override { turns_.giveBack(); }
 
     [[nodiscard]] bool connected() override;
+    [[nodiscard]] std::string_view name() const override { return keyboard_->name(); }
     [[nodiscard]] KeyboardLayout& foregroundLayout() override {
         return keyboard_->foregroundLayout();
     }

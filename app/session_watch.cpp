@@ -9,7 +9,9 @@ void SessionWatch::begin() {
     stopped_ = false;
     if (!connected()) {
         watch_.reset();
-        resumeNext([this] { watch_ = connectTypingWatch([this] { return rules(); }); });
+        resumeNext([this] {
+            watch_ = connectTypingWatch(bindings_.keyboard, [this] { return rules(); });
+        });
     }
     if (watch_) watch_->begin();
 }

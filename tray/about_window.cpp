@@ -26,7 +26,7 @@ const char* const kLicences =
     "<li>SQLite : domaine public</li>"
     "<li>Asio : Boost Software License 1.0</li>"
     "<li>spdlog, fmt : MIT</li>"
-    "<li>libxkbcommon, XCB, libX11 : MIT</li></ul>";
+    "<li>libxkbcommon, XCB, libX11, Wayland : MIT</li></ul>";
 
 struct Tool {
     const char* program;
@@ -61,7 +61,7 @@ QString knownInformation() {
 
 }  // namespace
 
-AboutWindow::AboutWindow(const QString& version) {
+AboutWindow::AboutWindow(const QString& version, const QString& keyboard) {
     setObjectName("frmAbout");
     setWindowTitle("À propos de KALVO Horizon");
     setWindowFlag(Qt::WindowStaysOnTopHint);
@@ -75,6 +75,13 @@ AboutWindow::AboutWindow(const QString& version) {
     header->addWidget(picture);
     header->addWidget(title, 1);
     layout->addLayout(header);
+
+    if (!keyboard.isEmpty()) {
+        auto* const typing = new QLabel("Saisie par : " + keyboard);
+        typing->setObjectName("lblKeyboard");
+        typing->setWordWrap(true);
+        layout->addWidget(typing);
+    }
 
     auto* const licences = new QTextBrowser;
     licences->setObjectName("txtLicences");

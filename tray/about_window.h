@@ -7,7 +7,8 @@ namespace kalvo {
 
 class AboutWindow : public QDialog {
 public:
-    explicit AboutWindow(const QString& version);
+    // `keyboard` says what types; empty where there is no choice.
+    explicit AboutWindow(const QString& version, const QString& keyboard = {});
 
 private:
     // Starts the system's information tool; without one, shows what the toolkit knows.

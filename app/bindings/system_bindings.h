@@ -1,6 +1,7 @@
 // The bindings of this system: the one place where the program meets their types.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -27,6 +28,9 @@
 
 namespace kalvo {
 
+// Which of the session's keyboards types: the one that suits it best, or the one asked for.
+enum class KeyboardKind : std::uint8_t { kAutomatic, kX11, kWayland, kPortal };
+
 // What every command uses.
 struct SystemBindings {
     // The folder of the settings, key files and scenarios (it exists), and the one of
@@ -37,6 +41,7 @@ struct SystemBindings {
     std::unique_ptr<Registry> registry;
     std::unique_ptr<FileSystem> files;
     std::unique_ptr<DatabaseEngine> databases;
+    KeyboardKind keyboard = KeyboardKind::kAutomatic;
 };
 
 // `applicationFolder` is the one asked for on the command line (UTF-8), if any.
@@ -44,7 +49,10 @@ struct SystemBindings {
     const std::optional<std::string>& applicationFolder);
 
 // The keyboard of the session. RuntimeError when there is none (no display).
-[[nodiscard]] std::unique_ptr<KeyboardInput> connectKeyboard();
+[[nodiscard]] std::unique_ptr<KeyboardInput> connectKeyboard(KeyboardKind asked);
+
+// What the user has to know of that keyboard, French, a sentence; empty for nothing.
+[[nodiscard]] std::string keyboardRemark(const KeyboardInput& keyboard);
 
 // What the sites of a session lock to take turns at its keyboard.
 [[nodiscard]] std::filesystem::path keyboardTurnsFile();
@@ -54,10 +62,11 @@ struct SystemBindings {
 
 // What happens around whatever is typed into; `rules` is asked whenever typing begins.
 // RuntimeError when there is no display.
-[[nodiscard]] std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules);
+[[nodiscard]] std::unique_ptr<TypingWatch> connectTypingWatch(KeyboardKind asked,
+                                                              std::function<WatchRules()> rules);
 
 // Who has the keyboard focus. RuntimeError when there is no display.
-[[nodiscard]] std::unique_ptr<ForegroundWindow> watchForegroundWindow();
+[[nodiscard]] std::unique_ptr<ForegroundWindow> watchForegroundWindow(KeyboardKind asked);
 
 // Whether the environment names a display, as far as one has to be named.
 [[nodiscard]] bool displayNamed();

@@ -13,10 +13,6 @@
 #include "platform/linux/user_folders.h"
 #include "platform/sqlite/sqlite_engine.h"
 #include "platform/x11/layout/xkb_layout.h"
-#include "platform/x11/target/x11_foreground_window.h"
-#include "platform/x11/target/x11_typing_watch.h"
-#include "platform/x11/x11_keyboard.h"
-#include "platform/x11/x11_loss.h"
 #include "settings/application_paths.h"
 #include "settings/site_registry.h"
 #include "text/ansi_text.h"
@@ -46,8 +42,6 @@ SystemBindings createSystemBindings(const std::optional<std::string>& applicatio
             std::make_unique<SqliteEngine>()};
 }
 
-std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<X11Keyboard>(); }
-
 std::filesystem::path keyboardTurnsFile() {
     std::string name = "clavier-";
     for (const char* const display : {"WAYLAND_DISPLAY", "DISPLAY"})
@@ -62,20 +56,6 @@ std::string knownSitesFile() {
     std::filesystem::create_directories(folder, ignored);
     return fromUtf8(folder + "/Sites.ini");
 }
-
-std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules) {
-    return std::make_unique<X11TypingWatch>(std::move(rules));
-}
-
-std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
-    return std::make_unique<X11ForegroundWindow>();
-}
-
-bool displayNamed() { return x11Named(); }
-
-bool displayAnswers() { return x11Answers(); }
-
-void onDisplayLoss(void (*handler)()) { onX11Loss(handler); }
 
 std::unique_ptr<KeyboardLayout> layoutByName(std::string_view name) { return makeXkbLayout(name); }
 

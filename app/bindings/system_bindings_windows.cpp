@@ -45,7 +45,11 @@ SystemBindings createSystemBindings(const std::optional<std::string>& applicatio
             std::make_unique<SqliteEngine>()};
 }
 
-std::unique_ptr<KeyboardInput> connectKeyboard() { return std::make_unique<WindowsKeyboard>(); }
+std::unique_ptr<KeyboardInput> connectKeyboard(KeyboardKind) {
+    return std::make_unique<WindowsKeyboard>();
+}
+
+std::string keyboardRemark(const KeyboardInput&) { return {}; }
 
 std::filesystem::path keyboardTurnsFile() {
     const std::filesystem::path folder = programFolders().userData;
@@ -59,11 +63,11 @@ std::string knownSitesFile() {
     return fromUtf8(std::string(path.begin(), path.end()));
 }
 
-std::unique_ptr<TypingWatch> connectTypingWatch(std::function<WatchRules()> rules) {
+std::unique_ptr<TypingWatch> connectTypingWatch(KeyboardKind, std::function<WatchRules()> rules) {
     return std::make_unique<WindowsTypingWatch>(std::move(rules));
 }
 
-std::unique_ptr<ForegroundWindow> watchForegroundWindow() {
+std::unique_ptr<ForegroundWindow> watchForegroundWindow(KeyboardKind) {
     return std::make_unique<WindowsForegroundWindow>();
 }
 

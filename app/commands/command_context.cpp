@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <utility>
 
 #include "app/application_folder.h"
 #include "app/process/process_start.h"
@@ -40,6 +41,8 @@ void CommandContext::useKeyboard(std::unique_ptr<KeyboardInput> keyboard) {
     keyboard_->useManners(applicationManners(
         *bindings_.profiles, bindings_.applicationFolder,
         [this](std::string_view text) { output.said().write(LogLevel::kWarning, text); }));
+    if (const std::string remark = keyboardRemark(*keyboard_); !remark.empty())
+        output.said().write(LogLevel::kWarning, remark);
 }
 
 void CommandContext::openSerialPort() {

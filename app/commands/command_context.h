@@ -68,6 +68,7 @@ class CommandContext {
 public:
     explicit CommandContext(SystemBindings& bindings, CommandLog use = CommandLog::kNothing);
 
+    // Says what the user has to know of it, too.
     void useKeyboard(std::unique_ptr<KeyboardInput> keyboard);
     void openSerialPort();
 

@@ -14,6 +14,13 @@ constexpr const char* kFooter =
     "Sans commande : le programme de bureau (icône de notification).\n"
     "Code de retour : 0 réussite, 1 échec, 2 usage.";
 
+KeyboardKind keyboardKind(std::string_view name) {
+    if (name == "x11") return KeyboardKind::kX11;
+    if (name == "wayland") return KeyboardKind::kWayland;
+    if (name == "portal") return KeyboardKind::kPortal;
+    return KeyboardKind::kAutomatic;
+}
+
 // What the grammar of single options cannot say.
 std::string problemOf(const CommandLine& line) {
     if (line.command == nullptr) return {};
@@ -44,6 +51,15 @@ std::optional<CommandLine> parseCommandLine(std::vector<std::string> arguments,
         ->check([](const std::string& value) {
             return value == "on" || value == "off" ? std::string()
                                                    : std::string("--autostart veut on ou off");
+        });
+    app.add_option_function<std::string>(
+           "--keyboard", [&line](const std::string& name) { line.keyboard = keyboardKind(name); },
+           "moyen de saisie sous Linux (choisi d'après la session)")
+        ->type_name("x11|wayland|portal")
+        ->check([](const std::string& name) {
+            return keyboardKind(name) != KeyboardKind::kAutomatic
+                       ? std::string()
+                       : std::string("--keyboard veut x11, wayland ou portal");
         });
     for (const Command& command : allCommands()) {
         CLI::App* const sub = app.add_subcommand(command.name, command.help);

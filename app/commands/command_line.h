@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/bindings/system_bindings.h"
 #include "platform/event_pump.h"
 
 namespace kalvo {
@@ -20,17 +21,19 @@ enum class JournalAction { kList, kShow, kResend, kPurge };
 struct CommandLine {
     // Null for the desktop program.
     const Command* command = nullptr;
-    std::string file;                              // FICHIER
-    std::string scenario;                          // NOM
-    bool allScenarios = false;                     // --all
-    std::string layout = "us";                     // --layout
-    std::string locks;                             // --locks
-    std::string separator;                         // --separator
-    bool trial = false;                            // type --trial
-    int pause = 0;                                 // --pause, milliseconds
-    std::optional<LocalTime> date;                 // --date
-    std::optional<std::string> applicationFolder;  // --app-dir
-    std::optional<bool> autostart;                 // --autostart
+    std::string file;                                  // FICHIER
+    std::string scenario;                              // NOM
+    bool allScenarios = false;                         // --all
+    std::string layout = "us";                         // --layout
+    std::string locks;                                 // --locks
+    std::string separator;                             // --separator
+    bool trial = false;                                // type --trial
+    int pause = 0;                                     // --pause, milliseconds
+    std::optional<LocalTime> date;                     // --date
+    std::optional<std::string> applicationFolder;      // --app-dir
+    std::optional<bool> autostart;                     // --autostart
+    KeyboardKind keyboard = KeyboardKind::kAutomatic;  // --keyboard
+    bool listKeyboard = false;                         // ports --keyboard
     JournalAction journal = JournalAction::kList;
     bool status = false;     // listen --status
     bool json = false;       // journal list --json

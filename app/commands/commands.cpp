@@ -90,6 +90,10 @@ void declareReplay(CLI::App& app, CommandLine& line) {
         ->required();
 }
 
+void declarePorts(CLI::App& app, CommandLine& line) {
+    app.add_flag("--keyboard", line.listKeyboard, "ce qui sert à la saisie, au lieu des ports");
+}
+
 void declareImport(CLI::App& app, CommandLine& line) {
     app.add_option("FICHIER.mdb", line.file)->required();
 }
@@ -129,7 +133,7 @@ constexpr auto kCommands = std::to_array<Command>({
     {"replay", "rejoue un fichier texte", declareReplay, runReplay},
     {"import", "reprend une base Jet", declareImport, runImport},
     {"journal", "les lots reçus et ce qu'ils sont devenus", declareJournal, runJournal},
-    {"ports", "liste les ports série", declareNothing, runPorts},
+    {"ports", "liste les ports série", declarePorts, runPorts},
     {"sites", "liste les dossiers servis et qui y travaille", declareNothing, runSites},
 });
 

@@ -82,8 +82,8 @@ int resend(const CommandLine& line, SystemBindings& bindings, CommandContext& co
     run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
     if (!run.active.FileMode)
-        context.useKeyboard(
-            std::make_unique<ReconnectingKeyboard>(connectKeyboard, ReconnectingKeyboard::kNeeded));
+        context.useKeyboard(std::make_unique<ReconnectingKeyboard>(
+            [&] { return connectKeyboard(bindings.keyboard); }, ReconnectingKeyboard::kNeeded));
     EndSignals signals;
     signals.start([&] { context.events.requestEnd(); }, [] {});
     BatchJournal batches(&journal, context.events, writeErrorLine);

@@ -84,7 +84,8 @@ public:
 
 private:
     bool connectDevices() {
-        auto keyboard = std::make_unique<ReconnectingKeyboard>(connectKeyboard);
+        auto keyboard = std::make_unique<ReconnectingKeyboard>(
+            [&kind = bindings_.keyboard] { return connectKeyboard(kind); });
         const bool connected = keyboard->connected();
         context_.useKeyboard(std::move(keyboard));
         context_.openSerialPort();

@@ -1,11 +1,24 @@
-// ports: the serial ports of this machine.
+// ports: the serial ports of this machine, or its keyboard.
 #include "app/commands/command_context.h"
 #include "app/commands/commands.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {
 
-int runPorts(const CommandLine&, SystemBindings& bindings) {
+namespace {
+
+// What would type, without typing.
+int showKeyboard(SystemBindings& bindings) {
+    const auto keyboard = connectKeyboard(bindings.keyboard);
+    const std::string remark = keyboardRemark(*keyboard);
+    writeOutput(toUtf8(std::string(keyboard->name()) + "\t" + remark + "\n"));
+    return kExitSuccess;
+}
+
+}  // namespace
+
+int runPorts(const CommandLine& line, SystemBindings& bindings) {
+    if (line.listKeyboard) return showKeyboard(bindings);
     const CommandContext context(bindings);
     for (const PortEntry& port :
          listSerialPorts(*bindings.profiles, context.state.scenario.applicationFolder))

@@ -23,8 +23,8 @@ int runReplay(const CommandLine& line, SystemBindings& bindings) {
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
     files.log.write(LogLevel::kInformation, "Rejeu de " + fromUtf8(line.file));
     if (!run.active.FileMode)
-        context.useKeyboard(
-            std::make_unique<ReconnectingKeyboard>(connectKeyboard, ReconnectingKeyboard::kNeeded));
+        context.useKeyboard(std::make_unique<ReconnectingKeyboard>(
+            [&] { return connectKeyboard(bindings.keyboard); }, ReconnectingKeyboard::kNeeded));
     EndSignals signals;
     signals.start([&] { context.events.requestEnd(); }, [] {});
     try {

@@ -100,7 +100,8 @@ public:
                   menuWindow_.popUp();
               },
               [this] { showIconMenu(); }),
-          foreground_(connected<ForegroundWindow, NoForegroundWindow>(watchForegroundWindow)),
+          foreground_(connected<ForegroundWindow, NoForegroundWindow>(
+              [&] { return watchForegroundWindow(bindings.keyboard); })),
           port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
           line_(*port_, localMilliseconds),
           journal_(bindings, events_, [this](std::string_view text) { notices_.notify(text); }),
@@ -114,7 +115,7 @@ public:
           reception_(platform(), state_, journal_.batches(), [this] { dispatch(); }),
           menu_(platform(), state_, reception_,
                 {.showSettings = [this] { settings_.ask(); },
-                 .showAbout = [] { AboutWindow(KALVO_VERSION).exec(); },
+                 .showAbout = [this] { AboutWindow(KALVO_VERSION, keyboardText()).exec(); },
                  .showReplay = [this] { showReplay(); },
                   .endProgram = [this] { events_.requestEnd(); },
                   .replayTurn = [this](const auto& replay) { turns_.typeOther(replay); }}),
@@ -179,6 +180,8 @@ private:
         events_.deliver([&] { settings_.offerWayOut(port); });
         copyDatabase();
         journal_.begin();
+        if (const std::string remark = keyboardRemark(keyboard_); !remark.empty())
+            notices_.notify(remark);
         iconWatch_.begin();
         if (newSite_) events_.deliver([this] { settings_.offerAssistant(); });
     }
@@ -333,7 +336,8 @@ private:
 
     // A binding to the display; a stand-in where there is none, which is said.
     template <typename Interface, typename Absent>
-    std::unique_ptr<Interface> connected(std::unique_ptr<Interface> (*connect)()) {
+    std::unique_ptr<Interface> connected(
+        const std::function<std::unique_ptr<Interface>()>& connect) {
         try {
             return connect();
         } catch (const RuntimeError& error) {
@@ -341,6 +345,12 @@ private:
             writeErrorLine(error.description());
             return std::make_unique<Absent>();
         }
+    }
+
+    // What types, and what is to be known of it.
+    QString keyboardText() {
+        const std::string remark = keyboardRemark(keyboard_);
+        return toQString(std::string(keyboard_.name()) + (remark.empty() ? "" : ". ") + remark);
     }
 
     Platform platform() {
@@ -370,7 +380,7 @@ private:
     QtNotifyIcon icon_;
     LoggedNotifyIcon notices_{icon_, *log_};
     std::unique_ptr<ForegroundWindow> foreground_;
-    ReconnectingKeyboard keyboard_{connectKeyboard};
+    ReconnectingKeyboard keyboard_{[this] { return connectKeyboard(bindings_.keyboard); }};
     SessionWatch watch_{bindings_};
     std::unique_ptr<SerialPort> port_;
     LineTap line_;

@@ -18,7 +18,7 @@ namespace kalvo {
 namespace {
 
 constexpr std::string_view kNoDisplay =
-    "Aucun affichage n'est accessible : le programme de bureau a besoin d'une session X11 (variable DISPLAY), XWayland compris ; sans affichage, utilisez kalvo-horizon listen."_ansi;
+    "Aucun affichage n'est accessible : le programme de bureau a besoin d'une session X11 (variable DISPLAY) ou Wayland (WAYLAND_DISPLAY) ; sans affichage, utilisez kalvo-horizon listen."_ansi;
 
 // In the environment of the run that follows a loss.
 constexpr const char* kAwaited = "KALVO_AWAITS_DISPLAY";
@@ -62,7 +62,8 @@ bool awaitDisplay() {
 }
 
 void onToolkitMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    if (text.startsWith("The X11 connection broke")) displayLost();
+    if (text.startsWith("The X11 connection broke") || text.startsWith("The Wayland connection "))
+        displayLost();
     // Why the toolkit does not start; it would abort now.
     if (type == QtFatalMsg && text.contains("platform plugin")) end(kNoDisplay);
     if (!text.contains("could not connect to display") &&

@@ -27,6 +27,13 @@ bool waylandNamed() {
     return set("WAYLAND_DISPLAY") || set("WAYLAND_SOCKET");
 }
 
+bool waylandAnswers() {
+    wl_display* const display = wl_display_connect(nullptr);
+    if (display == nullptr) return false;
+    wl_display_disconnect(display);
+    return true;
+}
+
 WaylandConnection::WaylandConnection()
     : display_(waylandNamed() ? wl_display_connect(nullptr) : nullptr) {
     if (display_ == nullptr) failToConnect("aucun compositeur Wayland n'est accessible."_ansi);

@@ -14,6 +14,9 @@ namespace kalvo {
 // Whether the environment names a compositor.
 [[nodiscard]] bool waylandNamed();
 
+// Whether that compositor takes a connection now.
+[[nodiscard]] bool waylandAnswers();
+
 // Owns a connection and what it has bound of it. A lost connection ends nothing: requests
 // are dropped from then on.
 class WaylandConnection {
