@@ -33,6 +33,7 @@ until_true() {
 
 # start_x_server LAYOUT: uses the display there is, else starts one; $x_server is its process.
 start_x_server() {
+  unset WAYLAND_DISPLAY WAYLAND_SOCKET XDG_SESSION_TYPE
   [ -n "${DISPLAY:-}" ] && return
   Xvfb -displayfd 3 -screen 0 "${KALVO_SCREEN:-1024x768}x24" -nolisten tcp -noreset 3>"$work/display" 2>"$work/xvfb.log" &
   x_server=$!
