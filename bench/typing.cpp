@@ -125,7 +125,7 @@ double timeToSilence(RecordingWindow& window, kalvo::X11Keyboard& keyboard,
     });
     keyboard.prepareFor(text);
     kalvo::Keysend(keyboard, events, stop).SendKeyScript(text, 0);
-    window.take();
+    static_cast<void>(window.take());
     const Clock::time_point silent = Clock::now();
     user.join();
     return std::chrono::duration<double, std::milli>(silent - told).count();

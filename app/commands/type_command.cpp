@@ -17,8 +17,8 @@ int runType(const CommandLine& line, SystemBindings& bindings) {
     // Behind the reading, which a signal may end at once.
     EndSignals signals;
     signals.start([&] { context.events.requestEnd(); }, [] {});
-        context.useKeyboard(std::make_unique<ReconnectingKeyboard>(
-            [&] { return connectKeyboard(bindings.keyboard); }, ReconnectingKeyboard::kNeeded));
+    context.useKeyboard(std::make_unique<ReconnectingKeyboard>(
+        [&] { return connectKeyboard(bindings.keyboard); }, ReconnectingKeyboard::kNeeded));
     if (line.trial) return runTypeTrial(context);
     const Typing typing = typeScript(context.platform(), script, line.pause);
     const bool whole = typing.stop == TypingStop::kNone;

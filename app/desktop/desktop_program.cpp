@@ -117,8 +117,8 @@ public:
                 {.showSettings = [this] { settings_.ask(); },
                  .showAbout = [this] { AboutWindow(KALVO_VERSION, keyboardText()).exec(); },
                  .showReplay = [this] { showReplay(); },
-                  .endProgram = [this] { events_.requestEnd(); },
-                  .replayTurn = [this](const auto& replay) { turns_.typeOther(replay); }}),
+                 .endProgram = [this] { events_.requestEnd(); },
+                 .replayTurn = [this](const auto& replay) { turns_.typeOther(replay); }}),
           menuWindow_(
               *foreground_, [this](MenuEntry entry) { chooseNow(entry); },
               [this](MenuEntry entry) { return menu_.useful(entry); }),
