@@ -135,7 +135,10 @@ std::string SerialDevices::linkBySerialNumber(const std::string& path) const {
 }
 
 std::string SerialDevices::nameOf(const std::string& entry) const {
-    std::string shown = fs::path(entry).filename().string();
+    // The links by serial number say what is missed; their folder does not.
+    const fs::path place(entry);
+    std::string shown =
+        place.parent_path().filename() == "by-id" ? place.filename().string() : entry;
     if (isTopology(entry)) {
         const std::size_t at = entry.find('@');
         shown = "USB " + entry.substr(4, at - 4) + ", prise " + entry.substr(at + 1);
