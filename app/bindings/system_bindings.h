@@ -29,7 +29,7 @@
 namespace kalvo {
 
 // Which of the session's keyboards types: the one that suits it best, or the one asked for.
-enum class KeyboardKind : std::uint8_t { kAutomatic, kX11, kWayland, kPortal };
+enum class KeyboardKind : std::uint8_t { kAutomatic, kX11, kWayland };
 
 // What every command uses.
 struct SystemBindings {
