@@ -1,4 +1,4 @@
-#include "editor/windows/steps_window.h"
+#include "editor/windows/steps/steps_window.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -9,9 +9,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "editor/windows/actions_pane.h"
-#include "editor/windows/key_picker_pane.h"
-#include "editor/windows/test_pane.h"
+#include "editor/windows/steps/actions_pane.h"
+#include "editor/windows/steps/key_picker_pane.h"
+#include "editor/windows/steps/test_pane.h"
 #include "platform/qt/qt_text.h"
 
 namespace kalvo {

@@ -1,4 +1,4 @@
-#include "editor/windows/connection_page_window.h"
+#include "editor/windows/pages/connection_page_window.h"
 
 #include <QComboBox>
 #include <QFormLayout>

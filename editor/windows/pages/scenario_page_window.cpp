@@ -1,4 +1,4 @@
-#include "editor/windows/scenario_page_window.h"
+#include "editor/windows/pages/scenario_page_window.h"
 
 #include <QCheckBox>
 #include <QComboBox>

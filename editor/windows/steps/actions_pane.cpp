@@ -1,4 +1,4 @@
-#include "editor/windows/actions_pane.h"
+#include "editor/windows/steps/actions_pane.h"
 
 #include <QAction>
 #include <QContextMenuEvent>

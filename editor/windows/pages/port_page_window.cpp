@@ -1,4 +1,4 @@
-#include "editor/windows/port_page_window.h"
+#include "editor/windows/pages/port_page_window.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>

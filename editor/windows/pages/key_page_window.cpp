@@ -1,4 +1,4 @@
-#include "editor/windows/key_page_window.h"
+#include "editor/windows/pages/key_page_window.h"
 
 #include <QGridLayout>
 #include <QLabel>

@@ -1,4 +1,4 @@
-#include "editor/windows/key_picker_pane.h"
+#include "editor/windows/steps/key_picker_pane.h"
 
 #include <QLabel>
 #include <QVBoxLayout>

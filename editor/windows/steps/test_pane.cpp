@@ -1,4 +1,4 @@
-#include "editor/windows/test_pane.h"
+#include "editor/windows/steps/test_pane.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
