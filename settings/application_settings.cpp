@@ -42,6 +42,12 @@ std::optional<int> numberOf(std::string_view text, int lowest, int highest) {
     return number;
 }
 
+std::string ignoredValue(std::string_view section, std::string_view key, std::string_view text) {
+    return std::string("Applications.ini, section « "_ansi).append(section) +
+           std::string(" », "_ansi).append(key) +
+           std::string(" : valeur ignorée, "_ansi).append(text);
+}
+
 // Reads one application's keys from the sections that are about it.
 class Manners {
 public:
@@ -84,10 +90,7 @@ private:
     }
 
     void complainOf(std::string_view section, std::string_view key, std::string_view text) {
-        const std::string complaint = std::string("Applications.ini, section « "_ansi) +
-                                      std::string(section) + std::string(" », "_ansi) +
-                                      std::string(key) + std::string(" : valeur ignorée, "_ansi) +
-                                      std::string(text);
+        const std::string complaint = ignoredValue(section, key, text);
         if (complaints_.insert(complaint).second) complain_(complaint);
     }
 
