@@ -94,11 +94,14 @@ void TargetPace::ask() {
     questions_.push_back({serial_, asked_, Clock::now()});
 }
 
-// Answers come to the root window.
+// Answers come to the root window, for a window manager: as to one that looks at its children
+// or, as the Qt toolkit sends them, at the root itself.
 void TargetPace::listen(bool on) {
     if (on == listening_) return;
     listening_ = on;
-    const std::uint32_t events = on ? XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY : XCB_EVENT_MASK_NO_EVENT;
+    const std::uint32_t events =
+        on ? XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_STRUCTURE_NOTIFY
+           : XCB_EVENT_MASK_NO_EVENT;
     xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &events);
 }
 
