@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -13,11 +14,11 @@
 #include "editor/scenario_choices.h"
 #include "editor/scenario_editor.h"
 #include "platform/log.h"
-#include "platform/profile_files.h"
 #include "platform/serial_port.h"
 #include "scenario/frame_processing.h"
 #include "scenario/scenario_store.h"
 #include "settings/application_paths.h"
+#include "settings/assumed_profiles.h"
 #include "settings/options.h"
 #include "settings/serial_settings.h"
 #include "settings/settings_store.h"
@@ -52,31 +53,6 @@ constexpr std::string_view kUsualSeparator = ".";
 const Template& templateAt(int row) {
     return kTemplates[static_cast<std::size_t>(std::clamp(row, 0, int{kTemplates.size()} - 1))];
 }
-
-// The options as they will be once the advisable ones are set; writes nothing.
-class AdvisedProfiles : public ProfileFiles {
-public:
-    AdvisedProfiles(ProfileFiles& files, std::string_view folder, bool advised)
-        : files_(files), options_(optionsIni(folder)), advised_(advised) {}
-
-    std::string read(std::string_view file, std::string_view section,
-                     std::string_view key) override {
-        const auto options = allOptions();
-        const bool set = advised_ && file == options_ &&
-                         std::any_of(options.begin(), options.end(), [&](const OptionInfo& info) {
-                             return info.advisable && info.key == key;
-                         });
-        return set ? "1" : files_.read(file, section, key);
-    }
-    bool write(std::string_view, std::string_view, std::string_view, std::string_view) override {
-        return false;
-    }
-
-private:
-    ProfileFiles& files_;
-    std::string options_;
-    bool advised_;
-};
 
 }  // namespace
 
@@ -171,7 +147,16 @@ std::string FirstSite::remark() const {
 
 ScriptPreview FirstSite::preview() const {
     const std::string& folder = state_.scenario.applicationFolder;
-    AdvisedProfiles profiles(platform_.profiles, folder, advisedOptions);
+    // The options as they will be once the advisable ones are set.
+    AssumedProfiles profiles(
+        platform_.profiles, [&](std::string_view file, std::string_view, std::string_view key) {
+            const auto options = allOptions();
+            const bool set = advisedOptions && file == optionsIni(folder) &&
+                             std::any_of(options.begin(), options.end(), [&](const auto& option) {
+                                 return option.advisable && option.key == key;
+                             });
+            return set ? std::optional<std::string>("1") : std::nullopt;
+        });
     NoProgress progress;
     const Platform dry{platform_.keyboard,  platform_.port,  profiles,         platform_.registry,
                        platform_.databases, platform_.files, platform_.events, platform_.dialogs,

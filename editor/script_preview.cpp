@@ -1,7 +1,7 @@
 #include "editor/script_preview.h"
 
 #include <memory>
-#include <utility>
+#include <optional>
 
 #include "core/no_progress.h"
 #include "editor/acting_options.h"
@@ -12,37 +12,21 @@
 #include "scenario/scenario_loader.h"
 #include "scenario/scenario_names.h"
 #include "scenario/scenario_store.h"
+#include "settings/assumed_profiles.h"
 #include "text/number_text.h"
 
 namespace kalvo {
 
 namespace {
 
-// A compiled scenario in place of its file; every other file is read from where it is,
-// and none is written.
-class ScenarioInMemory : public ProfileFiles {
-public:
-    ScenarioInMemory(ProfileFiles& others, std::string path, CompiledScenario scenario)
-        : others_(others), path_(std::move(path)), scenario_(std::move(scenario)) {}
-
-    std::string read(std::string_view file, std::string_view section,
-                     std::string_view key) override {
-        if (file != path_) return others_.read(file, section, key);
-        for (const auto& [entry, text] : scenario_.values)
-            if (entry.section == section && entry.key == key)
-                return std::string(trimBlanks(text).substr(0, kLongestProfileValue));
-        return {};
-    }
-
-    bool write(std::string_view, std::string_view, std::string_view, std::string_view) override {
-        return false;
-    }
-
-private:
-    ProfileFiles& others_;
-    std::string path_;
-    CompiledScenario scenario_;
-};
+// The value that a compiled scenario gives an entry, as its file would give it back.
+std::string valueIn(const CompiledScenario& scenario, std::string_view section,
+                    std::string_view key) {
+    for (const auto& [entry, text] : scenario.values)
+        if (entry.section == section && entry.key == key)
+            return std::string(trimBlanks(text).substr(0, kLongestProfileValue));
+    return {};
+}
 
 class ReadOnlyDatabase : public Database {
 public:
@@ -70,9 +54,12 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
     ScriptPreview preview;
     preview.warnings = warningsOf(platform, database, folder, *scenario, compiledNow);
     preview.options = actingOptions(platform.profiles, folder, *scenario, state.TerminalType);
-    ScenarioInMemory profiles(platform.profiles,
-                              findScenarioFile(platform.files, folder, scenario->Nom),
-                              std::move(compiledNow));
+    AssumedProfiles profiles(
+        platform.profiles,
+        [&, path = findScenarioFile(platform.files, folder, scenario->Nom)](
+            std::string_view file, std::string_view section, std::string_view key) {
+            return file == path ? std::optional(valueIn(compiledNow, section, key)) : std::nullopt;
+        });
     NoProgress progress;
     const Platform dry{platform.keyboard,  platform.port,  profiles,        platform.registry,
                        platform.databases, platform.files, platform.events, platform.dialogs,

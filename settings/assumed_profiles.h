@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "platform/profile_files.h"
+
+namespace kalvo {
+
+/// The profile files as they would be if some entries had other values: what is looked at
+/// before it is stored goes through the readers that will read it later. Writes nothing.
+class AssumedProfiles : public ProfileFiles {
+public:
+    /// The assumed value of an entry; nothing where its file is to be read.
+    using Assumption = std::function<std::optional<std::string>(
+        std::string_view file, std::string_view section, std::string_view key)>;
+
+    AssumedProfiles(ProfileFiles& files, Assumption assumption)
+        : files_(files), assumption_(std::move(assumption)) {}
+
+    std::string read(std::string_view file, std::string_view section,
+                     std::string_view key) override {
+        auto assumed = assumption_(file, section, key);
+        return assumed ? *std::move(assumed) : files_.read(file, section, key);
+    }
+    bool write(std::string_view, std::string_view, std::string_view, std::string_view) override {
+        return false;
+    }
+
+private:
+    ProfileFiles& files_;
+    Assumption assumption_;
+};
+
+}  // namespace kalvo
