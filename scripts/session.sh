@@ -10,6 +10,9 @@ processes=()
 end_session() {
   local process
   for process in "${processes[@]}"; do kill "$process" 2>/dev/null || true; done
+  # An xterm that loses its server while it ends can wait for itself for good.
+  for _ in $(seq 50); do [ -n "$(jobs -pr)" ] && sleep 0.1; done
+  for process in $(jobs -pr); do kill -KILL "$process" 2>/dev/null || true; done
   wait 2>/dev/null || true
 }
 trap end_session EXIT
