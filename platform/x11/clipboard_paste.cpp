@@ -3,6 +3,7 @@
 #include <chrono>
 #include <string_view>
 
+#include "platform/x11/target/client_program.h"
 #include "platform/x11/x11_atoms.h"
 #include "text/ansi_text.h"
 
@@ -11,6 +12,7 @@ namespace kalvo {
 namespace {
 
 constexpr std::chrono::seconds kPatience{1};
+constexpr std::chrono::milliseconds kNoting{20};
 constexpr std::uint32_t kLongestFormer = 1 << 20;  // words; what is longer is lost
 constexpr unsigned kType = 0x7F;                   // of an event; the rest says who sent it
 
@@ -21,10 +23,13 @@ ClipboardPaste::ClipboardPaste(const std::string& display)
       window_(xcb_generate_id(connection_.get())),
       clipboard_(atomOf(connection_, "CLIPBOARD")),
       targets_(atomOf(connection_, "TARGETS")),
+      timestamp_(atomOf(connection_, "TIMESTAMP")),
       utf8_(atomOf(connection_, "UTF8_STRING")),
       text_(atomOf(connection_, "TEXT")) {
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(connection_.get(), XCB_COPY_FROM_PARENT, window_, connection_.root(), 0, 0, 1,
-                      1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+                      1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
+                      &events);
     xcb_flush(connection_.get());
     thread_ = std::thread([this] { run(); });
 }
@@ -45,15 +50,28 @@ bool ClipboardPaste::offer(std::string_view text) {
     {
         const std::lock_guard lock(mutex_);
         offered_ = toUtf8(text);
-        fetchedBy_ = 0;
+        noticed_ = fetched_ = {};
     }
     lent_ = true;
     return own(true);
 }
 
-bool ClipboardPaste::awaitFetch(xcb_window_t window) {
+bool ClipboardPaste::awaitNotice(xcb_window_t window) {
+    if (!await(noticed_, window)) return false;
+    // It puts down what it heard.
+    std::this_thread::sleep_for(kNoting);
+    return true;
+}
+
+bool ClipboardPaste::awaitFetch(xcb_window_t window) { return await(fetched_, window); }
+
+bool ClipboardPaste::await(const Asker& asker, xcb_window_t window) {
+    const std::uint32_t client = clientOf(window);
+    const std::string program = programOf(connection_, window);
     std::unique_lock lock(mutex_);
-    return changed_.wait_for(lock, kPatience, [&] { return fetchedBy_ == clientOf(window); });
+    return changed_.wait_for(lock, kPatience, [&] {
+        return asker.client == client || (!program.empty() && asker.program == program);
+    });
 }
 
 std::optional<std::string> ClipboardPaste::text() {
@@ -76,10 +94,28 @@ void ClipboardPaste::putBack() {
     static_cast<void>(own(keep));
 }
 
+// Each offer has a time of its own: Wine takes one from the same owner for the one before
+// when it has not.
 bool ClipboardPaste::own(bool on) {
-    xcb_connection_t* const x = connection_.get();
-    xcb_set_selection_owner(x, on ? window_ : xcb_window_t{XCB_NONE}, clipboard_, XCB_CURRENT_TIME);
+    const xcb_timestamp_t now = serverTime();
+    {
+        const std::lock_guard lock(mutex_);
+        ownedSince_ = now;
+    }
+    xcb_set_selection_owner(connection_.get(), on ? window_ : xcb_window_t{XCB_NONE}, clipboard_,
+                            now);
     return owner() == window_;
+}
+
+// The server tells it with the change of a property.
+xcb_timestamp_t ClipboardPaste::serverTime() {
+    std::unique_lock lock(mutex_);
+    time_ = XCB_CURRENT_TIME;
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window_, timestamp_,
+                        XCB_ATOM_INTEGER, 32, 0, nullptr);
+    xcb_flush(connection_.get());
+    changed_.wait_for(lock, kPatience, [&] { return time_ != XCB_CURRENT_TIME; });
+    return time_;
 }
 
 xcb_window_t ClipboardPaste::owner() const {
@@ -111,6 +147,9 @@ void ClipboardPaste::run() {
             case XCB_SELECTION_NOTIFY:
                 keepFormer(reinterpret_cast<const xcb_selection_notify_event_t&>(*event));
                 break;
+            case XCB_PROPERTY_NOTIFY:
+                keepTime(reinterpret_cast<const xcb_property_notify_event_t&>(*event));
+                break;
             case XCB_CLIENT_MESSAGE: return;
             default: break;
         }
@@ -129,9 +168,12 @@ void ClipboardPaste::answer(const xcb_selection_request_event_t& request) {
     const std::lock_guard lock(mutex_);
     const bool text = request.target == utf8_ || request.target == text_;
     if (request.target == targets_) {
-        const xcb_atom_t known[] = {targets_, utf8_, text_};
+        const xcb_atom_t known[] = {targets_, timestamp_, utf8_, text_};
         xcb_change_property(x, XCB_PROP_MODE_REPLACE, notice.requestor, notice.property,
-                            XCB_ATOM_ATOM, 32, 3, known);
+                            XCB_ATOM_ATOM, 32, 4, known);
+    } else if (request.target == timestamp_) {
+        xcb_change_property(x, XCB_PROP_MODE_REPLACE, notice.requestor, notice.property,
+                            XCB_ATOM_INTEGER, 32, 1, &ownedSince_);
     } else if (text) {
         xcb_change_property(x, XCB_PROP_MODE_REPLACE, notice.requestor, notice.property, utf8_, 8,
                             static_cast<std::uint32_t>(offered_.size()), offered_.data());
@@ -141,8 +183,16 @@ void ClipboardPaste::answer(const xcb_selection_request_event_t& request) {
     xcb_send_event(x, 0, notice.requestor, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&notice));
     xcb_flush(x);
-    if (!text) return;
-    fetchedBy_ = clientOf(request.requestor);
+    if (!text && request.target != targets_) return;
+    (text ? fetched_ : noticed_) = {.client = clientOf(request.requestor),
+                                    .program = programOf(connection_, request.requestor)};
+    changed_.notify_all();
+}
+
+void ClipboardPaste::keepTime(const xcb_property_notify_event_t& notice) {
+    if (notice.atom != timestamp_) return;
+    const std::lock_guard lock(mutex_);
+    time_ = notice.time;
     changed_.notify_all();
 }
 

@@ -26,7 +26,11 @@ public:
 
     // Puts a text (code page 1252) on the clipboard. False when the server refuses.
     bool offer(std::string_view text);
-    // Waits, for a second at most, until the client that `window` belongs to has got it.
+    // Each waits, for a second at most, for the client that `window` belongs to or another
+    // process of the same program: Wine has one that asks for all its programs.
+    // Until it has looked what there is: under Wine, pasting gives what was there then.
+    bool awaitNotice(xcb_window_t window);
+    // Until it has got the text.
     bool awaitFetch(xcb_window_t window);
     // What is on the clipboard, as far as it is text.
     [[nodiscard]] std::optional<std::string> text();
@@ -34,11 +38,19 @@ public:
     void putBack();
 
 private:
+    struct Asker {
+        std::uint32_t client = 0;
+        std::string program;
+    };
+
     void readFormer();
+    bool await(const Asker& asker, xcb_window_t window);
     void run();
     void answer(const xcb_selection_request_event_t& request);
+    void keepTime(const xcb_property_notify_event_t& notice);
     void keepFormer(const xcb_selection_notify_event_t& notice);
     [[nodiscard]] bool own(bool on);
+    [[nodiscard]] xcb_timestamp_t serverTime();
     [[nodiscard]] xcb_window_t owner() const;
     [[nodiscard]] std::uint32_t clientOf(xcb_window_t window) const;
 
@@ -46,6 +58,7 @@ private:
     xcb_window_t window_;
     xcb_atom_t clipboard_;
     xcb_atom_t targets_;
+    xcb_atom_t timestamp_;
     xcb_atom_t utf8_;
     xcb_atom_t text_;
     std::mutex mutex_;
@@ -53,8 +66,11 @@ private:
     std::string offered_;                // UTF-8
     std::optional<std::string> former_;  // UTF-8
     bool formerRead_ = false;
+    xcb_timestamp_t time_ = XCB_CURRENT_TIME;  // of the server
+    xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
     bool lent_ = false;  // the clipboard holds a text of a script
-    std::uint32_t fetchedBy_ = 0;
+    Asker noticed_;
+    Asker fetched_;
     std::thread thread_;
 };
 

@@ -13,6 +13,9 @@ constexpr std::chrono::milliseconds kTypingPause{200};
 // Key maps in a row that may come into force before typing goes on all the same.
 constexpr int kMapsInARow = 5;
 
+// How often a program may find Wine's clipboard busy.
+constexpr int kPasteAttempts = 5;
+
 // Characters that get keys of their own: all, or those that have no Alt+keypad code.
 constexpr unsigned char kLastAscii = 0x7F;
 constexpr unsigned char kLastAnsi = 0xFF;
@@ -114,17 +117,37 @@ void X11Keyboard::paste() {
     // From here on others have to answer.
     connection_.flush();
     const auto v = layout_.strokeOf('v');
+    pace_.lookAtTarget();
+    if (target_.underWine()) pace_.settle();
     if (!v || !clipboard().offer(text)) {
         for (const char character : text) composed_.type(character);
-        return;
+    } else if (target_.underWine()) {
+        pasteUnderWine(v->keycode);
+    } else {
+        pressControl(v->keycode);
+        static_cast<void>(clipboard_->awaitFetch(target_.focus()));
     }
+}
+
+// Wine's own clipboard has to hear of a text before a program can paste it, and hears of
+// nothing while one still pastes. A program that has read Control+V and has not got the
+// text has found that clipboard busy.
+void X11Keyboard::pasteUnderWine(xkb_keycode_t v) {
+    static_cast<void>(clipboard_->awaitNotice(target_.focus()));
+    for (int i = 0; i < kPasteAttempts; ++i) {
+        pressControl(v);
+        if (clipboard_->awaitFetch(target_.focus()) || !pace_.settle() ||
+            clipboard_->awaitFetch(target_.focus()))
+            return;
+    }
+}
+
+void X11Keyboard::pressControl(xkb_keycode_t key) {
     const xkb_keycode_t control = keymap_.modifiers().control.keycode;
     injector_.press(control);
-    injector_.tap(v->keycode);
+    injector_.tap(key);
     injector_.release(control);
     connection_.flush();
-    pace_.lookAtTarget();
-    static_cast<void>(clipboard_->awaitFetch(target_.focus()));
 }
 
 ClipboardPaste& X11Keyboard::clipboard() {

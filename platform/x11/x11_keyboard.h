@@ -71,6 +71,8 @@ private:
     void takeManner();
     [[nodiscard]] bool modifierHeld() const;
     void paste();
+    void pasteUnderWine(xkb_keycode_t v);
+    void pressControl(xkb_keycode_t key);
     ClipboardPaste& clipboard();
     void startTyping();
 

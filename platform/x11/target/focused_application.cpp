@@ -75,7 +75,7 @@ void FocusedApplication::readNames(std::string_view windowClass) {
     names_ = {std::string(rest.substr(0, rest.find('\0'))),
               std::string(windowClass.substr(0, end))};
     // Wine names each window after its program.
-    if (names_.front().ends_with(".exe")) names_.emplace_back("wine");
+    if (names_.front().ends_with(".exe")) names_.emplace_back(kWine);
 }
 
 }  // namespace kalvo

@@ -27,8 +27,11 @@ public:
     // Its class and its instance (WM_CLASS), as they are; "wine" behind those of a Windows
     // program.
     [[nodiscard]] const std::vector<std::string>& names() const { return names_; }
+    [[nodiscard]] bool underWine() const { return !names_.empty() && names_.back() == kWine; }
 
 private:
+    static constexpr std::string_view kWine = "wine";
+
     void read();
     [[nodiscard]] std::string property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type) const;
     [[nodiscard]] xcb_window_t parentOf(xcb_window_t window) const;

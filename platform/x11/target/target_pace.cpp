@@ -47,8 +47,8 @@ bool TargetPace::await(milliseconds limit) {
     return false;
 }
 
-void TargetPace::settle() {
-    if (ahead() == 0) return;
+bool TargetPace::settle() {
+    if (ahead() == 0) return !silent();
     ask();
     if (silent()) {
         connection_.flush();
@@ -56,6 +56,7 @@ void TargetPace::settle() {
         read_ = injector_.presses();
     }
     while (ahead() > 0 && connection_.alive()) waitForAnswer(kTimeBetweenLooks);
+    return !silent();
 }
 
 void TargetPace::rest() {

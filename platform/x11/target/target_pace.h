@@ -36,8 +36,9 @@ public:
     // Costs nothing as long as there is no need to ask or wait.
     bool await(std::chrono::milliseconds limit);
 
-    // Waits until everything typed so far has been read, or kPatience is over.
-    void settle();
+    // Waits until everything typed so far has been read, or kPatience is over. True when
+    // the application has said so itself.
+    bool settle();
 
     // Typing pauses: no more answers are of interest.
     void rest();
