@@ -117,7 +117,8 @@ std::uint32_t LineCheck::elapsed(std::uint32_t since) {
 }
 
 std::string LineCheck::finding() const {
-    const std::string line = std::string("« "_ansi) + firstLine(heard_) + std::string(" »"_ansi);
+    std::string line;
+    line.append("« "_ansi).append(firstLine(heard_)).append(" »"_ansi);
     const bool polled = isPolled(state_.TerminalType);
     switch (verdictOn(heard_)) {
         case LineVerdict::kNothing:

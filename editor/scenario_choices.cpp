@@ -67,8 +67,8 @@ void ScenarioChoices::compile(std::string_view name) {
     const Compilation compilation =
         CompileScenario(platform_, *state_.database, state_.scenario.applicationFolder, *numero);
     for (const std::string& warning : compilation.warnings) {
-        const std::string text =
-            std::string("« "_ansi).append(name).append(" » : "_ansi).append(warning);
+        std::string text;
+        text.append("« "_ansi).append(name).append(" » : "_ansi).append(warning);
         if (std::find(warnings.begin(), warnings.end(), text) == warnings.end())
             warnings.push_back(text);
     }

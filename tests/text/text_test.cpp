@@ -110,7 +110,8 @@ TEST(NumberText, SixteenBitConversionRoundsHalfToEvenAndFailsWithTheNumberOfItsE
           Number{"-", error_number::kTypeMismatch}, Number{"1 2", error_number::kTypeMismatch},
           Number{"nan", error_number::kTypeMismatch}, Number{"32768", error_number::kOverflow},
           Number{"-32769", error_number::kOverflow}, Number{"1e400", error_number::kOverflow}})
-        EXPECT_EQ(errorOf([&] { (void)toInteger16(text); }), error) << '"' << text << '"';
+        EXPECT_EQ(errorOf([&number = text] { (void)toInteger16(number); }), error)
+            << '"' << text << '"';
 }
 
 TEST(LineCapture, IsReadBackAsItWasWritten) {

@@ -122,8 +122,8 @@ TEST_F(Watching, StopsForTheStopKeyTheFocusTheTargetAndTheEnd) {
         window = std::make_unique<RecordingWindow>(server().display());
         pump.end = false;
         std::chrono::steady_clock::time_point happened;
-        const Typing typing = type(endless, [&] {
-            meanwhile();
+        const Typing typing = type(endless, [&happened, &occur = meanwhile] {
+            occur();
             happened = std::chrono::steady_clock::now();
         });
         EXPECT_LT(std::chrono::steady_clock::now() - happened, 300ms) << name;
