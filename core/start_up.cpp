@@ -85,7 +85,8 @@ PortStart portRefusal(const RuntimeError& error) {
 }
 
 PortStart startUp(const Platform& platform, RunTimeState& state, SerialReception& reception,
-                  const std::function<void()>& openSettings, const std::function<void()>& prepare) {
+                  const std::function<void()>& openSettings, const std::function<void()>& prepare,
+                  AwayPort away) {
     bool portRefused = false;
     PortStart port = PortStart::kDone;
     try {
@@ -100,7 +101,7 @@ PortStart startUp(const Platform& platform, RunTimeState& state, SerialReception
         openConfiguredPort(platform, state, reception, openSettings, portRefused);
     } catch (const RuntimeError& error) {
         if (portRefused) port = portRefusal(error);
-        showError(platform, error);
+        if (port != PortStart::kAway || away == AwayPort::kError) showError(platform, error);
     }
     const std::string tip = trayTip(platform.port.CommPort(), state.scenario.active.ScenarioName);
     platform.icon.add(tip);

@@ -23,6 +23,12 @@ enum class PortStart : std::uint8_t {
 // What an error of the port's set-up or opening means for the user.
 [[nodiscard]] PortStart portRefusal(const RuntimeError& error);
 
+// What is said of a configured port whose device is away.
+enum class AwayPort : std::uint8_t {
+    kError,    // that it is one
+    kNothing,  // the caller awaits it, and says so
+};
+
 // Database, settings, scenario, key tables, port and tray icon, in this order. `prepare`
 // comes first and makes the application folder ready. A run-time error on the way is
 // shown, once, and the icon is created all the same: the program goes on with what it
@@ -30,6 +36,7 @@ enum class PortStart : std::uint8_t {
 // configured.
 PortStart startUp(
     const Platform& platform, RunTimeState& state, SerialReception& reception,
-    const std::function<void()>& openSettings, const std::function<void()>& prepare = [] {});
+    const std::function<void()>& openSettings, const std::function<void()>& prepare = [] {},
+    AwayPort away = AwayPort::kError);
 
 }  // namespace kalvo

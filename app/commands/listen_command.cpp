@@ -53,7 +53,8 @@ public:
             [this](LogLevel level, std::string_view text) { status_.logged(level, text); });
         platform_.port.onLineChange([this](bool lost) {
             said_.write(lost ? LogLevel::kWarning : LogLevel::kInformation,
-                        lineChangeText(platform_.port, lost));
+                        lost && !met_ ? awaitedText() : lineChangeText(platform_.port, lost));
+            met_ = met_ || !lost;
             status_.port(platform_.port, lost);
         });
     }
@@ -95,11 +96,13 @@ private:
     // Settings, scenario and port, as the files have them now. False without a port that is
     // open or awaited.
     bool begin() {
-        const PortStart start = startUp(platform_, context_.state, reception_, [] {});
-        if (start == PortStart::kAway) await();
+        const PortStart start = startUp(
+            platform_, context_.state, reception_, [] {}, [] {}, AwayPort::kNothing);
+        met_ = start != PortStart::kAway;
+        if (!met_) await();
         const bool open = platform_.port.PortOpen();
         status_.scenario(context_.state.scenario.active.ScenarioName);
-        status_.port(platform_.port, start == PortStart::kAway);
+        status_.port(platform_.port, !met_);
         if (!open)
             said_.write(LogLevel::kError,
                         "Aucun port n'est ouvert (section Port_série de PortSerie.ini)"_ansi);
@@ -112,6 +115,11 @@ private:
             readPortSerie(platform_.profiles, bindings_.applicationFolder, port_serie::kPort);
         if (platform_.port.CommPort() != integerPart(wanted)) return;
         resumeNext([this] { platform_.port.reopen(); });
+    }
+
+    [[nodiscard]] std::string awaitedText() const {
+        return "Port COM " + std::to_string(platform_.port.CommPort()) + " : en attente de " +
+               platform_.port.deviceName();
     }
 
     void reload() {
@@ -143,6 +151,7 @@ private:
     ListenStatus status_;
     RunLog run_;
     bool canType_;
+    bool met_ = true;  // the port's device has been there
     RunJournal journal_;
     Platform platform_;
     SerialReception reception_;
