@@ -9,12 +9,15 @@ foreach(size 16 24 32 48 64 128 256)
   list(APPEND pictures ${PROJECT_SOURCE_DIR}/data/icons/kalvo-horizon-${size}.png)
 endforeach()
 execute_process(COMMAND ${KALVO_CONVERT} ${pictures} ${KALVO_ICON} COMMAND_ERROR_IS_FATAL ANY)
-configure_file(${PROJECT_SOURCE_DIR}/app/windows/kalvo-horizon.rc.in
-  ${PROJECT_BINARY_DIR}/kalvo-horizon.rc @ONLY)
+set(KALVO_MANIFEST ${PROJECT_BINARY_DIR}/kalvo-horizon.manifest)
+configure_file(${PROJECT_SOURCE_DIR}/app/windows/kalvo-horizon.manifest.in ${KALVO_MANIFEST} @ONLY)
 
-# kalvo_windows_program(NAME): the resources, for a target of this tree.
-function(kalvo_windows_program name)
-  target_sources(${name} PRIVATE ${PROJECT_BINARY_DIR}/kalvo-horizon.rc)
+# kalvo_windows_program(NAME FILE DESCRIPTION): the resources, for a target of this tree;
+# FILE is what its program is called there, DESCRIPTION what the system says of it.
+function(kalvo_windows_program name file description)
+  set(resources ${PROJECT_BINARY_DIR}/${name}.rc)
+  configure_file(${PROJECT_SOURCE_DIR}/app/windows/kalvo-horizon.rc.in ${resources} @ONLY)
+  target_sources(${name} PRIVATE ${resources})
 endfunction()
 
 # kalvo_windows_desktop(NAME): no console; the toolkit's plugins and its French texts
