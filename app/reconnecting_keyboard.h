@@ -30,6 +30,10 @@ public:
     void giveTurnBack() override { turns_.giveBack(); }
 
     [[nodiscard]] bool connected() override;
+    [[nodiscard]] TypingStop obstacle() override {
+        static_cast<void>(connected());
+        return keyboard_->obstacle();
+    }
     [[nodiscard]] std::string_view name() const override { return keyboard_->name(); }
     [[nodiscard]] KeyboardLayout& foregroundLayout() override {
         return keyboard_->foregroundLayout();

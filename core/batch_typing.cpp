@@ -18,9 +18,18 @@ std::string_view reasonOf(TypingStop stop) {
         case TypingStop::kTargetGone: return "la fenêtre cible a été fermée"_ansi;
         case TypingStop::kNoTarget: return "aucune application n'est au premier plan"_ansi;
         case TypingStop::kKeyboardLost: return "pas d'affichage"_ansi;
+        case TypingStop::kSessionLocked: return "la session est verrouillée ou déconnectée"_ansi;
+        case TypingStop::kKeysRefused: return "le système a refusé des touches"_ansi;
+        case TypingStop::kTargetRefuses:
+            return "la fenêtre active est celle d'un programme exécuté en tant qu'administrateur, qui refuse la saisie"_ansi;
         case TypingStop::kProgramEnds: return "le programme a été arrêté"_ansi;
     }
     return {};
+}
+
+std::string_view keyboardProblem(KeyboardInput& keyboard) {
+    const TypingStop obstacle = keyboard.obstacle();
+    return reasonOf(obstacle == TypingStop::kNone ? TypingStop::kKeyboardLost : obstacle);
 }
 
 void BatchTyping::goTo(std::int32_t pass) {

@@ -17,6 +17,9 @@ namespace kalvo {
 // Why typing stopped, as users are told; empty when it did not.
 [[nodiscard]] std::string_view reasonOf(TypingStop stop);
 
+// Why nothing can be typed, of a keyboard that was not connected just now.
+[[nodiscard]] std::string_view keyboardProblem(KeyboardInput& keyboard);
+
 // A key script with the places where its records begin. Where it stops it knows how it goes
 // on: at the key it came to, or with the record it was in.
 class BatchTyping {

@@ -120,7 +120,7 @@ BatchReport keepForLater(const Platform& platform, BatchJournal& journal, std::i
     report.outcome = BatchReport::Outcome::kFailed;
     report.batch = batch;
     report.characters = characters;
-    report.reason = reasonOf(TypingStop::kKeyboardLost);
+    report.reason = keyboardProblem(platform.keyboard);
     journal.failed(batch, report.reason);
     logReport(platform.log, report);
     return report;

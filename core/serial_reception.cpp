@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "core/batch_typing.h"
 #include "core/during.h"
 #include "core/frame_dispatch.h"
 #include "platform/dialogs.h"
@@ -120,7 +121,9 @@ void SerialReception::transfer() {
         transferAgain_ = false;
         if (!canDispatch(platform_, state_)) {
             platform_.icon.notify(
-                "Le lecteur n'est pas interrogé : rien ne peut être saisi (pas d'affichage)."_ansi);
+                std::string("Le lecteur n'est pas interrogé : rien ne peut être saisi ("_ansi)
+                    .append(keyboardProblem(platform_.keyboard)) +
+                ").");
             return;
         }
         {

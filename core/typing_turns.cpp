@@ -22,8 +22,8 @@ void TypingTurns::dispatch() {
         reason = "un autre lot est en cours de saisie"_ansi;
     else if (suspended() && !intoFile)
         reason = "une saisie est suspendue"_ansi;
-    else if (!intoFile && platform_.keyboard.connected() && !desktop_.targetReady())
-        reason = reasonOf(TypingStop::kNoTarget);
+    else if (!intoFile && platform_.keyboard.connected())
+        reason = reasonOf(targetProblem());
     if (!reason.empty()) {
         platform_.progress.unload();
         wait({std::exchange(state_.batch, BatchJournal::kNone), state_.ReceivedData}, reason);
@@ -35,6 +35,12 @@ void TypingTurns::dispatch() {
         report = TraiteEmul(platform_, state_, journal_);
     }
     finish(report);
+}
+
+TypingStop TypingTurns::targetProblem() {
+    if (!desktop_.targetReady()) return TypingStop::kNoTarget;
+    const bool refuses = platform_.keyboard.obstacle() == TypingStop::kTargetRefuses;
+    return refuses ? TypingStop::kTargetRefuses : TypingStop::kNone;
 }
 
 void TypingTurns::wait(Batch batch, std::string_view reason) {
@@ -50,7 +56,8 @@ void TypingTurns::tick() {
             goOn();
         return;
     }
-    if (waiting_.empty() || !canDispatch(platform_, state_) || !desktop_.targetReady()) return;
+    if (waiting_.empty() || !canDispatch(platform_, state_) || targetProblem() != TypingStop::kNone)
+        return;
     Batch next = std::move(waiting_.front());
     waiting_.pop_front();
     type(std::move(next));
@@ -159,10 +166,12 @@ void TypingTurns::retype(std::int64_t id, std::string bytes, std::int32_t fromPa
 }
 
 void TypingTurns::start(Batch batch) {
-    if (state_.scenario.active.FileMode || desktop_.targetReady())
+    const bool intoFile = state_.scenario.active.FileMode;
+    const TypingStop problem = intoFile ? TypingStop::kNone : targetProblem();
+    if (problem == TypingStop::kNone)
         type(std::move(batch));
     else
-        wait(std::move(batch), reasonOf(TypingStop::kNoTarget));
+        wait(std::move(batch), reasonOf(problem));
 }
 
 }  // namespace kalvo

@@ -67,6 +67,9 @@ private:
         std::int32_t fromPass = 1;
     };
 
+    // What keeps the application in front from being typed into, our own windows out of
+    // the way.
+    [[nodiscard]] TypingStop targetProblem();
     void wait(Batch batch, std::string_view reason);
     void start(Batch batch);
     void type(Batch batch);

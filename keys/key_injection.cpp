@@ -34,6 +34,11 @@ struct NeededModifier {
 constexpr std::array<NeededModifier, 3> kNeededModifiers = {
     {{kNeedsShift, kVkShift}, {kNeedsControl, kVkControl}, {kNeedsAlt, kVkMenu}}};
 
+// Whether keys that were sent may not have arrived.
+bool losesKeys(TypingStop stop) {
+    return stop == TypingStop::kKeyboardLost || stop == TypingStop::kKeysRefused;
+}
+
 // The virtual key and shift state of a key in a layout; 0 when it types nothing.
 // The answer "all bits set" for a character the layout lacks counts as it stands.
 std::uint16_t virtualKeyOf(Key key, KeyboardLayout& layout) {
@@ -63,11 +68,12 @@ Typing Keysend::SendKeyScript(std::string_view script, std::int16_t wait) {
     keyboard_.finishInput();
     keyboard_.endTyping();
     if (wait != 0) WaitWithEvents(kSettleTime);
-    if (typing.stop == TypingStop::kNone) {
-        // A script may end early by itself: then the rest of it types nothing.
-        typing.typed = script.size();
-        if (!keyboard_.connected()) typing.stop = TypingStop::kKeyboardLost;
-    }
+    if (typing.stop != TypingStop::kNone) return typing;
+    const TypingStop obstacle = keyboard_.obstacle();
+    if (losesKeys(obstacle))
+        typing.stop = obstacle;
+    else  // A script may end early by itself: then the rest of it types nothing.
+        typing = {script.size(), TypingStop::kNone, 0, {}, {}};
     return typing;
 }
 
@@ -96,10 +102,16 @@ Typing Keysend::typeEvents(KeyScriptReader& reader) {
         lookDue_ = lookDue_ || late;
         if (looking && timeToLook()) {
             keyboard_.finishInput();
-            typing.typed = reader.typed();
-            typing.stop = look(typing.typed);
+            const std::size_t typed = reader.typed();
+            typing.stop = look(typed);
+            if (!losesKeys(typing.stop)) {
+                auto continuation = reader.continuation();
+                typing.typed = typed;
+                typing.resumeAt = continuation.place;
+                typing.lead = std::move(continuation.lead);
+            }
             if (typing.stop == TypingStop::kNone) {
-                if (news_.progress) news_.progress(typing.typed);
+                if (news_.progress) news_.progress(typed);
                 if (late) continue;
                 // Moved since the look: that has to be looked at first.
                 if (!keyboard_.holdLayout()) {
@@ -107,9 +119,6 @@ Typing Keysend::typeEvents(KeyScriptReader& reader) {
                     continue;
                 }
             } else {
-                auto continuation = reader.continuation();
-                typing.resumeAt = continuation.place;
-                typing.lead = std::move(continuation.lead);
                 reader.stop();
             }
         }
@@ -160,8 +169,11 @@ TypingStop Keysend::look(std::size_t typed) {
 
 TypingStop Keysend::lookOnce() {
     if (events_.ending()) return TypingStop::kProgramEnds;
-    if (!keyboard_.connected()) return TypingStop::kKeyboardLost;
-    return watch_.look();
+    const TypingStop obstacle = keyboard_.obstacle();
+    if (obstacle != TypingStop::kNone && obstacle != TypingStop::kTargetRefuses) return obstacle;
+    // Which application has come to the front says more than that it takes no keys.
+    const TypingStop stop = watch_.look();
+    return stop == TypingStop::kNone ? obstacle : stop;
 }
 
 // Every lock was switched off before the script: a tracker that differs from the

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/typing_manner.h"
+#include "platform/typing_watch.h"
 #include "text/ansi_text.h"
 #include "text/oem_text.h"
 #include "text/runtime_error.h"
@@ -61,7 +62,7 @@ public:
 };
 
 // The keyboard of the session. Used from the program's own thread only.
-// A failing injection types nothing and is not reported, as with SendInput.
+// A failing injection types nothing; obstacle() tells of it.
 class KeyboardInput {
 public:
     virtual ~KeyboardInput() = default;
@@ -101,6 +102,12 @@ public:
 
     // Whether keys reach anybody: false without a session, and once it has gone.
     [[nodiscard]] virtual bool connected() { return true; }
+
+    // What keeps keys from the application in front, kNone when nothing does. kKeysRefused
+    // stays until the next prepareFor(). Asked between keys, so it must be cheap.
+    [[nodiscard]] virtual TypingStop obstacle() {
+        return connected() ? TypingStop::kNone : TypingStop::kKeyboardLost;
+    }
 
     // Everything injected so far has been taken by the session when this returns. Called
     // at the end of whatever is typed, and now and then while it is typed.

@@ -13,6 +13,7 @@
 #include "app/run_log.h"
 #include "app/running_site.h"
 #include "app/sites.h"
+#include "core/batch_typing.h"
 #include "core/frame_dispatch.h"
 #include "core/serial_reception.h"
 #include "core/start_up.h"
@@ -69,9 +70,9 @@ public:
         journal_.begin();
         if (!open) return kExitFailure;
         if (!canType_ && !context_.state.scenario.active.FileMode)
-            said_.write(LogLevel::kWarning,
-                        "Clavier indisponible (pas d'affichage) : les lots attendront dans le "
-                        "journal"_ansi);
+            said_.write(LogLevel::kWarning, std::string("Clavier indisponible ("_ansi)
+                                                    .append(keyboardProblem(platform_.keyboard)) +
+                                                ") : les lots attendront dans le journal");
         signals.start([this] { context_.events.requestEnd(); },
                       [this] { context_.events.post([this] { reception_.transfer(); }); },
                       [this] { context_.events.postAtRest([this] { reload(); }); });

@@ -219,6 +219,10 @@ TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
     EXPECT_EQ(file.find(1)->state, BatchState::kReceived);
     EXPECT_NE(file.find(1)->reason, "");
     ready = true;
+    world.keyboard.problem = TypingStop::kTargetRefuses;
+    turns.tick();
+    EXPECT_FALSE(turns.suspended()) << "it goes on waiting";
+    world.keyboard.problem = TypingStop::kNone;
     turns.tick();  // broken off at once
     EXPECT_TRUE(turns.suspended());
     EXPECT_EQ(shown.substr(0, 41), std::string("Saisie suspendue à l'enregistrement 1 sur"_ansi));

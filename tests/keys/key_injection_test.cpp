@@ -100,6 +100,26 @@ TEST_F(Sending, DigitsOfTheWaitSwitchRestoringOff) {
     EXPECT_LT(events.tick, 10U);
 }
 
+TEST_F(Sending, WhatWasRefusedIsTypedAgainFromTheLastLookOn) {
+    struct Case {
+        const char* script;
+        int taken;  // batches; a key is two
+        std::size_t typed;
+        const char* lead;
+    };
+    for (const Case& each :
+         {Case{"ab", 1, 0, ""}, Case{"ab{ENTER}cd{ENTER}e", 9, 9, ""},
+          Case{"ab{ENTER}cd{ENTER}e", 10, 9, ""}, Case{"a{ENTER}+(b{ENTER}c)", 10, 18, "+("},
+          Case{"a{ENTER}b", 5, 8, ""}}) {
+        keyboard.takes = each.taken;
+        const Typing typing = keysend.SendKeyScript(each.script, 0);
+        EXPECT_EQ(typing.stop, TypingStop::kKeysRefused) << each.script;
+        EXPECT_EQ(typing.typed, each.typed) << each.script;
+        EXPECT_EQ(typing.resumeAt, each.typed) << each.script;
+        EXPECT_EQ(typing.lead, each.lead) << each.script;
+    }
+}
+
 TEST_F(Sending, TheOlderFamilyLeavesTheScriptToThePlatform) {
     keyboard.platform = 1;
     keyboard.setLock(kVkCapital, true);

@@ -26,10 +26,16 @@ public:
     bool platformSenderFails = false;
     int layoutQueries = 0;
     bool plugged = true;
-    int othersTurns = 0;  // how often it is still another's turn
+    TypingStop problem = TypingStop::kNone;  // of the application in front
+    int takes = -1;                          // how many batches more; -1 for any
+    int othersTurns = 0;                     // how often it is still another's turn
     bool taken = false;
 
     bool connected() override { return plugged; }
+    TypingStop obstacle() override {
+        if (takes == 0) return TypingStop::kKeysRefused;
+        return plugged ? problem : TypingStop::kKeyboardLost;
+    }
     bool takeTurn() override { return taken = othersTurns-- <= 0; }
     void giveTurnBack() override { taken = false; }
 
@@ -78,6 +84,8 @@ public:
     }
 
     void SendInput(std::span<const KeyRecord> records) override {
+        if (takes == 0) return;
+        if (takes > 0) --takes;
         batches.emplace_back(records.begin(), records.end());
         for (const KeyRecord& record : records) flipLock(record.virtualKey, record.flags);
     }

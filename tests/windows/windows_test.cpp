@@ -1,6 +1,7 @@
 // What only this system has: its texts, its layouts, its key states.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -108,6 +109,35 @@ TEST(Keyboard, ScriptsPutTheLocksBack) {
     for (const std::uint8_t lock : kLocks) press(keyboard, lock);
     keysend.SendKeyScript("{CAPSLOCK}", 0);
     EXPECT_EQ(states(), "000") << "the script's press is taken back";
+}
+
+// A session that takes `room` records and no more; keys come up all the same.
+TEST(Keyboard, LetsKeysUpAndSaysSoWhenTheSessionTakesLess) {
+    for (UINT room = 0; room <= 4; ++room) {
+        UINT left = room;
+        std::string sent;
+        WindowsKeyboard keyboard([&](UINT count, INPUT* inputs, int) {
+            const UINT taken = std::min(count, left);
+            left -= taken;
+            for (UINT i = 0; i < count; ++i) {
+                const bool up = (inputs[i].ki.dwFlags & KEYEVENTF_KEYUP) != 0;
+                if (i < taken || (up && count == 1))
+                    sent += {static_cast<char>(inputs[i].ki.wVk), up ? '^' : 'v'};
+            }
+            return taken;
+        });
+        const std::uint32_t up = kKeyEventScanCode | kKeyEventKeyUp;
+        keyboard.SendInput(
+            std::vector<KeyRecord>{{'S', 1, kKeyEventScanCode}, {'A', 2, kKeyEventScanCode}});
+        keyboard.SendInput(std::vector<KeyRecord>{{'S', 1, up}, {'A', 2, up}});
+        keyboard.SendInput(std::vector<KeyRecord>{{'B', 3, kKeyEventScanCode}});
+        static constexpr std::array kSent = {"", "SvS^", "SvAvA^S^", "SvAvS^A^", "SvAvS^A^"};
+        EXPECT_EQ(sent, kSent[room]) << room;
+        EXPECT_EQ(keyboard.obstacle(), TypingStop::kKeysRefused) << room;
+        EXPECT_TRUE(keyboard.connected()) << "the session is there";
+        keyboard.prepareFor("");
+        EXPECT_EQ(keyboard.obstacle(), TypingStop::kNone) << room;
+    }
 }
 
 TEST(Keyboard, RecordsGoTogetherAndTheKeyStateArrayIsTheThreadsOwn) {

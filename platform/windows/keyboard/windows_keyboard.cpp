@@ -63,19 +63,19 @@ void WindowsKeyboard::SendInput(std::span<const KeyRecord> records) {
         if (manner_.extendedKeys && isExtended(record))
             inputs.back().ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
     }
-    if (manner_.keyPause == 0) {
-        ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-    } else {
-        for (INPUT& input : inputs) {
-            ::SendInput(1, &input, sizeof(INPUT));
-            Sleep(static_cast<DWORD>(manner_.keyPause));
-        }
-    }
+    sender_.send(inputs, manner_.keyPause);
     if (manner_.confirmPause > 0 && !records.empty() && confirms(records.back()))
         Sleep(static_cast<DWORD>(manner_.confirmPause));
 }
 
+TypingStop WindowsKeyboard::obstacle() {
+    if (!access_.open()) return TypingStop::kSessionLocked;
+    if (sender_.refused()) return TypingStop::kKeysRefused;
+    return access_.targetAboveUs() ? TypingStop::kTargetRefuses : TypingStop::kNone;
+}
+
 void WindowsKeyboard::prepareFor(std::string_view /*script*/) {
+    sender_.acceptAgain();
     if (!mannerOf_) return;
     const std::array<std::string, 1> names = {programInFront()};
     manner_ = mannerOf_(std::span(names).first(names.front().empty() ? 0 : 1));

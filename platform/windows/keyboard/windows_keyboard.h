@@ -11,6 +11,8 @@
 #include <utility>
 
 #include "platform/keyboard_input.h"
+#include "platform/windows/keyboard/input_sender.h"
+#include "platform/windows/keyboard/session_access.h"
 
 namespace kalvo {
 
@@ -30,7 +32,11 @@ private:
 // change nothing here.
 class WindowsKeyboard : public KeyboardInput {
 public:
+    explicit WindowsKeyboard(InputSender::Send send = ::SendInput) : sender_(std::move(send)) {}
+
     [[nodiscard]] std::string_view name() const override { return "SendInput"; }
+    [[nodiscard]] bool connected() override { return access_.open(); }
+    [[nodiscard]] TypingStop obstacle() override;
     void useManners(MannerOf mannerOf) override { mannerOf_ = std::move(mannerOf); }
     void prepareFor(std::string_view script) override;
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
@@ -46,6 +52,8 @@ public:
 
 private:
     WindowsLayout layout_;
+    SessionAccess access_;
+    InputSender sender_;
     MannerOf mannerOf_;
     TypingManner manner_;
 };
