@@ -6,13 +6,13 @@
 #include <span>
 #include <string_view>
 
+#include "platform/alt_keypad.h"
 #include "platform/keyboard_input.h"
 #include "platform/wayland/key_sender.h"
 #include "platform/wayland/target_backlog.h"
 #include "platform/wayland/wayland_connection.h"
 #include "platform/wayland/wayland_keymap.h"
 #include "platform/wayland/wayland_layout.h"
-#include "platform/x11/alt_keypad.h"
 
 namespace kalvo {
 

@@ -53,7 +53,7 @@ bool X11Keyboard::holdLayout() {
 
 KeyboardLayout& X11Keyboard::foregroundLayout() {
     layout_.follow();
-    layout_.passText(manner_.method == TypingMethod::kClipboard && !modifierHeld());
+    layout_.text().pass(manner_.method == TypingMethod::kClipboard && !modifierHeld());
     return layout_;
 }
 
@@ -80,7 +80,7 @@ std::string X11Keyboard::takeUntyped() {
 
 void X11Keyboard::passComposed(char character) {
     if (manner_.method == TypingMethod::kClipboard)
-        text_ += character;
+        layout_.text().add(character);
     else if (manner_.method == TypingMethod::kKeypad)
         composed_.typeOnKeypad(character);
     else
@@ -92,13 +92,8 @@ bool X11Keyboard::awaitTarget(int milliseconds) {
 }
 
 void X11Keyboard::passKey(const KeyRecord& record) {
-    const unsigned key = record.virtualKey & 0xFFU;
-    if (key == X11Layout::kVkPacket) {
-        if ((record.flags & kKeyEventKeyUp) == 0) text_ += static_cast<char>(record.scanCode);
-        return;
-    }
-    // Locks around a composed character do not part it from the text.
-    if (key != kVkNumLock && key != kVkCapital && key != kVkScroll) paste();
+    if (layout_.text().take(record)) return;
+    if (PassedText::endedBy(record)) paste();
     records_.press(record);
 }
 
@@ -112,8 +107,8 @@ bool X11Keyboard::modifierHeld() const {
 
 // The text gathered so far, with Control+V.
 void X11Keyboard::paste() {
-    if (text_.empty()) return;
-    const std::string text = std::exchange(text_, {});
+    const std::string text = layout_.text().takeRun();
+    if (text.empty()) return;
     // From here on others have to answer.
     connection_.flush();
     const auto v = layout_.strokeOf('v');

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/alt_keypad.h"
 #include "platform/keyboard_input.h"
-#include "platform/x11/alt_keypad.h"
 #include "platform/x11/clipboard_paste.h"
 #include "platform/x11/composed_characters.h"
 #include "platform/x11/held/left_down_keys.h"
@@ -93,7 +93,6 @@ private:
     MannerOf mannerOf_;
     TypingManner manner_;
     std::unique_ptr<ClipboardPaste> clipboard_;  // from the first use on
-    std::string text_;                           // still to be pasted
 };
 
 }  // namespace kalvo

@@ -11,8 +11,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr char kDelete = '\x7F';
-
 std::uint8_t lowByte(std::uint16_t virtualKey) { return virtualKey & 0xFFU; }
 
 }  // namespace
@@ -49,10 +47,7 @@ xkb_keysym_t X11Layout::missingSymbol(char character) {
 }
 
 std::int16_t X11Layout::VkKeyScanExA(char character) {
-    if (passesText_ && ansiToUnicode(character) >= ' ' && character != kDelete) {
-        passed_ = character;
-        return kVkPacket;
-    }
+    if (text_.passes(character)) return PassedText::kVkPacket;
     const std::int16_t own = keymap_.layout().VkKeyScanExA(character);
     if (own != -1) return own;
     const auto stroke = spares_.strokeFor(symbolOfCharacter(character));
@@ -64,7 +59,7 @@ std::int16_t X11Layout::VkKeyScanExA(char character) {
 }
 
 std::uint16_t X11Layout::MapVirtualKeyExA(std::uint16_t virtualKey) {
-    if (virtualKey == kVkPacket) return static_cast<unsigned char>(passed_);
+    if (virtualKey == PassedText::kVkPacket) return text_.code();
     if (const auto spare = spares_.keycodeOf(virtualKey))
         return static_cast<std::uint16_t>(*spare - kScanToKeycode);
     return keymap_.layout().MapVirtualKeyExA(virtualKey);

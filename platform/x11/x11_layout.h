@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/keyboard_input.h"
+#include "platform/passed_text.h"
 #include "platform/x11/keymap/spare_keycodes.h"
 #include "platform/x11/keymap/x11_keymap.h"
 
@@ -26,10 +27,8 @@ public:
     // frequent first.
     void prepareFor(std::string_view script, unsigned char lastCode);
 
-    // The virtual key of a character as such (VK_PACKET), its code in the scan code.
-    static constexpr std::uint8_t kVkPacket = 0xE7;
-    // Whether text comes out as such characters instead of keys.
-    void passText(bool on) { passesText_ = on; }
+    // What comes out as text instead of keys.
+    [[nodiscard]] PassedText& text() { return text_; }
 
     // Takes in a map that has come into force since the last call.
     void follow();
@@ -55,8 +54,7 @@ private:
     X11Keymap& keymap_;
     SpareKeycodes& spares_;
     std::string untyped_;
-    bool passesText_ = false;
-    char passed_ = '\0';
+    PassedText text_;
     std::array<xkb_keycode_t, 256> namedKeycodes_{};  // 0: not looked up yet
 };
 

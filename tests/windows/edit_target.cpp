@@ -1,6 +1,7 @@
 // edit_target FILE: a window with an edit control that has the focus. What it holds
 // is written to FILE (UTF-8) whenever it changes, and once when it is ready. Alt with
-// keypad digits composes a character, as on Windows; Wine leaves that out.
+// keypad digits composes a character, as on Windows, of the ANSI code page behind a leading
+// zero; Wine leaves that out.
 #include <windows.h>
 
 #include <shellapi.h>
@@ -30,18 +31,19 @@ void save() {
 }
 
 WNDPROC ordinaryEdit = nullptr;
-unsigned composed = 0;
+std::string digits;
 
 LRESULT CALLBACK handleEdit(HWND window, UINT message, WPARAM w, LPARAM l) {
     if (message == WM_SYSKEYDOWN && w >= VK_NUMPAD0 && w <= VK_NUMPAD9) {
-        composed = 10 * composed + static_cast<unsigned>(w - VK_NUMPAD0);
+        digits += static_cast<char>('0' + (w - VK_NUMPAD0));
         return 0;
     }
-    if ((message == WM_KEYUP || message == WM_SYSKEYUP) && w == VK_MENU && composed != 0) {
-        const char oem = static_cast<char>(composed);
+    if ((message == WM_KEYUP || message == WM_SYSKEYUP) && w == VK_MENU && !digits.empty()) {
+        const char code = static_cast<char>(std::stoi(digits));
+        const UINT page = digits.front() == '0' ? CP_ACP : CP_OEMCP;
+        digits.clear();
         wchar_t character = 0;
-        OemToCharBuffW(&oem, &character, 1);
-        composed = 0;
+        MultiByteToWideChar(page, MB_USEGLYPHCHARS, &code, 1, &character, 1);
         return SendMessageW(window, WM_CHAR, character, 1);
     }
     return CallWindowProcW(ordinaryEdit, window, message, w, l);
