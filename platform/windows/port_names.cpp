@@ -7,8 +7,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <map>
 #include <string_view>
+
+#include "platform/windows/wide_text.h"
 
 namespace kalvo {
 
@@ -30,6 +31,12 @@ std::string pathOf(int number) { return R"(\\.\COM)" + std::to_string(number); }
 constexpr GUID kPortsClass = {
     0x4d36e978, 0xe325, 0x11ce, {0xbf, 0xc1, 0x08, 0x00, 0x2b, 0xe1, 0x03, 0x18}};
 
+struct PresentPort {
+    std::string instance;
+    int number;
+    std::string description;  // empty when the system has none
+};
+
 std::string portNameOf(HDEVINFO devices, SP_DEVINFO_DATA& device) {
     const HKEY key =
         SetupDiOpenDevRegKey(devices, &device, DICS_FLAG_GLOBAL, 0, DIREG_DEV, KEY_QUERY_VALUE);
@@ -42,11 +49,22 @@ std::string portNameOf(HDEVINFO devices, SP_DEVINFO_DATA& device) {
     return status == ERROR_SUCCESS ? name.data() : "";
 }
 
-// The device instances that are plugged in, with the port numbers they have now.
-std::map<std::string, int> presentInstances() {
-    std::map<std::string, int> instances;
+// "USB Serial Port (COM3)", as the device manager has it.
+std::string descriptionOf(HDEVINFO devices, SP_DEVINFO_DATA& device) {
+    std::array<wchar_t, 256> text{};
+    for (const DWORD property : {DWORD{SPDRP_FRIENDLYNAME}, DWORD{SPDRP_DEVICEDESC}})
+        if (SetupDiGetDeviceRegistryPropertyW(devices, &device, property, nullptr,
+                                              reinterpret_cast<BYTE*>(text.data()),
+                                              sizeof(text) - sizeof(wchar_t), nullptr))
+            return ansiFromWide(text.data());
+    return {};
+}
+
+// The ports that are plugged in, with the numbers they have now.
+std::vector<PresentPort> presentPorts() {
+    std::vector<PresentPort> ports;
     const HDEVINFO devices = SetupDiGetClassDevsA(&kPortsClass, nullptr, nullptr, DIGCF_PRESENT);
-    if (devices == INVALID_HANDLE_VALUE) return instances;
+    if (devices == INVALID_HANDLE_VALUE) return ports;
     SP_DEVINFO_DATA device{};
     device.cbSize = sizeof(device);
     for (DWORD index = 0; SetupDiEnumDeviceInfo(devices, index, &device); ++index) {
@@ -55,22 +73,22 @@ std::map<std::string, int> presentInstances() {
                                          nullptr))
             continue;
         if (const int number = numberOf(portNameOf(devices, device)))
-            instances[instance.data()] = number;
+            ports.push_back({instance.data(), number, descriptionOf(devices, device)});
     }
     SetupDiDestroyDeviceInfoList(devices);
-    return instances;
+    return ports;
 }
 
 std::string instanceOf(int number) {
-    for (const auto& [instance, its] : presentInstances())
-        if (its == number) return instance;
+    for (const PresentPort& port : presentPorts())
+        if (port.number == number) return port.instance;
     return {};
 }
 
 std::string locate(const std::string& instance) {
-    const auto present = presentInstances();
-    const auto found = present.find(instance);
-    return found == present.end() ? std::string() : pathOf(found->second);
+    for (const PresentPort& port : presentPorts())
+        if (port.instance == instance) return pathOf(port.number);
+    return {};
 }
 
 // An instance has its bus in front: "FTDIBUS\...", "USB\...".
@@ -95,6 +113,7 @@ std::vector<PortEntry> listPorts() {
     if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, R"(HARDWARE\DEVICEMAP\SERIALCOMM)", 0, KEY_QUERY_VALUE,
                       &key) != ERROR_SUCCESS)
         return ports;
+    const std::vector<PresentPort> present = presentPorts();
     std::array<char, 256> name{};
     std::array<char, 256> data{};
     for (DWORD index = 0;; ++index) {
@@ -106,8 +125,12 @@ std::vector<PortEntry> listPorts() {
         if (status != ERROR_SUCCESS) break;
         const std::string_view text(data.data(), dataSize);
         const std::string device(text.substr(0, text.find('\0')));
-        if (const int number = numberOf(device))
-            ports.push_back({number, device, std::string(name.data(), nameSize)});
+        const int number = numberOf(device);
+        if (number == 0) continue;
+        ports.push_back({number, device, std::string(name.data(), nameSize)});
+        for (const PresentPort& port : present)
+            if (port.number == number && !port.description.empty())
+                ports.back().description = port.description;
     }
     RegCloseKey(key);
     std::sort(ports.begin(), ports.end(),
