@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kalvo {
 
@@ -27,6 +28,13 @@ public:
     // when the file could not be written; it is then as it was.
     virtual bool write(std::string_view file, std::string_view section, std::string_view key,
                        std::string_view value) = 0;
+
+    // The names of the sections in the order of the file; empty when there is no file.
+    [[nodiscard]] virtual std::vector<std::string> sections(std::string_view file) = 0;
+
+    // Removes the first section of that name with its keys; no harm when there is none. False
+    // when the file could not be written.
+    virtual bool removeSection(std::string_view file, std::string_view section) = 0;
 };
 
 }  // namespace kalvo

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "platform/profile_files.h"
 
@@ -29,6 +30,10 @@ public:
     bool write(std::string_view, std::string_view, std::string_view, std::string_view) override {
         return false;
     }
+    std::vector<std::string> sections(std::string_view file) override {
+        return files_.sections(file);
+    }
+    bool removeSection(std::string_view, std::string_view) override { return false; }
 
 private:
     ProfileFiles& files_;

@@ -3,12 +3,14 @@
 #include <windows.h>
 
 #include <array>
+#include <cstddef>
 
 namespace kalvo {
 
 namespace {
 
 constexpr DWORD kBufferSize = 2055;
+constexpr std::size_t kFirstNamesSize = 4096;
 
 // The functions look for a name without a folder in the system's own folder. Empty
 // when there is no such path.
@@ -39,6 +41,29 @@ bool WindowsProfileFiles::write(std::string_view file, std::string_view section,
     return !path.empty() &&
            WritePrivateProfileStringA(std::string(section).c_str(), std::string(key).c_str(),
                                       std::string(value).c_str(), path.c_str()) != 0;
+}
+
+std::vector<std::string> WindowsProfileFiles::sections(std::string_view file) {
+    const std::string path = absolutePath(file);
+    if (path.empty()) return {};
+    // Names, each ended by NUL; all but two bytes of the room are used when it is too small.
+    std::string names(kFirstNamesSize, '\0');
+    const auto fill = [&] {
+        return GetPrivateProfileSectionNamesA(names.data(), static_cast<DWORD>(names.size()),
+                                              path.c_str());
+    };
+    std::size_t used = fill();
+    for (; used + 2 >= names.size(); used = fill()) names.resize(2 * names.size());
+    std::vector<std::string> all;
+    for (std::size_t at = 0; at < used; at += all.back().size() + 1)
+        all.emplace_back(names.c_str() + at);
+    return all;
+}
+
+bool WindowsProfileFiles::removeSection(std::string_view file, std::string_view section) {
+    const std::string path = absolutePath(file);
+    return !path.empty() && WritePrivateProfileStringA(std::string(section).c_str(), nullptr,
+                                                       nullptr, path.c_str()) != 0;
 }
 
 }  // namespace kalvo

@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tests/support/system_bindings.h"
 #include "tests/support/temporary_folder.h"
@@ -119,6 +120,22 @@ TEST_F(ProfileFilesContract, WritesTheFirstMatchAndLeavesTheRest) {
           "\r\nquotes=\" a b \"\r\n", "\r\nend=no newline\r\n"})
         EXPECT_NE(bytes.find(kept), std::string::npos) << kept;
     EXPECT_LT(bytes.find("PortActif="), bytes.find("[Other]"));
+}
+
+TEST_F(ProfileFilesContract, ListsSectionsAndRemovesTheFirstOfAName) {
+    const std::string file = folder_ / "removed.ini";
+    EXPECT_TRUE(profiles_.sections(file).empty());
+    writeBytes(file, std::string(kAwkward));
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(profiles_.sections(file),
+              (Names{std::string(kPort), "Other", std::string("PORT_SéRIE"_ansi), "Last"}));
+    EXPECT_TRUE(profiles_.removeSection(file, "port_SéRIE"_ansi));
+    EXPECT_TRUE(profiles_.removeSection(file, "Nowhere"));
+    EXPECT_EQ(profiles_.sections(file), (Names{"Other", std::string("PORT_SéRIE"_ansi), "Last"}));
+    EXPECT_EQ(profiles_.read(file, kPort, "Port"), "");
+    EXPECT_EQ(profiles_.read(file, kPort, "late"), "1");
+    EXPECT_EQ(profiles_.read(file, "Other", "Port"), "5");
+    EXPECT_FALSE(profiles_.removeSection(folder_.path(), "s")) << "a folder";
 }
 
 TEST_F(ProfileFilesContract, EveryCharacterComesBack) {

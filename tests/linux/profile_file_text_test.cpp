@@ -52,6 +52,12 @@ TEST(ProfileEncodings, DamagedUnicodeSurvives) {
     EXPECT_EQ(withProfileValue(broken, "s", "b", "1"), broken + "b=1\r\n");
 }
 
+TEST(ProfileText, WhatIsAboutTheNextSectionStaysWhenOneGoes) {
+    EXPECT_EQ(withoutProfileSection("; a\n[a]\nk=1\n; within\nl=2\n\n; b\n[b]\n", "A"),
+              "; a\n; b\n[b]\n");
+    EXPECT_EQ(withoutProfileSection("[a]\nk=1", "a"), "");
+}
+
 TEST(ProfileText, LinesEndInAnyOfTheThreeWaysAndUnfinishedOnesAreHarmless) {
     const std::string mixed = "[s]\ra=1\rb=2\nc=3\r\n\x1A";
     for (const auto& [key, value] : {std::pair{"a", "1"}, {"b", "2"}, {"c", "3"}})

@@ -22,4 +22,15 @@ bool LinuxProfileFiles::write(std::string_view file, std::string_view section, s
     });
 }
 
+std::vector<std::string> LinuxProfileFiles::sections(std::string_view file) {
+    std::optional<std::string> content = readWholeFile(nativePath(file));
+    return content ? profileSections(std::move(*content)) : std::vector<std::string>();
+}
+
+bool LinuxProfileFiles::removeSection(std::string_view file, std::string_view section) {
+    return updateWholeFile(nativePath(file), [&](std::string content) {
+        return std::optional(withoutProfileSection(std::move(content), section));
+    });
+}
+
 }  // namespace kalvo

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/profile_files.h"
 
@@ -17,6 +18,8 @@ public:
                                    std::string_view key) override;
     bool write(std::string_view file, std::string_view section, std::string_view key,
                std::string_view value) override;
+    [[nodiscard]] std::vector<std::string> sections(std::string_view file) override;
+    bool removeSection(std::string_view file, std::string_view section) override;
 };
 
 }  // namespace kalvo

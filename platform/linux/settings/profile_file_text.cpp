@@ -67,6 +67,7 @@ Line lineAt(std::string_view text, std::size_t begin) {
 // Where a key stands, or would have to.
 struct Place {
     bool sectionExists = false;
+    std::size_t begin = 0;  // of the section
     std::size_t behindLastEntry = 0;
     Line line{};
     std::optional<Entry> entry;
@@ -82,6 +83,7 @@ Place locate(const FileText& file, std::string_view section, std::string_view ke
         if (const auto name = line.sectionName()) {
             if (place.sectionExists) break;
             place.sectionExists = equalIgnoringCase(file.toAnsi(*name), wantedSection);
+            place.begin = line.begin;
             place.behindLastEntry = line.next;
         } else if (!place.sectionExists) {
             continue;
@@ -131,6 +133,30 @@ std::string withProfileValue(std::string content, std::string_view section, std:
             lines.insert(0, "[" + file.fromAnsi(trimmed(untilNul(section))) + "]" +
                                 std::string(kNewLineEnd));
         file.text.insert(place.sectionExists ? place.behindLastEntry : file.text.size(), lines);
+    }
+    return encodeFile(std::move(file));
+}
+
+std::vector<std::string> profileSections(std::string content) {
+    const FileText file = decodeSettings(std::move(content));
+    std::vector<std::string> names;
+    for (std::size_t at = 0; at < file.text.size();) {
+        const Line line = lineAt(file.text, at);
+        at = line.next;
+        if (const auto name = line.sectionName()) names.push_back(file.toAnsi(*name));
+    }
+    return names;
+}
+
+std::string withoutProfileSection(std::string content, std::string_view section) {
+    FileText file = decodeSettings(std::move(content));
+    // No key is called like that: the whole section is gone through.
+    const Place place = locate(file, section, "=");
+    if (place.sectionExists) {
+        std::size_t end = place.behindLastEntry;
+        while (end < file.text.size() && trimmed(lineAt(file.text, end).text).empty())
+            end = lineAt(file.text, end).next;
+        file.text.erase(place.begin, end - place.begin);
     }
     return encodeFile(std::move(file));
 }

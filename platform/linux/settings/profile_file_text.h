@@ -12,6 +12,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kalvo {
 
@@ -25,5 +26,12 @@ namespace kalvo {
 // line without end gets one; every other byte stays.
 [[nodiscard]] std::string withProfileValue(std::string content, std::string_view section,
                                            std::string_view key, std::string_view value);
+
+// The names of the sections in code page 1252, in their order.
+[[nodiscard]] std::vector<std::string> profileSections(std::string content);
+
+// The content without the first section of that name: its line, its keys and the blank
+// lines behind them. What else stands behind its last key is about the next section.
+[[nodiscard]] std::string withoutProfileSection(std::string content, std::string_view section);
 
 }  // namespace kalvo
