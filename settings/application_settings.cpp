@@ -1,46 +1,18 @@
 #include "settings/application_settings.h"
 
-#include <array>
-#include <cstdint>
 #include <optional>
 #include <set>
 #include <utility>
 #include <vector>
 
 #include "settings/application_paths.h"
+#include "settings/manner_keys.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
-#include "text/number_text.h"
-#include "text/resume_next.h"
 
 namespace kalvo {
 
 namespace {
-
-constexpr std::string_view kEveryApplication = "*";
-constexpr int kLongestPause = 10'000;
-constexpr int kFarthestLead = 1'000'000;
-
-constexpr auto kMethods = std::to_array<std::pair<std::string_view, TypingMethod>>(
-    {{"touches", TypingMethod::kKeys},
-     {"pave", TypingMethod::kKeypad},
-     {"presse-papiers", TypingMethod::kClipboard},
-     {"unicode", TypingMethod::kUnicode}});
-
-std::optional<TypingMethod> methodOf(std::string_view name) {
-    for (const auto& [known, method] : kMethods)
-        if (equalIgnoringCase(known, name)) return method;
-    return std::nullopt;
-}
-
-std::optional<int> numberOf(std::string_view text, int lowest, int highest) {
-    std::optional<int> number;
-    resumeNext([&] {
-        const std::int32_t value = requiredIntegerPart(text);
-        if (value >= lowest && value <= highest) number = value;
-    });
-    return number;
-}
 
 std::string ignoredValue(std::string_view section, std::string_view key, std::string_view text) {
     return std::string("Applications.ini, section « "_ansi).append(section) +
@@ -61,32 +33,30 @@ public:
         sections_.assign(names.begin(), names.end());
         sections_.emplace_back(kEveryApplication);
         TypingManner manner;
-        if (const auto method = read("Methode", methodOf)) manner.method = *method;
-        if (const auto pause = readNumber("PauseTouche", 0, kLongestPause))
-            manner.keyPause = *pause;
-        if (const auto pause = readNumber("PauseValidation", 0, kLongestPause))
-            manner.confirmPause = *pause;
-        if (const auto lead = readNumber("Avance", 1, kFarthestLead)) manner.lead = *lead;
-        if (const auto extended = readNumber("Etendues", 0, 1))
+        if (const auto method = read(MannerKey::kMethod, methodIn)) manner.method = *method;
+        if (const auto pause = readNumber(MannerKey::kKeyPause)) manner.keyPause = *pause;
+        if (const auto pause = readNumber(MannerKey::kConfirmPause)) manner.confirmPause = *pause;
+        if (const auto lead = readNumber(MannerKey::kLead)) manner.lead = *lead;
+        if (const auto extended = readNumber(MannerKey::kExtended))
             manner.extendedKeys = *extended == 1;
         return manner;
     }
 
 private:
     template <typename Convert>
-    auto read(std::string_view key, const Convert& convert)
-        -> decltype(convert(std::string_view())) {
+    auto read(MannerKey key, const Convert& convert) -> decltype(convert(std::string_view())) {
+        const std::string_view name = mannerKey(key).name;
         for (const std::string& section : sections_) {
-            const std::string text = ReadIniValue(profiles_, file_, section, key);
+            const std::string text = ReadIniValue(profiles_, file_, section, name);
             if (text.empty()) continue;
             if (const auto value = convert(text)) return value;
-            complainOf(section, key, text);
+            complainOf(section, name, text);
         }
         return std::nullopt;
     }
 
-    std::optional<int> readNumber(std::string_view key, int lowest, int highest) {
-        return read(key, [&](std::string_view text) { return numberOf(text, lowest, highest); });
+    std::optional<int> readNumber(MannerKey key) {
+        return read(key, [key](std::string_view text) { return numberIn(text, key); });
     }
 
     void complainOf(std::string_view section, std::string_view key, std::string_view text) {
