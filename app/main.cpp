@@ -11,7 +11,7 @@
 #include "app/commands/commands.h"
 #include "app/process/process_start.h"
 #ifdef KALVO_DESKTOP
-#include "app/desktop/desktop_program.h"
+#include "app/desktop/run_desktop.h"
 #endif
 #include "text/ansi_text.h"
 

@@ -3,9 +3,12 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "core/line_tap.h"
+#include "core/manner_trial.h"
 #include "core/run_time_state.h"
 #include "dashboard/batch_desk.h"
 #include "platform/archive.h"
@@ -23,6 +26,14 @@ struct DashboardServices {
     std::function<bool()> lineBusy;
     // Closes the settings window; false when the user wants to store something first.
     std::function<bool()> closeSettings;
+    // Closes the port and opens it as its settings say now; says what goes wrong.
+    std::function<void()> reopenPort;
+    // The names of the application typed into last, the one that counts most first; none
+    // while that is not known.
+    std::function<std::vector<std::string>()> lastTarget;
+    // Tries how to type into the application in front, once windows of ours have made way;
+    // nothing, and said, where nothing can be typed now.
+    std::function<std::optional<MannerTrial>()> tryManners;
 };
 
 // Everything in it outlives the window.

@@ -218,8 +218,8 @@ std::string bringIn(const Platform& platform, RunTimeState& state, ArchiveFormat
         files.replace(passing.path(), *database);
         problems = replaceScenarios(platform, state, passing.path());
     }
-    return std::string(
-               "Le site est importé. Redémarrez le programme pour que le port et les touches suivent. Ce qui était là est dans Copies, "_ansi) +
+    state.scenario.keys.LoadKeyCorrespondence(platform.profiles, folder);
+    return std::string("Le site est importé. Ce qui était là est dans Copies, "_ansi) +
            std::string(kBefore) + "." + problems;
 }
 

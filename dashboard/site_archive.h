@@ -32,9 +32,9 @@ struct SiteImport {
 [[nodiscard]] std::string changesOf(const Platform& platform, std::string_view applicationFolder,
                                     const SiteImport& site);
 
-// Puts the files in their places, and the scenarios into force as a return to a copy does. What
-// was there before is kept in "Copies\Site-avant-import.zip". What the user should know in the
-// end, in French. Errors as above.
+// Puts the files in their places, the keys into force, and the scenarios as a return to a copy
+// does; the port is left to the caller. What was there before is kept in
+// "Copies\Site-avant-import.zip". What the user should know in the end, in French. Errors as above.
 [[nodiscard]] std::string bringIn(const Platform& platform, RunTimeState& state,
                                   ArchiveFormat& format, const SiteImport& site);
 

@@ -111,6 +111,14 @@ void DesktopSettings::siteSetUp(bool portOpen) {
     platform_.icon.notify(lineStatus(platform_, state_));
 }
 
+void DesktopSettings::reopenPort() {
+    if (platform_.port.PortOpen()) platform_.port.setPortOpen(false);
+    const bool active = portActive(platform_.profiles, bindings_.applicationFolder);
+    offerWayOut(active ? openPort() : PortStart::kDone);
+    platform_.icon.modify(trayTip(platform_.port.CommPort(), state_.scenario.active.ScenarioName));
+    platform_.icon.notify(lineStatus(platform_, state_));
+}
+
 // Portables are on the first port: ours is closed for them and opened again.
 void DesktopSettings::showPortableTransfer(QWidget* owner) {
     auto* const window = new PortableTransferWindow(

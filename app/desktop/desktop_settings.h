@@ -43,6 +43,10 @@ public:
     // settings that it does not take are shown. Nothing where neither would help.
     void offerWayOut(PortStart port);
 
+    // The serial settings were exchanged: the port is closed and opened as they say, with the
+    // same ways out.
+    void reopenPort();
+
     // After the first start of a site: shows the assistant if nothing is set up there.
     void offerAssistant();
 

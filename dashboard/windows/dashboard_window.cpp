@@ -6,6 +6,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "dashboard/windows/application_page_window.h"
 #include "dashboard/windows/batch_page_window.h"
 #include "dashboard/windows/line_page_window.h"
 #include "dashboard/windows/option_page_window.h"
@@ -27,12 +28,14 @@ DashboardWindow::DashboardWindow(const DashboardContext& context) {
     setAttribute(Qt::WA_QuitOnClose, false);
     batches_ = new BatchPage(context);
     line_ = new LinePage(context);
+    applications_ = new ApplicationPage(context);
     options_ = new OptionPage(context);
     site_ = new SitePage(context);
     TabTableau = new QTabWidget;
     TabTableau->setObjectName("TabTableau");
     TabTableau->addTab(batches_, "&Lots");
     TabTableau->addTab(line_, "L&igne");
+    TabTableau->addTab(applications_, "&Applications");
     TabTableau->addTab(options_, "&Options");
     TabTableau->addTab(site_, "&Site");
     auto* const layout = new QVBoxLayout(this);
@@ -46,6 +49,7 @@ DashboardWindow::DashboardWindow(const DashboardContext& context) {
 void DashboardWindow::refresh() {
     batches_->refresh();
     if (line_->isVisible()) line_->refresh();
+    applications_->refresh();
     options_->refresh();
     site_->refresh();
 }

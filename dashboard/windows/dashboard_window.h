@@ -9,6 +9,7 @@ class QTabWidget;
 
 namespace kalvo {
 
+class ApplicationPage;
 class BatchPage;
 class LinePage;
 class OptionPage;
@@ -29,6 +30,7 @@ private:
     QTabWidget* TabTableau = nullptr;
     BatchPage* batches_ = nullptr;
     LinePage* line_ = nullptr;
+    ApplicationPage* applications_ = nullptr;
     OptionPage* options_ = nullptr;
     SitePage* site_ = nullptr;
 };

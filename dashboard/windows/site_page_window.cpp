@@ -143,6 +143,12 @@ void SitePage::exportSite() {
 
 void SitePage::importSite() {
     const Platform& platform = context_.platform;
+    if (context_.services.lineBusy()) {
+        platform.dialogs.message(
+            "Un transfert ou une saisie est en cours : importez le site ensuite."_ansi,
+            kApplicationTitle, MessageIcon::kExclamation);
+        return;
+    }
     const std::string file = platform.dialogs.openFile("", kFilter);
     if (file.empty()) return;
     const SiteImport site = readSite(*context_.archive, platform.files.read(file));
@@ -162,8 +168,9 @@ void SitePage::importSite() {
             kApplicationTitle, MessageIcon::kQuestion) ||
         !context_.services.closeSettings())
         return;
-    platform.dialogs.message(bringIn(platform, context_.state, *context_.archive, site),
-                             kApplicationTitle, MessageIcon::kInformation);
+    const std::string done = bringIn(platform, context_.state, *context_.archive, site);
+    context_.services.reopenPort();
+    platform.dialogs.message(done, kApplicationTitle, MessageIcon::kInformation);
 }
 
 }  // namespace kalvo

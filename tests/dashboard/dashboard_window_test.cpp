@@ -35,6 +35,8 @@ struct Dashboard : ::testing::Test, testing::Site {
     LineTap tap{world.port, [] { return std::int64_t{1'709'647'629'123}; }};
     std::vector<std::int32_t> retyped;
     bool settingsClose = true;
+    std::vector<std::string> lastTarget;
+    MannerTrial trial;
     std::unique_ptr<DashboardWindow> window;
 
     void open() {
@@ -48,7 +50,10 @@ struct Dashboard : ::testing::Test, testing::Site {
                               .retype = [this](std::int64_t, const std::string&,
                                                std::int32_t from) { retyped.push_back(from); },
                               .lineBusy = [] { return false; },
-                              .closeSettings = [this] { return settingsClose; }}});
+                              .closeSettings = [this] { return settingsClose; },
+                              .reopenPort = [] {},
+                              .lastTarget = [this] { return lastTarget; },
+                              .tryManners = [this] { return std::optional(trial); }}});
         window->show();
     }
     template <typename Widget>
@@ -157,6 +162,57 @@ TEST_F(Dashboard, StoresOptionsAtOnceAndTakesAdviceWhenAsked) {
     std::filesystem::create_directory(optionsIni(folder.path()));
     find<QCheckBox>("OptTamponVide")->click();
     EXPECT_FALSE(find<QCheckBox>("OptTamponVide")->isChecked()) << "what is stored is shown";
+}
+
+TEST_F(Dashboard, ShowsAndChangesTheEntriesOfApplications) {
+    const std::string ini = applicationsIni(folder.path());
+    testing::writeBytes(ini,
+                        "; mine\r\n[Term]\r\nPauseTouche=5\r\nAvance=x\r\n[*]\r\nMethode=pave\r\n");
+    lastTarget = {"xterm", "term"};
+    open();
+    find<QTabWidget>("TabTableau")->setCurrentIndex(2);
+    auto* const table = find<QTableView>("TblApplications")->model();
+    const auto row = [&](int at) {
+        QStringList cells;
+        for (int column = 0; column < table->columnCount(); ++column)
+            cells << table->index(at, column).data().toString();
+        return cells.join("|");
+    };
+    EXPECT_EQ(row(0), QString::fromUtf8("Term||5||x (ignoré)|"));
+    EXPECT_EQ(row(1), "* (toutes)|pave||||");
+    EXPECT_TRUE(table->index(0, 0).data(Qt::FontRole).value<QFont>().bold());
+    EXPECT_EQ(find<QLabel>("LblCible")->text(),
+              QString::fromUtf8(
+                  "Dernière saisie : xterm, term ; méthode pave, 5 ms après chaque touche."));
+    QTest::keyClick(find<QComboBox>("CboMethode"), Qt::Key_End);
+    QTest::keyClick(find<QWidget>("NumPauseTouche"), Qt::Key_Up);
+    QTest::keyClick(find<QWidget>("NumAvance"), Qt::Key_Up);
+    EXPECT_EQ(row(0), "Term|unicode|6||1|");
+    QTest::keyClick(find<QWidget>("NumAvance"), Qt::Key_Down);
+    QTest::keyClick(find<QComboBox>("CboMethode"), Qt::Key_Home);
+    EXPECT_EQ(row(0), "Term||6|||") << "by default again";
+
+    world.dialogs.inputs = {" [x] ", "", "Mien & tien", "TERM"};
+    for (int i = 0; i < 4; ++i) find<QPushButton>("CmdAjouter")->click();
+    EXPECT_EQ(world.dialogs.shown.size(), 4U + 1U) << "the brackets";
+    EXPECT_EQ(table->rowCount(), 3);
+    EXPECT_EQ(find<QTableView>("TblApplications")->currentIndex().row(), 0)
+        << "it is there already";
+    for (const bool agreed : {false, true}) {
+        world.dialogs.confirmations = {agreed};
+        find<QPushButton>("CmdSupprimer")->click();
+        EXPECT_EQ(table->rowCount(), agreed ? 2 : 3);
+    }
+    trial = {.outcome = TrialOutcome::kExact,
+             .stop = {},
+             .application = "Neuf",
+             .manner = {.keyPause = 2}};
+    world.dialogs.confirmations = {true, true};
+    find<QPushButton>("CmdEssayer")->click();
+    EXPECT_EQ(row(2), "Neuf||2|||");
+    EXPECT_EQ(testing::bytesOf(ini),
+              "; mine\r\n[*]\r\nMethode=pave\r\n[Mien & tien]\r\nMethode=\r\n"
+              "[Neuf]\r\nPauseTouche=2\r\n");
 }
 
 TEST_F(Dashboard, GoesBackToACopyOnceTheSettingsAreClosed) {

@@ -41,7 +41,9 @@ struct SiteArchive : ::testing::Test, testing::Site {
 
 TEST_F(SiteArchive, CarriesASiteToAnotherState) {
     write("PortSerie.ini", "[Port_s\xE9rie]\r\nPort=3\r\n");
-    write("Touche.ini", "old");
+    const std::string keys = "[systeme]\r\n 1={Tab}@7\r\n";
+    write("Touche.ini", keys);
+    write("Corres.ini", "[Correspondance]\r\n 7={TAB}\r\n");
     write("Journal.db", "stays here");
     write("Scenarios/\xC9t\xE9.ini", "compiled");
     addScenario(1, "Stock", "A");
@@ -49,8 +51,8 @@ TEST_F(SiteArchive, CarriesASiteToAnotherState) {
     const SiteImport site = readSite(zip, packSite(platform, folder.path(), zip));
     std::vector<std::string> names;
     for (const ArchiveFile& file : site.files) names.push_back(file.name);
-    EXPECT_THAT(names,
-                ElementsAre("PortSerie.ini", "Touche.ini", "Scen.mdb", "Scenarios/\xC9t\xE9.ini"));
+    EXPECT_THAT(names, ElementsAre("PortSerie.ini", "Touche.ini", "Corres.ini", "Scen.mdb",
+                                   "Scenarios/\xC9t\xE9.ini"));
     EXPECT_EQ(changes(site), "");
 
     write("Touche.ini", "new");
@@ -66,9 +68,10 @@ TEST_F(SiteArchive, CarriesASiteToAnotherState) {
               HasSubstr("Touche.ini : remplacé"_ansi.data()),
               HasSubstr("Stock : changé"_ansi.data()), HasSubstr("Vente : ajouté"_ansi.data()),
               HasSubstr("Retour : supprimé"_ansi.data()), Not(HasSubstr("t\xE9.ini"))));
-    EXPECT_THAT(bringIn(platform, state, zip, site), HasSubstr("Redémarrez"_ansi.data()));
+    EXPECT_THAT(bringIn(platform, state, zip, site), HasSubstr("importé"_ansi.data()));
+    EXPECT_EQ(state.scenario.keys.textOf("{Tab}"), "{TAB}") << "at once";
     EXPECT_EQ(changes(site), "");
-    EXPECT_EQ(world.content("Touche.ini"), "old");
+    EXPECT_EQ(world.content("Touche.ini"), keys);
     EXPECT_THAT(scenarioNames(*state.database), ElementsAre("Stock", "Vente"));
     EXPECT_EQ(readCounter(*state.database), 7);
     EXPECT_THAT(state.scenario.active.ActionLines, ElementsAre("", "A"));
