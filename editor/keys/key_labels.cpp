@@ -1,8 +1,8 @@
-#include "editor/keys/key_renaming.h"
+#include "editor/keys/key_labels.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "editor/keys/key_tables.h"
 #include "editor/warning.h"
 #include "keys/key_files.h"
 #include "platform/database.h"
@@ -52,34 +52,58 @@ bool mayCorrect(const Platform& platform, std::string_view old, std::string_view
 
 }  // namespace
 
-bool storeKeyLabels(const Platform& platform, RunTimeState& state, ScenarioChoices& choices,
-                    std::string_view section, const std::vector<std::string>& labels) {
-    const std::string& folder = state.scenario.applicationFolder;
-    const KeyTables tables = RemplirTouches(platform.profiles, folder);
-    const bool system = section == kSystemSection;
-    const std::vector<std::string> former = labelsOf(system ? tables.systemKey : tables.keys);
-    std::vector<std::string> all = labelsOf(system ? tables.keys : tables.systemKey);
-    all.insert(all.end(), labels.begin(), labels.end());
-    for (const std::string& label : labels) {
-        const std::string refusal = refusalOf(label, all);
+KeyLabels::KeyLabels(const Platform& platform, RunTimeState& state, ScenarioChoices& choices,
+                     std::string_view section)
+    : platform_(platform),
+      state_(state),
+      choices_(choices),
+      section_(section),
+      boxes_(stored(true)),
+      stored_(labelsOf(boxes_)) {}
+
+std::vector<KeyBox> KeyLabels::stored(bool ofThisSection) const {
+    KeyTables tables = RemplirTouches(platform_.profiles, state_.scenario.applicationFolder);
+    const bool system = section_ == kSystemSection;
+    return system == ofThisSection ? std::move(tables.systemKey) : std::move(tables.keys);
+}
+
+bool KeyLabels::unsaved() const { return labelsOf(boxes_) != stored_; }
+
+bool KeyLabels::acceptable() const {
+    std::vector<std::string> all = labelsOf(stored(false));
+    for (const KeyBox& box : boxes_) all.push_back(box.label);
+    for (const KeyBox& box : boxes_) {
+        const std::string refusal = refusalOf(box.label, all);
         if (refusal.empty()) continue;
-        showWarning(platform.dialogs, refusal);
+        showWarning(platform_.dialogs, refusal);
         return false;
     }
-    saveKeyLabels(platform.profiles, folder, section, labels);
-    state.scenario.keys.LoadKeyCorrespondence(platform.profiles, folder);
+    return true;
+}
+
+bool KeyLabels::store() {
+    if (!acceptable()) return false;
+    const std::string& folder = state_.scenario.applicationFolder;
+    const std::vector<std::string> former = labelsOf(stored(true));
+    stored_ = labelsOf(boxes_);
+    saveKeyLabels(platform_.profiles, folder, section_, stored_);
+    state_.scenario.keys.LoadKeyCorrespondence(platform_.profiles, folder);
+    renameSteps(former);
+    return true;
+}
+
+void KeyLabels::renameSteps(const std::vector<std::string>& former) {
     bool corrected = false;
-    for (std::size_t key = 0; key < labels.size() && key < former.size(); ++key) {
+    for (std::size_t key = 0; key < stored_.size() && key < former.size(); ++key) {
         const std::string_view old = withoutBraces(former[key]);
-        const std::string_view name = withoutBraces(labels[key]);
+        const std::string_view name = withoutBraces(stored_[key]);
         if (old == name || old.empty() || name.empty()) continue;
-        const int steps = countActions(*state.database, old);
-        if (steps == 0 || !mayCorrect(platform, old, name, steps)) continue;
-        renameActions(*state.database, old, name);
+        const int steps = countActions(*state_.database, old);
+        if (steps == 0 || !mayCorrect(platform_, old, name, steps)) continue;
+        renameActions(*state_.database, old, name);
         corrected = true;
     }
-    if (corrected) choices.recompile();
-    return true;
+    if (corrected) choices_.recompile();
 }
 
 }  // namespace kalvo

@@ -42,6 +42,9 @@ PortChoiceWindow::PortChoiceWindow(ProfileFiles& profiles, std::string_view appl
     CmdOK->setObjectName("CmdOK");
     CmdOK->setToolTip("Enregistre ce port et essaie de l'ouvrir (Entrée).");
     CmdOK->setDefault(true);
+    const auto offerOk = [CmdOK](int row) { CmdOK->setEnabled(portOffered(row)); };
+    offerOk(CboChoix->currentIndex());
+    connect(CboChoix, &QComboBox::currentIndexChanged, this, offerOk);
     auto* const CmdAnnuler = buttons->addButton("Annuler", QDialogButtonBox::RejectRole);
     CmdAnnuler->setObjectName("CmdAnnuler");
     CmdAnnuler->setToolTip("Continue sans port (Échap).");

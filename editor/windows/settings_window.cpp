@@ -41,6 +41,8 @@ SettingsWindow::SettingsWindow(const Platform& platform, RunTimeState& state, Ac
       actions_(platform, state, current_),
       choices_(platform, state, serial_, actions_),
       scenarios_(platform, state, current_, actions_, choices_),
+      particularKeys_(platform, state, choices_, kParticularSection),
+      systemKeys_(platform, state, choices_, kSystemSection),
       context_{platform,
                state,
                current_,
@@ -80,19 +82,15 @@ void SettingsWindow::makeTabs() {
     TabParam->setObjectName("TabParam");
     // All tabs in view: the window is as wide as they are.
     TabParam->setUsesScrollButtons(false);
-    const KeyTables keys =
-        RemplirTouches(context_.platform.profiles, context_.state.scenario.applicationFolder);
     connection_ = new ConnectionPage(context_);
     port_ = new PortPage(context_);
-    particularKeys_ =
-        new KeyPage(context_, {"TlbPart", "keys", "LblTouche", kParticularSection}, keys.keys);
-    systemKeys_ = new KeyPage(context_, {"TlbSys", "systemKey", "Labelsysteme", kSystemSection},
-                              keys.systemKey);
     scenario_ = new ScenarioPage(context_);
     TabParam->addTab(connection_, "&Connexion");
     TabParam->addTab(port_, "&Propriétés");
-    TabParam->addTab(particularKeys_, "&Touches particuliéres");
-    TabParam->addTab(systemKeys_, "Touches &systémes");
+    TabParam->addTab(new KeyPage(context_, {"TlbPart", "keys", "LblTouche"}, particularKeys_),
+                     "&Touches particuliéres");
+    TabParam->addTab(new KeyPage(context_, {"TlbSys", "systemKey", "Labelsysteme"}, systemKeys_),
+                     "Touches &systémes");
     TabParam->addTab(scenario_, "S&cénario");
     connect(TabParam, &QTabWidget::currentChanged, this,
             [this] { context_.act([this] { choices_.readChoices(); }); });
@@ -170,8 +168,8 @@ void SettingsWindow::closeSteps() {
 }
 
 bool SettingsWindow::unsaved() const {
-    return serial_.unsaved() || scenarios_.unsaved() || particularKeys_->unsaved() ||
-           systemKeys_->unsaved();
+    return serial_.unsaved() || scenarios_.unsaved() || particularKeys_.unsaved() ||
+           systemKeys_.unsaved();
 }
 
 void SettingsWindow::closeEvent(QCloseEvent* event) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "editor/access_lock.h"
+#include "editor/keys/key_labels.h"
 #include "editor/settings_context.h"
 
 class QLabel;
@@ -16,7 +17,6 @@ class QTabWidget;
 namespace kalvo {
 
 class ConnectionPage;
-class KeyPage;
 class PortPage;
 class ScenarioPage;
 class StepsWindow;
@@ -51,6 +51,8 @@ private:
     ActionEditor actions_;
     ScenarioChoices choices_;
     ScenarioEditor scenarios_;
+    KeyLabels particularKeys_;
+    KeyLabels systemKeys_;
     SettingsContext context_;
     std::string confirmation_;  // of the last change, French
     QTabWidget* TabParam = nullptr;
@@ -60,8 +62,6 @@ private:
     QPushButton* CmdAssistant = nullptr;
     ConnectionPage* connection_ = nullptr;
     PortPage* port_ = nullptr;
-    KeyPage* particularKeys_ = nullptr;
-    KeyPage* systemKeys_ = nullptr;
     ScenarioPage* scenario_ = nullptr;
     StepsWindow* steps_ = nullptr;
 };

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "editor/access_lock.h"
-#include "editor/keys/key_renaming.h"
+#include "editor/keys/key_labels.h"
 #include "editor/keys/key_tables.h"
 #include "keys/key_files.h"
 #include "tests/editor/editor_site.h"
@@ -183,7 +183,9 @@ TEST_F(Scenarios, DeletingTakesFileRowsStepsAndChoicesAlong) {
     current.scenarioNumber = 2;
     EXPECT_THAT(storedActions(), IsEmpty());
     EXPECT_EQ(stored(2).Nom, "");
-    EXPECT_EQ(choice(kRacScenChx) + "|" + choice(kRacInvent) + "|" + choice(kRacCde), "||Garde");
+    choices.applyConfiguration();
+    EXPECT_EQ(choice(kRacScenChx) + "|" + choice(kRacInvent) + "|" + choice(kRacCde), "||Garde")
+        << "no other is taken for the one in force";
 
     current.scenarioName.clear();
     scenarios.deleteScenario();
@@ -216,17 +218,19 @@ TEST_F(Scenarios, ARenamedOneStaysChosenAndInForceADeletedOneDoesNot) {
 TEST_F(Scenarios, RenamingAKeyTakesItsStepsAlong) {
     addScenario("Stock", kEmulationRow, {"&CODE", "Touche Tab"});
     scenarios.chooseScenario();
-    std::vector<std::string> labels(kSystemKeys);
-    const auto store = [&] {
-        return storeKeyLabels(platform, state, choices, kSystemSection, labels);
-    };
+    KeyLabels labels(platform, state, choices, kSystemSection);
+    const std::string before = labels.boxes()[1].label;
     for (const char* refused : {"Tabulation", "{l'onglet}", "{a@b}", "{}", "{Copier (Ctrl+C)}"}) {
-        labels[1] = refused;
-        EXPECT_FALSE(store()) << refused;
+        labels.setLabel(1, refused);
+        EXPECT_FALSE(labels.store()) << refused;
+        EXPECT_TRUE(labels.unsaved());
     }
-    labels[1] = "{Tabulation}";
+    labels.setLabel(1, before);
+    EXPECT_FALSE(labels.unsaved());
+    labels.setLabel(1, "{Tabulation}");
     world.dialogs.confirmations = {true};
-    EXPECT_TRUE(store());
+    EXPECT_TRUE(labels.store());
+    EXPECT_FALSE(labels.unsaved());
     EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0", "2:Tabulation:0"));
     EXPECT_EQ(state.scenario.keys.textOf("{Tabulation}"), "{TAB}");
     EXPECT_EQ(state.scenario.active.ActionLines.back(), "Tabulation") << "compiled and loaded";

@@ -134,7 +134,8 @@ TEST_F(SettingsWindowTest, AScenarioIsBuiltWithListsAndMenu) {
     QTest::keyClick(find<QListView>("LstTouches"), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_THAT(storedActions(), ElementsAre("1:&CODE:0", "2:&QTY:0", "3:Touche Tab:0"));
 
-    // The preview follows, and the last frame received may be its sample.
+    // The preview follows, and the last frame received may be its sample, once there is one.
+    find<QPushButton>("CmdDerniereTrame")->click();
     EXPECT_EQ(find<QPlainTextEdit>("TxtScript")->toPlainText(), "REF00112{TAB}");
     EXPECT_EQ(rows("LstFrappe"), QStringList({"Texte : REF00112", "Tab"}));
     state.ReceivedData = "Z\r9\r\n";
@@ -197,10 +198,33 @@ TEST_F(SettingsWindowTest, TheSettingsAreAppliedAndStayUsableAfterAnError) {
 }
 
 TEST_F(SettingsWindowTest, UnsavedChangesAreAskedAbout) {
-    open();
-    QTest::keyClicks(find<QLineEdit>("systemKey3"), "x");
-    window->close();
-    EXPECT_TRUE(window->isVisible());
+    using Change = std::function<void()>;
+    for (const Change& change :
+         {Change([&] { QTest::keyClicks(find<QLineEdit>("systemKey3"), "x"); }),
+          Change([&] { QTest::keyClicks(find<QLineEdit>("txtSep"), ";"); }), Change([&] {
+              createScenario("Stock", "Fichier");
+              find<QWidget>("frmEtapes")->close();
+              EXPECT_TRUE(find<QLineEdit>("TxtNomScen")->isReadOnly());
+              EXPECT_FALSE(find<QComboBox>("CboType")->isEnabled());
+              EXPECT_FALSE(find<QCheckBox>("ChcPartiel")->isEnabled());
+              find<QCheckBox>("chkIncrement")->click();
+          }),
+          Change([&] {
+              for (const auto& [box, row] :
+                   {std::pair{"CboPort", "COM 2 : /dev/ttyUSB0"}, {"CboProtocol", "HT630"}})
+                  pick(box, row);
+              press("TlbPrpp", 1);
+              EXPECT_EQ(world.dialogs.texts().back(), "Erreur 13");
+          })}) {
+        delete window.data();
+        lock.accessLevel = 1;
+        open();
+        change();
+        const std::size_t shown = world.dialogs.shown.size();
+        press("TlbConnect", 2);
+        EXPECT_TRUE(window->isVisible());
+        EXPECT_EQ(world.dialogs.shown.size(), shown + 1);
+    }
     EXPECT_EQ(world.dialogs.texts().back(),
               std::string("Des modifications ne sont pas enregistrées. "
                           "Fermer sans les enregistrer ?"_ansi));
@@ -289,7 +313,9 @@ TEST(EraseWindow, AnswersNoUnlessYesIsPressed) {
     question.close();
     question.show();
     question.findChild<QPushButton*>("CmdOK")->click();
-    EXPECT_EQ(answers, "nnno");
+    question.show();
+    QTest::keyClick(&question, Qt::Key_Return);
+    EXPECT_EQ(answers, "nnnon") << "whatever was answered before";
 }
 
 TEST(PortChoiceWindow, StoresTheChosenPort) {
@@ -299,8 +325,14 @@ TEST(PortChoiceWindow, StoresTheChosenPort) {
     EXPECT_EQ(choice.windowTitle(), "Problème d'ouverture du port Com");
     EXPECT_EQ(box->itemText(0), "COM 1 : /dev/ttyS0");
     EXPECT_EQ(box->count(), 20);
+    auto* const ok = choice.findChild<QPushButton*>("CmdOK");
+    for (const int row : {9, 19}) {
+        EXPECT_FALSE(box->model()->index(row, 0).flags() & Qt::ItemIsEnabled);
+        box->setCurrentIndex(row);
+        EXPECT_FALSE(ok->isEnabled()) << "it would be stored as port 1";
+    }
     box->setCurrentIndex(4);
-    choice.findChild<QPushButton*>("CmdOK")->click();
+    ok->click();
     EXPECT_EQ(choice.result(), QDialog::Accepted);
     EXPECT_EQ(readPortSerie(world.profiles, world.folder.path(), port_serie::kPort), "5");
 }

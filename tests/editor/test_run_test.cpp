@@ -44,6 +44,13 @@ TEST_F(ScenarioTest, IsPreviewedThenTypedFourTimes) {
     EXPECT_EQ(world.keyboard.typed(), "A>1!B>2!C>3!D>4!");
     EXPECT_EQ(state.scenario.active.ScenarioName, "") << "a test puts nothing in force";
 
+    // The second frame's first question is cancelled: that is the end.
+    world.dialogs.inputs = {"a", "1", std::nullopt};
+    runScenarioTest(platform, state, current, {minimise, [] { return true; }});
+    EXPECT_EQ(world.dialogs.shown.size(), 8U + 3U);
+    EXPECT_EQ(world.dialogs.shown.back().title, "KALVO Horizon : trame 2 sur 4");
+    EXPECT_EQ(world.keyboard.typed() + desktop, "mt");
+
     // Not into a window of ours.
     world.dialogs.inputs = {"a", "1", "b", "2", "c", "3", "d", "4"};
     runScenarioTest(platform, state, current, {minimise, [] { return false; }});

@@ -6,11 +6,9 @@
 #include <QScrollArea>
 #include <QToolBar>
 #include <QVBoxLayout>
-#include <algorithm>
-#include <utility>
+#include <cstddef>
 
 #include "editor/keys/key_listing.h"
-#include "editor/keys/key_renaming.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 
@@ -27,34 +25,36 @@ QString typedKeys(const std::string& script) {
 
 }  // namespace
 
-KeyPage::KeyPage(const SettingsContext& context, KeyPageNames names,
-                 const std::vector<KeyBox>& keys)
-    : context_(context), names_(std::move(names)) {
+KeyPage::KeyPage(const SettingsContext& context, const KeyPageNames& names, KeyLabels& keys)
+    : context_(context), keys_(keys) {
     auto* const bar = makeToolBar(
-        names_.toolBar, {{"Valider",
-                          "valider",
-                          "Enregistre les noms de ces touches et ferme la fenêtre (Entrée).",
-                          {Qt::Key_Return, Qt::Key_Enter, Qt::ALT | Qt::Key_V},
-                          [this] { save(); }},
-                         {"Fermer",
-                          "fermer",
-                          "Ferme la fenêtre sans rien enregistrer (Échap).",
-                          {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
-                          context_.close}});
+        names.toolBar, {{"Valider",
+                         "valider",
+                         "Enregistre les noms de ces touches et ferme la fenêtre (Entrée).",
+                         {Qt::Key_Return, Qt::Key_Enter, Qt::ALT | Qt::Key_V},
+                         [this] { save(); }},
+                        {"Fermer",
+                         "fermer",
+                         "Ferme la fenêtre sans rien enregistrer (Échap).",
+                         {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
+                         context_.close}});
     auto* const table = new QWidget;
     auto* const grid = new QGridLayout(table);
-    const int half = (static_cast<int>(keys.size()) + 1) / 2;
-    for (int index = 0; index < static_cast<int>(keys.size()); ++index) {
-        const KeyBox& key = keys[static_cast<std::size_t>(index)];
+    const int count = static_cast<int>(keys.boxes().size());
+    const int half = (count + 1) / 2;
+    for (int index = 0; index < count; ++index) {
+        const KeyBox& key = keys.boxes()[static_cast<std::size_t>(index)];
         auto* const label = new QLabel(typedKeys(key.types));
-        label->setObjectName(names_.label + QString::number(index));
+        label->setObjectName(names.label + QString::number(index));
         auto* const box = new QLineEdit(toQString(key.label));
-        box->setObjectName(names_.box + QString::number(index));
+        box->setObjectName(names.box + QString::number(index));
         box->setToolTip(
             "Le nom de cette touche, entre accolades, dans la liste des touches d'un scénario.");
         box->setCursorPosition(0);
         label->setBuddy(box);
-        boxes_.push_back(box);
+        connect(box, &QLineEdit::textChanged, this, [this, index](const QString& text) {
+            keys_.setLabel(static_cast<std::size_t>(index), fromQString(text));
+        });
         const int column = index < half ? 0 : 2;
         grid->addWidget(label, index % half, column);
         grid->addWidget(box, index % half, column + 1);
@@ -71,20 +71,9 @@ KeyPage::KeyPage(const SettingsContext& context, KeyPageNames names,
     layout->addWidget(area, 1);
 }
 
-bool KeyPage::unsaved() const {
-    return std::any_of(boxes_.begin(), boxes_.end(),
-                       [](const QLineEdit* box) { return box->isModified(); });
-}
-
 void KeyPage::save() {
     context_.act([this] {
-        std::vector<std::string> labels;
-        for (QLineEdit* const box : boxes_) labels.push_back(fromQString(box->text()));
-        if (!storeKeyLabels(context_.platform, context_.state, context_.choices, names_.section,
-                            labels))
-            return;
-        for (QLineEdit* const box : boxes_) box->setModified(false);
-        context_.close();
+        if (keys_.store()) context_.close();
     });
 }
 

@@ -3,14 +3,9 @@
 
 #include <QString>
 #include <QWidget>
-#include <functional>
-#include <string_view>
-#include <vector>
 
-#include "editor/keys/key_tables.h"
+#include "editor/keys/key_labels.h"
 #include "editor/settings_context.h"
-
-class QLineEdit;
 
 namespace kalvo {
 
@@ -19,22 +14,17 @@ struct KeyPageNames {
     QString toolBar;
     QString box;    // object name of the boxes, the index behind it
     QString label;  // the same of their labels
-    std::string_view section;
 };
 
 class KeyPage : public QWidget {
 public:
-    KeyPage(const SettingsContext& context, KeyPageNames names, const std::vector<KeyBox>& keys);
-
-    // Whether a label was changed and not stored.
-    [[nodiscard]] bool unsaved() const;
+    KeyPage(const SettingsContext& context, const KeyPageNames& names, KeyLabels& keys);
 
 private:
     void save();
 
     const SettingsContext& context_;
-    KeyPageNames names_;
-    std::vector<QLineEdit*> boxes_;
+    KeyLabels& keys_;
 };
 
 }  // namespace kalvo
