@@ -23,7 +23,7 @@ fail() {
 }
 
 # until_true WHAT COMMAND...: waits until a command succeeds, at most $patience seconds.
-patience=20
+patience=${KALVO_PATIENCE:-20}
 until_true() {
   local what=$1
   shift

@@ -59,6 +59,9 @@ TEST_F(Reception, ThePortIsSetUpFromItsFileInOrder) {
     EXPECT_EQ(world.dialogs.beeps, 1);
     reception.openPort();
     EXPECT_EQ(world.dialogs.beeps, 1) << "an open port is left alone";
+    profiles.write(portSerieIni(folder.path()), port_serie::kSection, "Flux", " 7");
+    reception.configurePort();
+    EXPECT_THAT(world.icon.notices.back(), ::testing::HasSubstr("Flux=7")) << "no mode";
 }
 
 TEST_F(Reception, AnHt630BatchEndsAtItsMark) {

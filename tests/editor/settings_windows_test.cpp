@@ -33,6 +33,7 @@ using ::testing::ElementsAre;
 struct SettingsWindowTest : ::testing::Test, testing::EditorSite {
     QPointer<SettingsWindow> window;
     AccessLock lock;
+    std::vector<std::string> devices = {"", "/dev/ttyUSB0"};
 
     SettingsWindowTest() { lock.accessLevel = 1; }
     ~SettingsWindowTest() override { delete window.data(); }
@@ -45,10 +46,7 @@ struct SettingsWindowTest : ::testing::Test, testing::EditorSite {
         };
         window = new SettingsWindow(platform, state, lock,
                                     {.deliver = deliver,
-                                     .portDevices =
-                                         [] {
-                                             return std::vector<std::string>{"", "/dev/ttyUSB0"};
-                                         },
+                                     .portDevices = [this] { return devices; },
                                      .showPortableTransfer = [](QWidget*) {}});
         window->show();
     }
@@ -166,6 +164,10 @@ TEST_F(SettingsWindowTest, TheSettingsAreAppliedAndStayUsableAfterAnError) {
     open();
     createScenario("Stock", "Emulation");
     showTab(1);
+    devices = {"/dev/ttyACM0", "/dev/ttyUSB0"};
+    auto* const port = find<QComboBox>("CboPort");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return port->itemText(0) == "COM 1 : /dev/ttyACM0"; }, 3000))
+        << "plugged in while the page is open";
     for (const auto& [box, row] : {std::pair{"CboPort", "COM 2 : /dev/ttyUSB0"},
                                    {"CboVitesse", "9600"},
                                    {"CboDonnées", "8"},
@@ -198,6 +200,8 @@ TEST_F(SettingsWindowTest, TheSettingsAreAppliedAndStayUsableAfterAnError) {
 }
 
 TEST_F(SettingsWindowTest, UnsavedChangesAreAskedAbout) {
+    const std::string former = "Placefrmparametrage";  // where releases before kept it
+    writeSetting(world.registry, former, "x");
     using Change = std::function<void()>;
     for (const Change& change :
          {Change([&] { QTest::keyClicks(find<QLineEdit>("systemKey3"), "x"); }),
@@ -233,6 +237,7 @@ TEST_F(SettingsWindowTest, UnsavedChangesAreAskedAbout) {
     EXPECT_FALSE(window->isVisible());
 
     // Keys are renamed, and the window comes back as large as it was.
+    std::filesystem::remove(portSerieIni(folder.path()));
     delete window.data();
     lock.accessLevel = 1;
     open();
@@ -240,11 +245,12 @@ TEST_F(SettingsWindowTest, UnsavedChangesAreAskedAbout) {
     showTab(2);
     find<QLineEdit>("keys0")->setText("{Neuf}");
     press("TlbPart", 1);
-    EXPECT_FALSE(window->isVisible());
+    EXPECT_FALSE(window->isVisible()) << toUtf8(world.dialogs.shown.back().text);
     EXPECT_EQ(ReadIniValue(profiles, folder / "Touche.ini", "Particuliere", " 0"), "{Neuf}@200");
     delete window.data();
     open();
     EXPECT_EQ(window->size(), QSize(900, 640));
+    EXPECT_FALSE(world.registry.query(RegistryRoot::kCurrentUser, kSettingsKey, former));
 }
 
 TEST_F(SettingsWindowTest, WithoutPasswordOnlyConnectionAndPortCanBeUsed) {

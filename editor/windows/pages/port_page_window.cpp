@@ -61,8 +61,9 @@ PortPage::PortPage(const SettingsContext& context)
           {Qt::Key_Escape, Qt::ALT | Qt::Key_F},
           context_.close}});
     auto* const columns = new QHBoxLayout;
-    columns->addWidget(leftColumn(), 1);
-    columns->addWidget(rightColumn(), 1);
+    // The devices have long names.
+    columns->addWidget(leftColumn(), 3);
+    columns->addWidget(rightColumn(), 2);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(bar);
     layout->addLayout(columns);
