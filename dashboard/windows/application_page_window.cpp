@@ -105,14 +105,14 @@ QWidget* ApplicationPage::makeEntry() {
         });
     auto* const grid = new QGridLayout(FraEntree);
     addField(grid, 0, 0, "&Méthode :", CboMethode);
-    addField(grid, 0, 2, "&Touches étendues :", CboEtendues);
-    addField(grid, 0, 4, "A&vance (touches) :",
-             makeNumber(MannerKey::kLead, "Touches d'avance sur l'application, au plus."));
-    addField(grid, 1, 0, "&Pause touche :",
+    addField(grid, 1, 0, "É&tendues :", CboEtendues);
+    addField(grid, 0, 2, "&Pause touche :",
              makeNumber(MannerKey::kKeyPause, "Après chaque appui et chaque relâchement."));
     addField(grid, 1, 2, "Pause validatio&n :",
              makeNumber(MannerKey::kConfirmPause,
                         "De plus après Entrée, Tab et les touches de fonction."));
+    addField(grid, 0, 4, "A&vance :",
+             makeNumber(MannerKey::kLead, "Touches d'avance sur l'application, au plus."));
     grid->setColumnStretch(6, 1);
     return FraEntree;
 }

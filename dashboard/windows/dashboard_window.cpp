@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QEvent>
+#include <QScreen>
 #include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -19,6 +20,7 @@ namespace {
 
 // Room for the list and what is in a batch, at 96 dpi; the toolkit scales it.
 constexpr QSize kFirstSize(860, 600);
+constexpr QSize kWindowFrame(12, 36);
 
 }  // namespace
 
@@ -42,7 +44,7 @@ DashboardWindow::DashboardWindow(const DashboardContext& context) {
     layout->addWidget(TabTableau);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, [this] { close(); });
     connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [this] { refresh(); });
-    resize(kFirstSize);
+    resize(kFirstSize.boundedTo(screen()->availableGeometry().size() - kWindowFrame));
     restorePlace(this, context.platform.registry);
 }
 
