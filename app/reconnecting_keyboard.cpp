@@ -21,6 +21,7 @@ ReconnectingKeyboard::ReconnectingKeyboard(Connect connect)
 
 bool ReconnectingKeyboard::connected() {
     if (keyboard_->connected()) return true;
+    if (keyboard_->reconnects()) return false;
     if (steadyTicks() - lastTry_ >= kTimeBetweenTries) tryToConnect();
     return keyboard_->connected();
 }
@@ -30,6 +31,7 @@ void ReconnectingKeyboard::tryToConnect() {
     resumeNext([this] {
         keyboard_ = connect_();
         keyboard_->useManners(mannerOf_);
+        if (leaveAsked_) keyboard_->requestLeave(LeaveAnswer::kLater);
     });
 }
 

@@ -35,6 +35,11 @@ public:
         return keyboard_->obstacle();
     }
     [[nodiscard]] std::string_view name() const override { return keyboard_->name(); }
+    void requestLeave(LeaveAnswer answer) override {
+        leaveAsked_ = true;
+        keyboard_->requestLeave(answer);
+    }
+    [[nodiscard]] std::string_view remark() const override { return keyboard_->remark(); }
     [[nodiscard]] KeyboardLayout& foregroundLayout() override {
         return keyboard_->foregroundLayout();
     }
@@ -87,6 +92,7 @@ private:
     FileLock turns_{keyboardTurnsFile()};
     std::unique_ptr<KeyboardInput> keyboard_;  // never null
     std::uint32_t lastTry_ = 0;
+    bool leaveAsked_ = false;
 };
 
 }  // namespace kalvo

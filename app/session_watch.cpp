@@ -7,6 +7,7 @@ namespace kalvo {
 
 void SessionWatch::begin() {
     stopped_ = false;
+    if (begun_) begun_();
     if (!connected()) {
         watch_.reset();
         resumeNext([this] {

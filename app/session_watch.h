@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "app/bindings/system_bindings.h"
 #include "platform/typing_watch.h"
@@ -13,7 +14,9 @@ namespace kalvo {
 // come back, and passes on that the user has had enough.
 class SessionWatch : public TypingWatch {
 public:
-    explicit SessionWatch(const SystemBindings& bindings) : bindings_(bindings) {}
+    // `begun` is called when typing begins.
+    explicit SessionWatch(const SystemBindings& bindings, std::function<void()> begun = {})
+        : bindings_(bindings), begun_(std::move(begun)) {}
 
     // Stops what is being typed now.
     void stop() { stopped_ = true; }
@@ -29,6 +32,7 @@ private:
     [[nodiscard]] WatchRules rules() const;
 
     const SystemBindings& bindings_;
+    std::function<void()> begun_;
     std::unique_ptr<TypingWatch> watch_;
     bool stopped_ = false;
 };

@@ -48,7 +48,9 @@ std::string placeOf(const BatchReport& report) {
 
 std::string untypedText(std::string_view untyped) {
     if (untyped.empty()) return {};
-    return std::string("caractères non saisis : "_ansi).append(untyped);
+    return std::string("caractères non saisis : "_ansi)
+        .append(untyped)
+        .append(" (la méthode presse-papiers les saisirait)"_ansi);
 }
 
 std::string remarksText(const BatchReport& report) {

@@ -18,6 +18,9 @@ std::string_view reasonOf(TypingStop stop) {
         case TypingStop::kTargetGone: return "la fenêtre cible a été fermée"_ansi;
         case TypingStop::kNoTarget: return "aucune application n'est au premier plan"_ansi;
         case TypingStop::kKeyboardLost: return "pas d'affichage"_ansi;
+        case TypingStop::kLeaveAwaited: return "le bureau attend votre accord pour la saisie"_ansi;
+        case TypingStop::kLeaveRefused: return "le bureau n'a pas autorisé la saisie"_ansi;
+        case TypingStop::kLeaveWithdrawn: return "le bureau a retiré l'autorisation de saisir"_ansi;
         case TypingStop::kSessionLocked: return "la session est verrouillée ou déconnectée"_ansi;
         case TypingStop::kKeysRefused: return "le système a refusé des touches"_ansi;
         case TypingStop::kTargetRefuses:

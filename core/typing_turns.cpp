@@ -91,11 +91,19 @@ void TypingTurns::suspend(const BatchReport& report) {
 }
 
 void TypingTurns::resume() {
-    if (suspended() && desktop_.targetReady()) goOn();
+    if (suspended() && mayGoOn()) goOn();
+}
+
+bool TypingTurns::mayGoOn() {
+    if (canDispatch(platform_, state_)) return desktop_.targetReady();
+    platform_.keyboard.requestLeave(LeaveAnswer::kLater);
+    desktop_.say(
+        std::string("Saisie impossible : "_ansi).append(keyboardProblem(platform_.keyboard)));
+    return false;
 }
 
 void TypingTurns::restartRecord() {
-    if (!suspended() || !desktop_.targetReady()) return;
+    if (!suspended() || !mayGoOn()) return;
     suspended_.rest->goTo(suspended_.passesDone + 1);
     goOn();
 }
@@ -165,7 +173,13 @@ void TypingTurns::retype(std::int64_t id, std::string bytes, std::int32_t fromPa
     start({id, std::move(bytes), fromPass});
 }
 
+// Whoever refused is asked again: now it is he who wants something typed.
 void TypingTurns::start(Batch batch) {
+    if (!canDispatch(platform_, state_)) {
+        platform_.keyboard.requestLeave(LeaveAnswer::kLater);
+        wait(std::move(batch), keyboardProblem(platform_.keyboard));
+        return;
+    }
     const bool intoFile = state_.scenario.active.FileMode;
     const TypingStop problem = intoFile ? TypingStop::kNone : targetProblem();
     if (problem == TypingStop::kNone)

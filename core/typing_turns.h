@@ -71,6 +71,7 @@ private:
     // the way.
     [[nodiscard]] TypingStop targetProblem();
     void wait(Batch batch, std::string_view reason);
+    [[nodiscard]] bool mayGoOn();
     void start(Batch batch);
     void type(Batch batch);
     void finish(const BatchReport& report);

@@ -36,7 +36,9 @@ constexpr std::array<NeededModifier, 3> kNeededModifiers = {
 
 // Whether keys that were sent may not have arrived.
 bool losesKeys(TypingStop stop) {
-    return stop == TypingStop::kKeyboardLost || stop == TypingStop::kKeysRefused;
+    return stop == TypingStop::kKeyboardLost || stop == TypingStop::kKeysRefused ||
+           stop == TypingStop::kLeaveWithdrawn || stop == TypingStop::kLeaveAwaited ||
+           stop == TypingStop::kLeaveRefused;
 }
 
 // The virtual key and shift state of a key in a layout; 0 when it types nothing.

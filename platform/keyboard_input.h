@@ -61,6 +61,9 @@ public:
     [[nodiscard]] virtual std::uint16_t MapVirtualKeyExA(std::uint16_t virtualKey) = 0;
 };
 
+// Whether the user's answer is waited for.
+enum class LeaveAnswer : std::uint8_t { kAwaited, kLater };
+
 // The keyboard of the session. Used from the program's own thread only.
 // A failing injection types nothing; obstacle() tells of it.
 class KeyboardInput {
@@ -99,6 +102,16 @@ public:
 
     // What users know it by, French; empty where there is only one.
     [[nodiscard]] virtual std::string_view name() const { return {}; }
+
+    // What the user has to know of it now, French sentences; empty for nothing.
+    [[nodiscard]] virtual std::string_view remark() const { return {}; }
+
+    // Asks the user's leave to type, where the session wants that and he is not being asked
+    // or has agreed.
+    virtual void requestLeave(LeaveAnswer) {}
+
+    // Whether a connection that is lost is looked after here: nobody else has to make another.
+    [[nodiscard]] virtual bool reconnects() const { return false; }
 
     // Whether keys reach anybody: false without a session, and once it has gone.
     [[nodiscard]] virtual bool connected() { return true; }

@@ -14,6 +14,9 @@ enum class TypingStop : std::uint8_t {
     kTargetGone,        // the window typed into is gone
     kNoTarget,          // no application had the focus when typing began
     kKeyboardLost,      // nothing can be typed any more
+    kLeaveAwaited,      // the user has not yet agreed that we type
+    kLeaveRefused,      // he does not want it
+    kLeaveWithdrawn,    // the desktop has ended what he had agreed to
     kSessionLocked,     // the session shows something else than its applications
     kKeysRefused,       // the system has not taken every key of this script
     kTargetRefuses,     // the application in front takes no keys from programs like ours

@@ -12,6 +12,10 @@
 #include "platform/x11/x11_keyboard.h"
 #include "platform/x11/x11_loss.h"
 #include "text/ansi_text.h"
+#include "text/runtime_error.h"
+#ifdef KALVO_PORTAL
+#include "platform/wayland/portal/portal_keyboard.h"
+#endif
 
 namespace kalvo {
 
@@ -30,18 +34,40 @@ bool inWaylandSession() {
 KeyboardKind kindFor(KeyboardKind asked) {
     if (asked != KeyboardKind::kAutomatic) return asked;
     if (!inWaylandSession()) return KeyboardKind::kX11;
-    return WaylandKeyboard::available() ? KeyboardKind::kWayland : KeyboardKind::kX11;
+    if (WaylandKeyboard::available()) return KeyboardKind::kWayland;
+#ifdef KALVO_PORTAL
+    if (PortalKeyboard::available()) return KeyboardKind::kPortal;
+#endif
+    return KeyboardKind::kX11;
 }
+
+#ifndef KALVO_PORTAL
+[[noreturn]] void failWithoutPortal() {
+    throw RuntimeError(
+        error_number::kInvalidCall,
+        std::string(
+            "Émulation clavier impossible : ce programme a été construit sans le portail."_ansi));
+}
+#endif
 
 }  // namespace
 
 std::unique_ptr<KeyboardInput> connectKeyboard(KeyboardKind asked) {
-    if (kindFor(asked) == KeyboardKind::kWayland) return std::make_unique<WaylandKeyboard>();
-    return std::make_unique<X11Keyboard>();
+    switch (kindFor(asked)) {
+        case KeyboardKind::kWayland: return std::make_unique<WaylandKeyboard>();
+        case KeyboardKind::kPortal:
+#ifdef KALVO_PORTAL
+            return std::make_unique<PortalKeyboard>();
+#else
+            failWithoutPortal();
+#endif
+        default: return std::make_unique<X11Keyboard>();
+    }
 }
 
 std::string keyboardRemark(const KeyboardInput& keyboard) {
-    if (keyboard.name() != X11Keyboard::kName || !inWaylandSession()) return {};
+    if (keyboard.name() != X11Keyboard::kName || !inWaylandSession())
+        return std::string(keyboard.remark());
     return std::string(
         "Dans cette session Wayland, seules les applications X11 reçoivent la saisie ; les autres ne reçoivent rien."_ansi);
 }
@@ -53,11 +79,16 @@ std::unique_ptr<TypingWatch> connectTypingWatch(KeyboardKind asked,
     return std::make_unique<X11TypingWatch>(std::move(rules));
 }
 
+bool stopKeySeen(KeyboardKind asked) { return kindFor(asked) == KeyboardKind::kX11; }
+
 std::unique_ptr<ForegroundWindow> watchForegroundWindow(KeyboardKind asked) {
     if (kindFor(asked) != KeyboardKind::kX11)
         return std::make_unique<WaylandForegroundWindow>(std::string(kOurWindows));
     return std::make_unique<X11ForegroundWindow>();
 }
+
+// On Wayland no window can be put beside the icon, nor kept from taking the focus.
+std::string_view windowSystems() { return inWaylandSession() ? "xcb;wayland" : ""; }
 
 bool displayNamed() { return x11Named() || inWaylandSession(); }
 

@@ -29,7 +29,7 @@
 namespace kalvo {
 
 // Which of the session's keyboards types: the one that suits it best, or the one asked for.
-enum class KeyboardKind : std::uint8_t { kAutomatic, kX11, kWayland };
+enum class KeyboardKind : std::uint8_t { kAutomatic, kX11, kWayland, kPortal };
 
 // What every command uses.
 struct SystemBindings {
@@ -65,8 +65,14 @@ struct SystemBindings {
 [[nodiscard]] std::unique_ptr<TypingWatch> connectTypingWatch(KeyboardKind asked,
                                                               std::function<WatchRules()> rules);
 
+// Whether the stop key can be seen while that keyboard types.
+[[nodiscard]] bool stopKeySeen(KeyboardKind asked);
+
 // Who has the keyboard focus. RuntimeError when there is no display.
 [[nodiscard]] std::unique_ptr<ForegroundWindow> watchForegroundWindow(KeyboardKind asked);
+
+// The toolkit's window systems in the order they suit us; empty for its own choice.
+[[nodiscard]] std::string_view windowSystems();
 
 // Whether the environment names a display, as far as one has to be named.
 [[nodiscard]] bool displayNamed();

@@ -67,12 +67,16 @@ std::unique_ptr<TypingWatch> connectTypingWatch(KeyboardKind, std::function<Watc
     return std::make_unique<WindowsTypingWatch>(std::move(rules));
 }
 
+bool stopKeySeen(KeyboardKind) { return true; }
+
 std::unique_ptr<ForegroundWindow> watchForegroundWindow(KeyboardKind) {
     return std::make_unique<WindowsForegroundWindow>();
 }
 
 // Windows always has one.
 bool displayNamed() { return true; }
+
+std::string_view windowSystems() { return {}; }
 
 bool displayAnswers() { return true; }
 

@@ -36,13 +36,14 @@ CommandContext::CommandContext(SystemBindings& bindings, CommandLog use)
                              bindings.shippedData);
 }
 
-void CommandContext::useKeyboard(std::unique_ptr<KeyboardInput> keyboard) {
+void CommandContext::useKeyboard(std::unique_ptr<KeyboardInput> keyboard, LeaveAnswer answer) {
     keyboard_ = std::move(keyboard);
     keyboard_->useManners(applicationManners(
         *bindings_.profiles, bindings_.applicationFolder,
         [this](std::string_view text) { output.said().write(LogLevel::kWarning, text); }));
     if (const std::string remark = keyboardRemark(*keyboard_); !remark.empty())
         output.said().write(LogLevel::kWarning, remark);
+    keyboard_->requestLeave(answer);
 }
 
 void CommandContext::openSerialPort() {

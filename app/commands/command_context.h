@@ -69,7 +69,8 @@ public:
     explicit CommandContext(SystemBindings& bindings, CommandLog use = CommandLog::kNothing);
 
     // Says what the user has to know of it, too.
-    void useKeyboard(std::unique_ptr<KeyboardInput> keyboard);
+    void useKeyboard(std::unique_ptr<KeyboardInput> keyboard,
+                     LeaveAnswer answer = LeaveAnswer::kAwaited);
     void openSerialPort();
 
     // The platform as it is now; valid as long as the context.

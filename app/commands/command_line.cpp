@@ -17,6 +17,7 @@ constexpr const char* kFooter =
 KeyboardKind keyboardKind(std::string_view name) {
     if (name == "x11") return KeyboardKind::kX11;
     if (name == "wayland") return KeyboardKind::kWayland;
+    if (name == "portal") return KeyboardKind::kPortal;
     return KeyboardKind::kAutomatic;
 }
 
@@ -54,11 +55,11 @@ std::optional<CommandLine> parseCommandLine(std::vector<std::string> arguments,
     app.add_option_function<std::string>(
            "--keyboard", [&line](const std::string& name) { line.keyboard = keyboardKind(name); },
            "moyen de saisie sous Linux (choisi d'après la session)")
-        ->type_name("x11|wayland")
+        ->type_name("x11|wayland|portal")
         ->check([](const std::string& name) {
             return keyboardKind(name) != KeyboardKind::kAutomatic
                        ? std::string()
-                       : std::string("--keyboard veut x11 ou wayland");
+                       : std::string("--keyboard veut x11, wayland ou portal");
         });
     for (const Command& command : allCommands()) {
         CLI::App* const sub = app.add_subcommand(command.name, command.help);

@@ -88,10 +88,9 @@ private:
     bool connectDevices() {
         auto keyboard = std::make_unique<ReconnectingKeyboard>(
             [&kind = bindings_.keyboard] { return connectKeyboard(kind); });
-        const bool connected = keyboard->connected();
-        context_.useKeyboard(std::move(keyboard));
+        context_.useKeyboard(std::move(keyboard), LeaveAnswer::kLater);
         context_.openSerialPort();
-        return connected;
+        return context_.platform().keyboard.connected();
     }
 
     // Settings, scenario and port, as the files have them now. False without a port that is

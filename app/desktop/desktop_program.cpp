@@ -25,6 +25,12 @@ constexpr int kIdleTick = 3000;
 constexpr int kFocusTries = 30;
 constexpr int kFocusPause = 10;  // milliseconds
 
+// Where nobody tells of the windows of others, ours are known at least.
+class OwnWindowsOnly : public NoForegroundWindow {
+public:
+    bool foreign() override { return QApplication::activeWindow() == nullptr; }
+};
+
 // For the states of the icon behind the first.
 std::array<QIcon, 3> stateSigns() {
     return {QIcon(":/icons/etat-sans-port.png"), QIcon(":/icons/etat-saisie.png"),
@@ -221,7 +227,13 @@ void DesktopProgram::look() {
     if (turns_.busy()) return;
     foreground_->remember();
     events_.deliver([this] { turns_.tick(); });
+    tellOfKeyboard();
     setPace();
+}
+
+// A window of the compositor's own kind would take the focus from what is typed into.
+void DesktopProgram::typingBegins() {
+    if (!stopKeySeen_ && QGuiApplication::platformName() == "xcb") stopWindow_.begin();
 }
 
 void DesktopProgram::setPace() {
@@ -259,7 +271,7 @@ std::unique_ptr<ForegroundWindow> DesktopProgram::connectForeground() {
     } catch (const RuntimeError& error) {
         log_->write(LogLevel::kWarning, error.description());
         writeErrorLine(error.description());
-        return std::make_unique<NoForegroundWindow>();
+        return std::make_unique<OwnWindowsOnly>();
     }
 }
 

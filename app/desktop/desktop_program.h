@@ -33,6 +33,7 @@
 #include "settings/options.h"
 #include "tray/icon_menu_window.h"
 #include "tray/menu_window.h"
+#include "tray/stop_window.h"
 #include "tray/suspension_window.h"
 #include "tray/transfer_window.h"
 #include "tray/tray_menu.h"
@@ -51,6 +52,7 @@ public:
 
 private:
     void load();
+    void tellOfKeyboard();
     void prepareUnderSplash();
     void copyDatabase();
     void shutDown();
@@ -67,6 +69,7 @@ private:
     void useManners();
     [[nodiscard]] bool targetReady();
     void batchDone(const BatchReport& report);
+    void typingBegins();
     void look();
     void setPace();
 
@@ -90,7 +93,7 @@ private:
     LoggedNotifyIcon notices_{icon_, *log_};
     std::unique_ptr<ForegroundWindow> foreground_;
     ReconnectingKeyboard keyboard_{[this] { return connectKeyboard(bindings_.keyboard); }};
-    SessionWatch watch_{bindings_};
+    SessionWatch watch_{bindings_, [this] { typingBegins(); }};
     std::unique_ptr<SerialPort> port_;
     LineTap line_;
     RunJournal journal_;
@@ -100,13 +103,16 @@ private:
     MenuWindow menuWindow_;
     IconMenuWindow iconMenu_;
     SuspensionWindow suspension_;
+    StopWindow stopWindow_{[this] { return turns_.busy(); }, [this] { watch_.stop(); }};
+    bool stopKeySeen_ = stopKeySeen(bindings_.keyboard);
     QTimer clock_;
     TransferWindow transferWindow_;
     IconWatch iconWatch_{icon_, menuWindow_, line_, journal_};
     DesktopSettings settings_;
     DesktopDashboard dashboard_;
     std::vector<std::string> lastTarget_;  // names of the application typed into last
-    bool newSite_ = false;                 // no serial settings before this start
+    std::string keyboardTold_;
+    bool newSite_ = false;  // no serial settings before this start
 };
 
 }  // namespace kalvo

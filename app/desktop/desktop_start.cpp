@@ -28,10 +28,17 @@ void DesktopProgram::load() {
     events_.deliver([&] { settings_.offerWayOut(port); });
     copyDatabase();
     journal_.begin();
-    if (const std::string remark = keyboardRemark(keyboard_); !remark.empty())
-        notices_.notify(remark);
+    tellOfKeyboard();
+    keyboard_.requestLeave(LeaveAnswer::kLater);
     iconWatch_.begin();
     if (newSite_) events_.deliver([this] { settings_.offerAssistant(); });
+}
+
+// Who is about to be asked should know why, and what becomes of a refusal.
+void DesktopProgram::tellOfKeyboard() {
+    const std::string remark = keyboardRemark(keyboard_);
+    if (remark != keyboardTold_ && !remark.empty()) notices_.notify(remark);
+    keyboardTold_ = remark;
 }
 
 void DesktopProgram::prepareUnderSplash() {

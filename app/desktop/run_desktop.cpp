@@ -8,6 +8,7 @@
 #include <QTranslator>
 #include <array>
 #include <string>
+#include <string_view>
 
 #include "app/desktop/desktop_program.h"
 #include "app/desktop/display_loss.h"
@@ -56,6 +57,9 @@ int refuseSecond(EndSignals& signals) {
 
 int runDesktop(const CommandLine& line, SystemBindings& bindings) {
     if (!watchDisplay()) return kExitFailure;
+    if (const std::string_view systems = windowSystems();
+        !systems.empty() && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", QByteArray(systems.data(), static_cast<int>(systems.size())));
     // Before any thread starts, so that the signals go where they are waited for.
     EndSignals signals;
     int argumentCount = 1;

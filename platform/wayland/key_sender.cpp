@@ -3,7 +3,6 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <thread>
 
 #include "text/ansi_text.h"
@@ -61,12 +60,20 @@ void KeySender::press(xkb_keycode_t key) {
     send(key, true);
     down_.set(key);
     ++presses_;
+    rest(pause_);
 }
 
 void KeySender::release(xkb_keycode_t key) {
     if (key >= down_.size()) return;
     send(key, false);
     down_.reset(key);
+    rest(pause_);
+}
+
+void KeySender::rest(std::chrono::milliseconds time) {
+    if (time.count() == 0) return;
+    connection_.flush();
+    std::this_thread::sleep_for(time);
 }
 
 void KeySender::releaseAll() {

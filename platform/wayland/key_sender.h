@@ -4,6 +4,7 @@
 #include <xkbcommon/xkbcommon.h>
 
 #include <bitset>
+#include <chrono>
 #include <cstdint>
 
 #include "platform/wayland/wayland_connection.h"
@@ -24,6 +25,11 @@ public:
     ~KeySender();
     KeySender(const KeySender&) = delete;
     KeySender& operator=(const KeySender&) = delete;
+
+    // A pause behind each press and each release; none at first.
+    void setPause(std::chrono::milliseconds pause) { pause_ = pause; }
+    // Lets everything out and waits.
+    void rest(std::chrono::milliseconds time);
 
     void press(xkb_keycode_t key);
     void release(xkb_keycode_t key);
@@ -47,6 +53,7 @@ private:
     zwp_virtual_keyboard_manager_v1* manager_ = nullptr;
     zwp_virtual_keyboard_v1* keyboard_ = nullptr;
     std::bitset<256> down_;
+    std::chrono::milliseconds pause_{0};
     std::uint64_t presses_ = 0;
 };
 

@@ -8,6 +8,7 @@
 #include <span>
 
 #include "text/ansi_text.h"
+#include "text/runtime_error.h"
 #include "wlr-foreign-toplevel-management-unstable-v1.h"
 
 namespace kalvo {
@@ -61,7 +62,11 @@ ToplevelWindows::ToplevelWindows()
     : manager_(connection_.bind<zwlr_foreign_toplevel_manager_v1>(
           zwlr_foreign_toplevel_manager_v1_interface, 3)),
       end_(eventfd(0, EFD_CLOEXEC)) {
-    if (manager_ == nullptr) failToConnect("ce compositeur Wayland ne dit rien des fenêtres."_ansi);
+    if (manager_ == nullptr)
+        throw RuntimeError(
+            error_number::kInvalidCall,
+            std::string(
+                "Ce bureau Wayland ne dit rien de ses fenêtres : celle qui est devant n'est pas surveillée."_ansi));
     zwlr_foreign_toplevel_manager_v1_add_listener(manager_, &Events::kManager, this);
     questions_ = wl_display_create_queue(connection_.get());
     // What windows there are, then what they are.

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "platform/x11/layout/named_keys.h"
 #include "text/resume_next.h"
@@ -21,6 +23,16 @@ constexpr std::uint16_t kNoKey = 0xFFFF;
 constexpr std::int16_t kHeld = -0x8000;
 
 bool isUp(const KeyRecord& record) { return (record.flags & kKeyEventKeyUp) != 0; }
+
+// The release of Enter, Tab or a function key: an application may begin something then.
+bool confirms(const KeyRecord& record) {
+    constexpr unsigned kTab = 0x09;
+    constexpr unsigned kEnter = 0x0D;
+    constexpr unsigned kF1 = 0x70;
+    constexpr unsigned kF24 = 0x87;
+    const unsigned key = record.virtualKey & 0xFFU;
+    return isUp(record) && (key == kTab || key == kEnter || (key >= kF1 && key <= kF24));
+}
 
 bool isControlOrAlt(const KeyRecord& record) {
     return record.virtualKey == kVkControl || record.virtualKey == kVkMenu;
@@ -44,6 +56,16 @@ WaylandKeyboard::~WaylandKeyboard() {
     if (since < kLastKeys) std::this_thread::sleep_for(kLastKeys - since);
 }
 
+void WaylandKeyboard::prepareFor(std::string_view) {
+    if (!mannerOf_) return;
+    if (!windows_ || !windows_->alive())
+        resumeNext([this] { windows_ = std::make_unique<ToplevelWindows>(); });
+    std::vector<std::string> names;
+    if (windows_) names.push_back(windows_->applicationOf(windows_->focused()));
+    manner_ = mannerOf_(names);
+    keys_.setPause(std::chrono::milliseconds(manner_.keyPause));
+}
+
 bool WaylandKeyboard::awaitTarget(int milliseconds) {
     return !connection_.usable() || backlog_.await(std::chrono::milliseconds(milliseconds));
 }
@@ -62,6 +84,7 @@ void WaylandKeyboard::SendInput(std::span<const KeyRecord> records) {
         else if (record.virtualKey == kVkMenu)
             inject(kLevel3Key, isUp(record), true);
     }
+    if (confirms(records.back())) keys_.rest(std::chrono::milliseconds(manner_.confirmPause));
 }
 
 void WaylandKeyboard::passKey(const KeyRecord& record) {

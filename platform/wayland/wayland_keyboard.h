@@ -3,13 +3,16 @@
 
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "platform/alt_keypad.h"
 #include "platform/keyboard_input.h"
 #include "platform/wayland/key_sender.h"
 #include "platform/wayland/target_backlog.h"
+#include "platform/wayland/toplevel_windows.h"
 #include "platform/wayland/wayland_connection.h"
 #include "platform/wayland/wayland_keymap.h"
 #include "platform/wayland/wayland_layout.h"
@@ -18,7 +21,8 @@ namespace kalvo {
 
 // Types into the application that has the focus, on a keyboard with a key map of its own:
 // what the user's keyboard holds down, locks, or has for a layout makes no difference, and
-// what this one locks stays its own. Everything pressed is released on destruction. If the
+// what this one locks stays its own. Of an application's manner the pauses count, where the
+// compositor says which application it is. Everything pressed is released on destruction. If the
 // connection is lost, nothing is typed any more.
 class WaylandKeyboard : public KeyboardInput, private AltKeypad::Sink {
 public:
@@ -32,6 +36,8 @@ public:
     WaylandKeyboard& operator=(const WaylandKeyboard&) = delete;
 
     [[nodiscard]] KeyboardLayout& foregroundLayout() override { return layout_; }
+    void useManners(MannerOf mannerOf) override { mannerOf_ = std::move(mannerOf); }
+    void prepareFor(std::string_view script) override;
     [[nodiscard]] bool awaitTarget(int milliseconds) override;
     void SendInput(std::span<const KeyRecord> records) override;
     [[nodiscard]] std::string_view name() const override { return "clavier virtuel (Wayland)"; }
@@ -55,6 +61,9 @@ private:
     TargetBacklog backlog_{connection_, keys_};
     AltKeypad altKeypad_{*this};
     Clock::time_point lastTyping_;
+    MannerOf mannerOf_;
+    TypingManner manner_;
+    std::unique_ptr<ToplevelWindows> windows_;  // where the compositor shows them
 };
 
 }  // namespace kalvo

@@ -74,6 +74,11 @@ bool ClipboardPaste::await(const Asker& asker, xcb_window_t window) {
     });
 }
 
+bool ClipboardPaste::awaitAnyFetch() {
+    std::unique_lock lock(mutex_);
+    return changed_.wait_for(lock, kPatience, [&] { return fetched_.client != 0; });
+}
+
 std::optional<std::string> ClipboardPaste::text() {
     readFormer();
     const std::lock_guard lock(mutex_);

@@ -32,6 +32,8 @@ public:
     bool awaitNotice(xcb_window_t window);
     // Until it has got the text.
     bool awaitFetch(xcb_window_t window);
+    // The same for any client at all.
+    bool awaitAnyFetch();
     // What is on the clipboard, as far as it is text.
     [[nodiscard]] std::optional<std::string> text();
     // Puts the former text back, unless somebody has copied something since.

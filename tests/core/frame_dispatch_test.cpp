@@ -183,7 +183,9 @@ TEST_F(Dispatch, AStoppedScriptGoesOnWhereItWas) {
 TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
     struct Watch : TypingWatch {
         bool away = true;
+        bool* unplugs = nullptr;
         TypingStop look() override {
+            if (unplugs != nullptr) *unplugs = false;
             return away ? TypingStop::kOtherApplication : TypingStop::kNone;
         }
         bool targetInFront() override { return !away; }
@@ -272,6 +274,27 @@ TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
     EXPECT_FALSE(turns.suspended());
     EXPECT_EQ(world.keyboard.typed(), "D");
     EXPECT_EQ(done.size(), batches);
+
+    // Without leave to type the user is asked, and it is typed once he agrees. What a
+    // keyboard took along comes again.
+    world.keyboard.plugged = false;
+    turns.retype(1, "z\r", 1);
+    EXPECT_EQ(world.keyboard.leavesAsked, 1);
+    turns.tick();
+    EXPECT_EQ(world.keyboard.typed(), "");
+    world.keyboard.plugged = true;
+    turns.tick();
+    EXPECT_EQ(world.keyboard.typed(), "Z");
+    watch.unplugs = &world.keyboard.plugged;
+    receive("lost\r");
+    EXPECT_TRUE(turns.suspended());
+    turns.resume();
+    EXPECT_EQ(world.keyboard.leavesAsked, 2);
+    watch.unplugs = nullptr;
+    world.keyboard.plugged = true;
+    EXPECT_EQ(world.keyboard.typed(), "LOST");
+    turns.resume();
+    EXPECT_EQ(world.keyboard.typed(), "LOST");
 }
 
 TEST_F(Dispatch, TheEndOfTheProgramStopsAScriptOfAnyLength) {

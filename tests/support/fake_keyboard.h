@@ -30,8 +30,10 @@ public:
     int takes = -1;                          // how many batches more; -1 for any
     int othersTurns = 0;                     // how often it is still another's turn
     bool taken = false;
+    int leavesAsked = 0;
 
     bool connected() override { return plugged; }
+    void requestLeave(LeaveAnswer) override { ++leavesAsked; }
     TypingStop obstacle() override {
         if (takes == 0) return TypingStop::kKeysRefused;
         return plugged ? problem : TypingStop::kKeyboardLost;

@@ -19,6 +19,7 @@
 #include "transfer/file_replay_window.h"
 #include "tray/about_window.h"
 #include "tray/menu_window.h"
+#include "tray/stop_window.h"
 #include "tray/transfer_window.h"
 
 namespace kalvo {
@@ -154,6 +155,18 @@ TEST(FileReplayWindow, StaysOpenUntilItIsCompleteAndClosesBeforeTheReplay) {
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(order, "way");
     EXPECT_EQ(world.dialogs.shown.back().text, "Le fichier n'existe pas");
+}
+
+TEST(StopWindow, ComesUpWhileSomethingIsTypedAndStopsIt) {
+    bool typing = true;
+    StopWindow window([&] { return typing; }, [&] { typing = false; });
+    window.begin();
+    EXPECT_FALSE(window.isVisible()) << "not for a moment's typing";
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.isVisible(); }));
+    EXPECT_FALSE(window.isActiveWindow());
+    window.findChild<QPushButton*>("CmdArreterSaisie")->click();
+    EXPECT_FALSE(typing);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window.isVisible(); }));
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ open_target() {
   case "$1" in
   foot) foot --config=/dev/null sh -c "stty raw -echo; exec cat >>'$work/typed.txt'" 2>"$work/target.log" & ;;
   qt) QT_QPA_PLATFORM=wayland "$bin/../tests/bin/typing_target" "$work/typed.txt" 2>"$work/target.log" & ;;
-  gtk) GDK_BACKEND=wayland python3 "$top/tests/wayland/gtk_target.py" "$work/typed.txt" 2>"$work/target.log" & ;;
+  gtk) GDK_BACKEND=wayland /usr/bin/python3 "$top/tests/wayland/gtk_target.py" "$work/typed.txt" 2>"$work/target.log" & ;;
   xterm)  # through Xwayland, which the compositor starts for it
     swaymsg exec "xterm -u8 -fa 'DejaVu Sans Mono' -e sh -c 'cat >>$work/typed.txt'" >"$work/target.log"
     ;;

@@ -1,0 +1,72 @@
+#include "platform/wayland/portal/portal_session.h"
+
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QVariantMap>
+#include <cstddef>
+
+namespace kalvo {
+
+namespace {
+
+constexpr unsigned kKeyboard = 1;
+constexpr std::size_t kMostReplies = 64;
+constexpr int kTimeOfReply = 5000;  // milliseconds
+
+QString newName() {
+    static int sessions = 0;
+    return QString("kalvo-portal-%1").arg(++sessions);
+}
+
+}  // namespace
+
+bool PortalSession::available() {
+    const QString name = newName();
+    bool found = false;
+    {
+        const QDBusConnection bus =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+        found = bus.isConnected() && (portalProperty(bus, "AvailableDeviceTypes") & kKeyboard) != 0;
+    }
+    QDBusConnection::disconnectFromBus(name);
+    return found;
+}
+
+PortalSession::PortalSession()
+    : name_(newName()),
+      bus_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, name_)),
+      consent_(std::make_unique<PortalConsent>(bus_)) {
+    consent_->moveToThread(&thread_);
+    thread_.start();
+}
+
+// The portal ends the session with the connection.
+PortalSession::~PortalSession() {
+    thread_.quit();
+    thread_.wait();
+    consent_.reset();
+    replies_.clear();
+    QDBusConnection::disconnectFromBus(name_);
+}
+
+void PortalSession::sendKey(xkb_keysym_t symbol, bool down) {
+    if (state() != State::kOpen) return;
+    const QDBusMessage call = portalCall("NotifyKeyboardKeysym")
+                              << QVariant::fromValue(QDBusObjectPath(consent_->session()))
+                              << QVariantMap() << static_cast<int>(symbol) << (down ? 1U : 0U);
+    replies_.push_back(bus_.asyncCall(call, kTimeOfReply));
+    if (replies_.size() > kMostReplies) takeReply();
+}
+
+void PortalSession::finish() {
+    while (!replies_.empty()) takeReply();
+}
+
+// A portal that was restarted knows nothing of the session any more.
+void PortalSession::takeReply() {
+    replies_.front().waitForFinished();
+    if (replies_.front().isError()) consent_->lose();
+    replies_.pop_front();
+}
+
+}  // namespace kalvo
