@@ -2,7 +2,7 @@
 ; rights. scripts/windows/build-installer gives it
 ;   FOLDER   the unpacked package, whose content is installed
 ;   REMOVAL  a script that deletes exactly these files
-;   VERSION, SIZE (kB), ICON, OUTPUT
+;   VERSION, SIZE (kB), ICON, SIDE (the picture beside first and last page), OUTPUT
 ;   DESKTOP  where the desktop program is in it; otherwise there are the commands only
 ;
 ; Silent: /S [/AUTOSTART=on|off] [/D=folder]; exit code 0, or 2 when it could not be done.
@@ -38,7 +38,9 @@ VIAddVersionKey /LANG=1036 "ProductVersion" "${VERSION}"
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${SIDE}"
 !define MUI_ABORTWARNING
+!define MUI_WELCOMEPAGE_TEXT "Le programme va être installé pour vous seul ; les droits d'administrateur ne sont pas nécessaires.$\r$\n$\r$\nUne version plus ancienne est remplacée ; vos réglages, scénarios et lots restent dans le dossier ${DATA}.$\r$\n$\r$\n$_CLICK"
 !insertmacro MUI_PAGE_WELCOME
 !ifdef DESKTOP
   !define MUI_COMPONENTSPAGE_SMALLDESC
