@@ -93,13 +93,13 @@ MannerTrial tryManners(const Platform& platform) {
 std::string verdictOf(const MannerTrial& trial) {
     switch (trial.outcome) {
         case TrialOutcome::kExact: {
-            const std::string name =
-                trial.application.empty()
-                    ? std::string("Cette application"_ansi)
-                    : std::string("« "_ansi) + trial.application + std::string(" »"_ansi);
-            return name + std::string(wantsEntry(trial)
-                                          ? " : exact avec une entrée."_ansi
-                                          : " : exact sans réglage, rien à ajouter."_ansi);
+            std::string text;
+            if (trial.application.empty())
+                text.append("Cette application"_ansi);
+            else
+                text.append("« "_ansi).append(trial.application).append(" »"_ansi);
+            return text.append(wantsEntry(trial) ? " : exact avec une entrée."_ansi
+                                                 : " : exact sans réglage, rien à ajouter."_ansi);
         }
         case TrialOutcome::kStopped:
             return std::string("Essai interrompu : "_ansi) + std::string(reasonOf(trial.stop));

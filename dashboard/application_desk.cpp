@@ -29,8 +29,8 @@ std::string_view refusalOf(std::string_view name) {
 }
 
 std::string mannerText(const TypingManner& manner) {
-    std::string text = std::string("méthode "_ansi) +
-                       std::string(allMethods()[static_cast<std::size_t>(manner.method)].name);
+    std::string text;
+    text.append("méthode "_ansi).append(allMethods()[static_cast<std::size_t>(manner.method)].name);
     const auto add = [&](int value, std::string_view what) {
         if (value > 0) text += ", " + std::to_string(value) + std::string(what);
     };
