@@ -9,9 +9,10 @@
 
 namespace kalvo {
 
-// Opens an installed Multidll library, or speaks Kermit over the serial port where
-// there is none; RuntimeError 53 or 453 for one that cannot be used. What is given here
-// must outlive the factory and the libraries it makes.
+// Opens the Multidll library that is installed, or named in PortSerie.ini (section Portable,
+// key Multidll); speaks Kermit over the serial port where there is none or it cannot be used,
+// and says so in its remark. What is given here must outlive the factory and the libraries it
+// makes.
 [[nodiscard]] MultidllFactory portableLink(FileSystem& files, ProfileFiles& profiles,
                                            std::string applicationFolder);
 

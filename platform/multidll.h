@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace kalvo {
@@ -94,6 +95,10 @@ public:
     [[nodiscard]] virtual std::int32_t HM_get_NAK_delay() = 0;
     [[nodiscard]] virtual std::int32_t HM_get_time_out() = 0;
     [[nodiscard]] virtual std::int32_t HM_version() = 0;
+
+    // What the user has to know of this way to a portable, French; empty for nothing. No
+    // function of the library.
+    [[nodiscard]] virtual std::string remark() const { return {}; }
 };
 
 // Makes a library. `breakRequested` is for it to ask while it waits; it must not be

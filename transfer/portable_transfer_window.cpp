@@ -112,6 +112,11 @@ QWidget* PortableTransferWindow::parameterBox() {
                               "Le temps de silence toléré du terminal portable.");
     lblVersion = namedLabel("lblVersion", "");
     grid->addWidget(lblVersion, grid->rowCount(), 0, 1, 4);
+    if (const std::string remark = library_->remark(); !remark.empty()) {
+        auto* const lblRemarque = namedLabel("lblRemarque", toQString(remark));
+        lblRemarque->setWordWrap(true);
+        grid->addWidget(lblRemarque, grid->rowCount(), 0, 1, 4);
+    }
     return box;
 }
 

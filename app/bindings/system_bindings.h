@@ -107,9 +107,9 @@ void onDisplayLoss(void (*handler)());
 [[nodiscard]] std::unique_ptr<TransferLine> createTransferLine(ProfileFiles& profiles,
                                                                std::string_view applicationFolder);
 
-// An installed communication library for portables; null when there is none.
-// RuntimeError for one that cannot be used.
-[[nodiscard]] std::unique_ptr<Multidll> findMultidll();
+// The communication library for portables that is named (UTF-8, a whole path) or installed
+// beside the program; null when there is none. RuntimeError for one that cannot be used.
+[[nodiscard]] std::unique_ptr<Multidll> findMultidll(const std::string& named);
 
 // The serial ports of this machine, ascending.
 [[nodiscard]] std::vector<PortEntry> listSerialPorts(ProfileFiles& profiles,

@@ -71,7 +71,9 @@ std::function<PortDevice(int number)> portDevices(ProfileFiles& profiles,
 
 PlugWatch plugWatch() { return watchPlugging; }
 
-std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }
+std::unique_ptr<Multidll> findMultidll(const std::string& named) {
+    return findMultidllLibrary(named);
+}
 
 std::vector<PortEntry> listSerialPorts(ProfileFiles& profiles, std::string_view applicationFolder) {
     return LinuxPortNames(profiles, portSerieIni(applicationFolder)).list();

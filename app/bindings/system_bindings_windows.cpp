@@ -9,7 +9,7 @@
 #include "platform/windows/keyboard/windows_foreground_window.h"
 #include "platform/windows/keyboard/windows_keyboard.h"
 #include "platform/windows/keyboard/windows_typing_watch.h"
-#include "platform/windows/multidll_library.h"
+#include "platform/windows/multidll/installed_multidll.h"
 #include "platform/windows/plug_watch.h"
 #include "platform/windows/port_names.h"
 #include "platform/windows/windows_file_system.h"
@@ -99,7 +99,9 @@ std::function<PortDevice(int number)> portDevices(ProfileFiles& profiles,
 
 PlugWatch plugWatch() { return watchPlugging; }
 
-std::unique_ptr<Multidll> findMultidll() { return findMultidllLibrary(); }
+std::unique_ptr<Multidll> findMultidll(const std::string& named) {
+    return findMultidllLibrary(named);
+}
 
 std::vector<PortEntry> listSerialPorts(ProfileFiles&, std::string_view) { return listPorts(); }
 

@@ -41,20 +41,14 @@ RuntimeError loadingError(const std::string& path, std::string_view reason) {
 
 }  // namespace
 
-std::unique_ptr<Multidll> findMultidllLibrary() {
+// Never by the loader's own search: that would take a file from wherever it finds one.
+std::unique_ptr<Multidll> findMultidllLibrary(const std::string& named) {
+    if (!named.empty()) return loadMultidllLibrary(std::filesystem::absolute(named).string());
     std::error_code unknown;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", unknown);
     const auto beside = program.parent_path() / kLibrary;
-    if (!unknown && std::filesystem::exists(beside, unknown)) return loadMultidllLibrary(beside);
-
-    const std::string name(kLibrary);
-    if (void* const library = dlopen(name.c_str(), RTLD_NOW | RTLD_LOCAL))
-        return std::make_unique<LoadedMultidll>(Library(library));
-    // Without a folder the loader names the file alone only when it has not found it;
-    // anything else is about a file that is there.
-    const std::string reason = dlerror();
-    if (reason.starts_with(name + ':')) return nullptr;
-    throw loadingError(name, reason);
+    if (unknown || !std::filesystem::exists(beside, unknown)) return nullptr;
+    return loadMultidllLibrary(beside);
 }
 
 std::unique_ptr<Multidll> loadMultidllLibrary(const std::string& path) {

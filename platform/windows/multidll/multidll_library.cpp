@@ -1,4 +1,4 @@
-#include "platform/windows/multidll_library.h"
+#include "platform/windows/multidll/multidll_library.h"
 
 #include <windows.h>
 
@@ -11,8 +11,6 @@
 namespace kalvo {
 
 namespace {
-
-constexpr const wchar_t* kLibrary = L"Multidll.dll";
 
 struct Unload {
     void operator()(HMODULE library) const { FreeLibrary(library); }
@@ -36,19 +34,12 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Multidll> findMultidllLibrary() {
-    // Looks beside the program first.
-    std::wstring path(32768, L'\0');
-    const DWORD length = SearchPathW(nullptr, kLibrary, nullptr, static_cast<DWORD>(path.size()),
-                                     path.data(), nullptr);
-    if (length == 0 || length >= path.size()) return nullptr;
-    path.resize(length);
-    return loadMultidllLibrary(path);
-}
-
 std::unique_ptr<Multidll> loadMultidllLibrary(const std::wstring& path) {
-    // What it needs itself is looked for beside it.
-    Library library(LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+    // What it needs itself comes from beside it or from the system, never from the folder
+    // the program happens to run in.
+    Library library(
+        LoadLibraryExW(path.c_str(), nullptr,
+                       LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS));
     if (library != nullptr) return std::make_unique<LoadedMultidll>(std::move(library));
     const DWORD error = GetLastError();
     if (error == ERROR_BAD_EXE_FORMAT) throw otherBitness(ansiFromWide(path));
