@@ -29,6 +29,8 @@ struct MemoryProfiles : ProfileFiles {
         values[placeOf(section, key)] = value;
         return true;
     }
+    std::vector<std::string> sections(std::string_view) override { return {}; }
+    bool removeSection(std::string_view, std::string_view) override { return false; }
 };
 
 }  // namespace
