@@ -17,13 +17,13 @@
 
 namespace {
 
-using kalvo::CommandLine;
 using kalvo::SystemBindings;
-using kalvo::literals::operator""_ansi;
 
 #ifndef KALVO_DESKTOP
+using kalvo::literals::operator""_ansi;
+
 // A build for machines without windows.
-int runDesktop(const CommandLine&, SystemBindings&) {
+int runDesktop(const kalvo::CommandLine&, SystemBindings&) {
     kalvo::writeErrorLine(
         "Ce programme a été construit sans fenêtres ; utilisez kalvo-horizon listen"_ansi);
     return kalvo::kExitFailure;

@@ -24,7 +24,8 @@ public:
     explicit ReconnectingKeyboard(Connect connect);
     // The same for a command that is no use without: RuntimeErrors of `connect` get out.
     enum Needed { kNeeded };
-    ReconnectingKeyboard(Connect connect, Needed) : connect_(connect), keyboard_(connect()) {}
+    ReconnectingKeyboard(Connect connect, Needed)
+        : connect_(std::move(connect)), keyboard_(connect_()) {}
 
     [[nodiscard]] bool takeTurn() override { return turns_.take(); }
     void giveTurnBack() override { turns_.giveBack(); }
@@ -43,8 +44,8 @@ public:
     [[nodiscard]] KeyboardLayout& foregroundLayout() override {
         return keyboard_->foregroundLayout();
     }
-    void useManners(MannerOf mannerOf) override {
-        mannerOf_ = std::move(mannerOf);
+    void useManners(const MannerOf& mannerOf) override {
+        mannerOf_ = mannerOf;
         keyboard_->useManners(mannerOf_);
     }
     [[nodiscard]] std::optional<std::string> clipboardText() override {

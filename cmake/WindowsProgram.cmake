@@ -12,12 +12,17 @@ execute_process(COMMAND ${KALVO_CONVERT} ${pictures} ${KALVO_ICON} COMMAND_ERROR
 set(KALVO_MANIFEST ${PROJECT_BINARY_DIR}/kalvo-horizon.manifest)
 configure_file(${PROJECT_SOURCE_DIR}/app/windows/kalvo-horizon.manifest.in ${KALVO_MANIFEST} @ONLY)
 
-# kalvo_windows_program(NAME FILE DESCRIPTION): the resources, for a target of this tree;
-# FILE is what its program is called there, DESCRIPTION what the system says of it.
+# kalvo_windows_resources(NAME FILE DESCRIPTION): writes NAME.rc into the build folder; FILE is
+# what the program is called there, DESCRIPTION what the system says of it.
+function(kalvo_windows_resources name file description)
+  configure_file(${PROJECT_SOURCE_DIR}/app/windows/kalvo-horizon.rc.in
+    ${PROJECT_BINARY_DIR}/${name}.rc @ONLY)
+endfunction()
+
+# kalvo_windows_program(NAME FILE DESCRIPTION): the same, for a target of this tree.
 function(kalvo_windows_program name file description)
-  set(resources ${PROJECT_BINARY_DIR}/${name}.rc)
-  configure_file(${PROJECT_SOURCE_DIR}/app/windows/kalvo-horizon.rc.in ${resources} @ONLY)
-  target_sources(${name} PRIVATE ${resources})
+  kalvo_windows_resources(${name} ${file} ${description})
+  target_sources(${name} PRIVATE ${PROJECT_BINARY_DIR}/${name}.rc)
 endfunction()
 
 # kalvo_windows_desktop(NAME): no console; the toolkit's plugins and its French texts

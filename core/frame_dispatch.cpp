@@ -145,7 +145,7 @@ BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJourn
         platform.progress.unload();
         return keepForLater(platform, journal, batch, state.ReceivedData.size());
     }
-    const BatchReport report = Dispatch(platform, state, journal, batch, state.ReceivedData).run(1);
+    BatchReport report = Dispatch(platform, state, journal, batch, state.ReceivedData).run(1);
     resetPort(platform.port);
     return report;
 }

@@ -35,7 +35,7 @@ void compileChosenScenario(const Platform& platform, RunTimeState& state) {
     const Compilation compilation =
         CompileScenario(platform, *state.database, state.scenario.applicationFolder, *numero);
     for (const std::string& warning : compilation.warnings)
-        platform.log.write(LogLevel::kWarning, name + " : " + warning);
+        platform.log.write(LogLevel::kWarning, std::string(name).append(" : ").append(warning));
     if (!compilation.problem.empty())
         platform.dialogs.message(compilation.problem, kApplicationTitle, MessageIcon::kExclamation);
 }

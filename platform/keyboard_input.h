@@ -76,7 +76,7 @@ public:
     [[nodiscard]] virtual KeyboardLayout& foregroundLayout() = 0;
 
     // Who knows how an application wants to be typed into; asked for each script.
-    virtual void useManners(MannerOf /*mannerOf*/) {}
+    virtual void useManners(const MannerOf& /*mannerOf*/) {}
 
     // Several sites may share a session: a batch is typed by whoever has the keyboard's turn.
     // False while another has it. Ends with giveTurnBack() or the process.

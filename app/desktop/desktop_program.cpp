@@ -254,7 +254,7 @@ void DesktopProgram::showError(const RuntimeError& error) {
     dialogs_.message(errorText(error), kApplicationTitle, MessageIcon::kCritical);
 }
 
-bool DesktopProgram::isSet(Option option) {
+bool DesktopProgram::isSet(Option option) const {
     return optionSet(*bindings_.profiles, bindings_.applicationFolder, option);
 }
 

@@ -75,7 +75,7 @@ private:
 
     void lineChanged(bool lost);
     void showError(const RuntimeError& error);
-    [[nodiscard]] bool isSet(Option option);
+    [[nodiscard]] bool isSet(Option option) const;
     [[nodiscard]] QString keyboardText();
     [[nodiscard]] std::unique_ptr<ForegroundWindow> connectForeground();
     [[nodiscard]] Platform platform();

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "dashboard/site_archive.h"
 #include "journal/batch_journal.h"
@@ -28,7 +29,7 @@ constexpr std::string_view kFilter = "Archives zip (*.zip)|*.zip|Tous (*.*)|*.*"
 
 }  // namespace
 
-SitePage::SitePage(const DashboardContext& context) : context_(context) {
+SitePage::SitePage(DashboardContext context) : context_(std::move(context)) {
     auto* const explanation = new QLabel(
         "La base des scénarios est copiée chaque jour, au premier démarrage du programme ; les dix "
         "derniers jours sont gardés dans le dossier « Copies » du site.");

@@ -16,7 +16,7 @@ namespace kalvo {
 
 class SitePage : public QWidget {
 public:
-    explicit SitePage(const DashboardContext& context);
+    explicit SitePage(DashboardContext context);
 
     void refresh();
 

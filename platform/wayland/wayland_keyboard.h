@@ -36,7 +36,7 @@ public:
     WaylandKeyboard& operator=(const WaylandKeyboard&) = delete;
 
     [[nodiscard]] KeyboardLayout& foregroundLayout() override { return layout_; }
-    void useManners(MannerOf mannerOf) override { mannerOf_ = std::move(mannerOf); }
+    void useManners(const MannerOf& mannerOf) override { mannerOf_ = mannerOf; }
     void prepareFor(std::string_view script) override;
     [[nodiscard]] bool awaitTarget(int milliseconds) override;
     void SendInput(std::span<const KeyRecord> records) override;

@@ -49,7 +49,7 @@ public:
     void releaseAll();
 
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
-    void useManners(MannerOf mannerOf) override { mannerOf_ = std::move(mannerOf); }
+    void useManners(const MannerOf& mannerOf) override { mannerOf_ = mannerOf; }
     void prepareFor(std::string_view script) override;
     [[nodiscard]] std::string takeUntyped() override;
     [[nodiscard]] bool awaitTarget(int milliseconds) override;

@@ -38,12 +38,11 @@ public:
     // The portal knows the open session no more.
     void lose();
 
-private Q_SLOTS:
-    void onResponse(uint response, const QVariantMap& results, const QDBusMessage& message);
-    void onClosed(const QVariantMap& details, const QDBusMessage& message);
-    void onOwnerChange(const QString& name, const QString& before);
-
 private:
+    Q_SLOT void onResponse(uint response, const QVariantMap& results, const QDBusMessage& message);
+    Q_SLOT void onClosed(const QVariantMap& details, const QDBusMessage& message);
+    Q_SLOT void onOwnerChange(const QString& name, const QString& before);
+
     enum class Step : std::uint8_t { kCreate, kSelect, kStart };
 
     // False when the state was another one.

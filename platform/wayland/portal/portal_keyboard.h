@@ -41,7 +41,7 @@ public:
     [[nodiscard]] std::string_view name() const override { return kName; }
     [[nodiscard]] std::string_view remark() const override;
     void requestLeave(LeaveAnswer answer) override;
-    void useManners(MannerOf mannerOf) override { mannerOf_ = std::move(mannerOf); }
+    void useManners(const MannerOf& mannerOf) override { mannerOf_ = mannerOf; }
     void prepareFor(std::string_view script) override;
     [[nodiscard]] std::string takeUntyped() override;
     [[nodiscard]] bool reconnects() const override { return session_->alive(); }

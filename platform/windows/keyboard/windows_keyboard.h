@@ -49,7 +49,7 @@ public:
     [[nodiscard]] std::string_view name() const override { return "SendInput"; }
     [[nodiscard]] bool connected() override { return access_.open(); }
     [[nodiscard]] TypingStop obstacle() override;
-    void useManners(MannerOf mannerOf) override { mannerOf_ = std::move(mannerOf); }
+    void useManners(const MannerOf& mannerOf) override { mannerOf_ = mannerOf; }
     void prepareFor(std::string_view script) override;
     [[nodiscard]] std::string takeUntyped() override;
     [[nodiscard]] KeyboardLayout& foregroundLayout() override;
