@@ -27,6 +27,8 @@ namespace kalvo {
 
 namespace {
 
+constexpr int kRoomForAccent = 3;  // pixels
+
 constexpr int kTimeBetweenLooks = 1000;  // milliseconds
 constexpr std::size_t kMostKeys = 500;
 constexpr int kSpareLines = 4;
@@ -86,6 +88,8 @@ FirstSiteWindow::FirstSiteWindow(QWidget* owner, const Platform& platform, RunTi
     QFont bold = LblEtape->font();
     bold.setBold(true);
     LblEtape->setFont(bold);
+    // The accent of a bold capital stands above the line the font asks for.
+    LblEtape->setContentsMargins(0, kRoomForAccent, 0, 0);
     pages_ = new QStackedWidget;
     pages_->addWidget(terminalPage());
     pages_->addWidget(scenarioPage());
