@@ -51,8 +51,9 @@ bool X11Keyboard::holdLayout() {
     return false;
 }
 
+// Asked for every key. While others are held nobody changes the layout.
 KeyboardLayout& X11Keyboard::foregroundLayout() {
-    layout_.follow();
+    if (!connection_.holdsOthers()) layout_.follow();
     layout_.text().pass(manner_.method == TypingMethod::kClipboard && !modifierHeld());
     return layout_;
 }

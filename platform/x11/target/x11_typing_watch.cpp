@@ -17,30 +17,49 @@ namespace {
 // has found the next one.
 constexpr std::chrono::milliseconds kFocusGap{1000};
 
+constexpr std::uint32_t kRawKeys =
+    XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+
 }  // namespace
 
 X11TypingWatch::X11TypingWatch(std::function<WatchRules()> rules, const char* display)
     : rules_(std::move(rules)), connection_(display) {
-    listenToKeys();
+    select(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
+    listenToKeyboards();
 }
 
-void X11TypingWatch::listenToKeys() {
+void X11TypingWatch::select(std::uint16_t device, std::uint32_t events) {
     struct {
         xcb_input_event_mask_t head;
-        std::uint32_t mask;
-    } select{};
-    select.head.deviceid = XCB_INPUT_DEVICE_ALL;
-    select.head.mask_len = 1;
-    select.mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE |
-                  XCB_INPUT_XI_EVENT_MASK_HIERARCHY;
-    xcb_input_xi_select_events(connection_.get(), connection_.root(), 1, &select.head);
+        std::uint32_t events;
+    } mask{};
+    mask.head.deviceid = device;
+    mask.head.mask_len = 1;
+    mask.events = events;
+    xcb_input_xi_select_events(connection_.get(), connection_.root(), 1, &mask.head);
+}
+
+// Every pair of master devices has an XTEST keyboard of its own. Nothing of those is sent
+// here at all: to be told of each key typed would cost the server as much as the typing.
+void X11TypingWatch::listenToKeyboards() {
+    xcb_connection_t* const x = connection_.get();
+    const XReply<xcb_input_xi_query_device_reply_t> reply(xcb_input_xi_query_device_reply(
+        x, xcb_input_xi_query_device(x, XCB_INPUT_DEVICE_ALL), nullptr));
+    if (!reply) return;
+    for (auto at = xcb_input_xi_query_device_infos_iterator(reply.get()); at.rem > 0;
+         xcb_input_xi_device_info_next(&at)) {
+        if (at.data->type != XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD &&
+            at.data->type != XCB_INPUT_DEVICE_TYPE_FLOATING_SLAVE)
+            continue;
+        const std::string_view name(xcb_input_xi_device_info_name(at.data), at.data->name_len);
+        select(at.data->deviceid, name.ends_with("XTEST keyboard") ? 0 : kRawKeys);
+    }
     connection_.flush();
 }
 
 void X11TypingWatch::begin() {
     rule_ = rules_();
     findStopKey();
-    findXtestKeyboards();
     target_ = known_ = applications_.focused();
     application_ = applications_.of(target_);
     forgetKeys();
@@ -81,7 +100,7 @@ TypingStop X11TypingWatch::look() {
     // Behind the answer every key pressed before it has arrived.
     const xcb_window_t focused = applications_.focused();
     readKeys();
-    if (std::exchange(keyboardsChanged_, false)) findXtestKeyboards();
+    if (std::exchange(keyboardsChanged_, false)) listenToKeyboards();
     hold_ = keyDown() || std::exchange(keyPressed_, false) ? Hold::kUserKey : Hold::kNone;
     if (stopKeyPressed_) return TypingStop::kStopKey;
     return rule_.targetGuard ? lookAtFocus(focused) : TypingStop::kNone;
@@ -133,8 +152,7 @@ void X11TypingWatch::readKeys() {
             case XCB_INPUT_RAW_KEY_PRESS:
             case XCB_INPUT_RAW_KEY_RELEASE: {
                 const auto& key = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(*event);
-                if (key.deviceid == key.sourceid)  // not the master's repetition of it
-                    keyMoved(key.sourceid, key.detail, key.event_type == XCB_INPUT_RAW_KEY_PRESS);
+                keyMoved(key.deviceid, key.detail, key.event_type == XCB_INPUT_RAW_KEY_PRESS);
                 break;
             }
             default: break;
@@ -143,7 +161,7 @@ void X11TypingWatch::readKeys() {
 }
 
 void X11TypingWatch::keyMoved(std::uint16_t keyboard, std::uint32_t key, bool down) {
-    if (key >= heldBefore_.size() || xtest_.contains(keyboard)) return;
+    if (key >= heldBefore_.size()) return;
     if (!down) {
         heldBefore_.reset(key);
         down_[keyboard].reset(key);
@@ -153,20 +171,6 @@ void X11TypingWatch::keyMoved(std::uint16_t keyboard, std::uint32_t key, bool do
     down_[keyboard].set(key);
     keyPressed_ = true;
     if (rule_.stopKey && key == stopKey_ && stopKey_ != 0) stopKeyPressed_ = true;
-}
-
-// Every pair of master devices has an XTEST keyboard of its own.
-void X11TypingWatch::findXtestKeyboards() {
-    xtest_.clear();
-    xcb_connection_t* const x = connection_.get();
-    const XReply<xcb_input_xi_query_device_reply_t> reply(xcb_input_xi_query_device_reply(
-        x, xcb_input_xi_query_device(x, XCB_INPUT_DEVICE_ALL), nullptr));
-    if (!reply) return;
-    for (auto at = xcb_input_xi_query_device_infos_iterator(reply.get()); at.rem > 0;
-         xcb_input_xi_device_info_next(&at)) {
-        const std::string_view name(xcb_input_xi_device_info_name(at.data), at.data->name_len);
-        if (name.ends_with("XTEST keyboard")) xtest_.insert(at.data->deviceid);
-    }
 }
 
 }  // namespace kalvo

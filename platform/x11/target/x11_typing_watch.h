@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <set>
 
 #include "platform/typing_watch.h"
 #include "platform/x11/target/x11_application.h"
@@ -33,13 +32,13 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    void listenToKeys();
+    void select(std::uint16_t device, std::uint32_t events);
+    void listenToKeyboards();
     void findStopKey();
     void forgetKeys();
     // Takes in the keys that have arrived.
     void readKeys();
     void keyMoved(std::uint16_t keyboard, std::uint32_t key, bool down);
-    void findXtestKeyboards();
     [[nodiscard]] bool keyDown() const;
     [[nodiscard]] TypingStop lookAtFocus(xcb_window_t focused);
 
@@ -58,7 +57,6 @@ private:
     // By keyboard: the keys that went down since begin(), and those that were down then.
     std::map<std::uint16_t, std::bitset<256>> down_;
     std::bitset<256> heldBefore_;
-    std::set<std::uint16_t> xtest_;
     bool keyboardsChanged_ = false;
 };
 
