@@ -24,6 +24,7 @@
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/number_text.h"
+#include "text/resume_next.h"
 
 namespace kalvo {
 
@@ -206,7 +207,10 @@ bool FirstSite::finish() {
     storeSwitches();
     choices.form.CboChoix.select(scenarioName);
     choices.chooseConnection(choices.form.CboChoix.selected);
-    choices.applyConfiguration();
+    choices.applyChoice();
+    // Whoever finds the port closed afterwards says why.
+    resumeNext([&] { serial.saveAndReconnect(); });
+    choices.showInForce();
     return platform_.port.PortOpen();
 }
 

@@ -60,7 +60,8 @@ public:
     void test(const TestDesktop& desktop) const;
 
     // Stores everything, compiles the scenario, puts it in force and opens the port; true
-    // when that is open. RuntimeErrors of the database: nothing is stored then.
+    // when that is open; nothing is said when it is not. RuntimeErrors of the database: nothing
+    // is stored then.
     bool finish();
 
 private:

@@ -110,22 +110,29 @@ void ScenarioChoices::apply(const std::string& choice) {
 bool ScenarioChoices::applyConfiguration() {
     bool done = false;
     try {
-        const std::string choice =
-            connectionChoice_.empty() ? form.CboChoixText : connectionChoice_;
-        if (choice.empty())
-            showWarning(platform_.dialogs, "Vous devez entrer un choix pour le scenario choisi.");
-        else
-            apply(choice);
+        done = applyChoice();
         serial_.saveAndReconnect();
-        done = !choice.empty();
     } catch (const RuntimeError&) {
         showWarning(
             platform_.dialogs,
             "Une erreur vient de se produire. L'opération en cours a été annulée. Merci de bien "
             "vouloir recommencer"_ansi);
     }
-    platform_.icon.modify(trayTip(platform_.port.CommPort(), state_.scenario.active.ScenarioName));
+    showInForce();
     return done;
+}
+
+bool ScenarioChoices::applyChoice() {
+    const std::string choice = connectionChoice_.empty() ? form.CboChoixText : connectionChoice_;
+    if (choice.empty())
+        showWarning(platform_.dialogs, "Vous devez entrer un choix pour le scenario choisi.");
+    else
+        apply(choice);
+    return !choice.empty();
+}
+
+void ScenarioChoices::showInForce() {
+    platform_.icon.modify(trayTip(platform_.port.CommPort(), state_.scenario.active.ScenarioName));
 }
 
 void ScenarioChoices::forget(const std::string& name) {

@@ -55,6 +55,10 @@ public:
     // Choices, separator, compilation, serial settings, port. A failure ends it
     // with a message. True when all of it was done.
     bool applyConfiguration();
+    // The same without the port; RuntimeErrors are the caller's. False without a choice.
+    bool applyChoice();
+    // Port and scenario at the icon.
+    void showInForce();
     // A scenario that is gone is nobody's choice.
     void forget(const std::string& name);
     // A scenario has got another name: it stays chosen, and in force.

@@ -95,7 +95,8 @@ std::string SerialDevices::describe(const std::string& path) const {
     const std::string name = target.filename().string();
     const fs::path hardware =
         fs::canonical(fs::path(systemFolder_) / "class/tty" / name / "device", error);
-    if (error) return kindOf(name);
+    // The driver of a built-in port is called "port" or the like.
+    if (error || numberBehind("ttyS", name)) return kindOf(name);
     const std::string product = productName(hardware, systemFolder_);
     const std::string driver = driverName(hardware);
     const std::string text = product.empty() ? kindOf(name) : fromUtf8(product);

@@ -134,6 +134,7 @@ TEST_F(FirstSiteTest, TheAdvisableOptionsAreSetAndNoOthers) {
     site.advisedOptions = true;
     world.port.openError = 8002;
     EXPECT_FALSE(site.finish());
+    EXPECT_THAT(world.dialogs.shown, IsEmpty()) << "the start-up that follows says it";
     std::vector<std::string_view> set;
     for (const OptionInfo& info : allOptions())
         if (optionValue(profiles, folder.path(), info.option) != info.standard)
