@@ -58,9 +58,10 @@ const Template& templateAt(int row) {
 }  // namespace
 
 bool nothingSetUp(const Platform& platform, const RunTimeState& state) {
+    // Applying settings of which nothing is chosen stores port 0.
     return state.database &&
-           readPortSerie(platform.profiles, state.scenario.applicationFolder, port_serie::kPort)
-               .empty() &&
+           integerPart(readPortSerie(platform.profiles, state.scenario.applicationFolder,
+                                     port_serie::kPort)) == 0 &&
            scenarioNames(*state.database).empty();
 }
 

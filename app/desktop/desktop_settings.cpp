@@ -178,7 +178,7 @@ void DesktopSettings::showRefusedLine() {
     const std::string speed =
         readPortSerie(platform_.profiles, bindings_.applicationFolder, port_serie::kSpeed);
     platform_.dialogs.message(
-        unusableSpeed(speed)
+        unusableSpeed(speed) && trimBlanks(speed) != "0"
             ? std::string("La vitesse enregistrée n'est pas un nombre : "_ansi) + speed +
                   std::string(". Choisissez-la dans l'onglet Propriétés, puis enregistrez avec "
                               "« Valider » de l'onglet Connexion."_ansi)

@@ -89,7 +89,13 @@ void SerialConfig::fillLists() {
 void SerialConfig::choosePort(int row) {
     if (!choose(CboPort, row)) return;
     choice_.port = static_cast<std::int16_t>(row + 1);
-    if (stored(port_serie::kPort).empty()) chooseUsualLine();
+    if (lineNeverSet()) chooseUsualLine();
+}
+
+// Applying settings of which nothing is chosen stores zeros.
+bool SerialConfig::lineNeverSet() const {
+    return stored(port_serie::kPort).empty() || (integerPart(stored(port_serie::kSpeed)) == 0 &&
+                                                 integerPart(stored(port_serie::kDataBits)) == 0);
 }
 
 void SerialConfig::chooseUsualLine() {

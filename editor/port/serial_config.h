@@ -49,6 +49,7 @@ public:
 private:
     // What most terminals are set to, for a site that has nothing stored yet.
     void chooseUsualLine();
+    [[nodiscard]] bool lineNeverSet() const;
 
     // What the window keeps while the user works.
     struct Choice {

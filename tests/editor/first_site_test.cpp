@@ -39,6 +39,8 @@ struct FirstSiteTest : ::testing::Test, testing::EditorSite {
 
 TEST_F(FirstSiteTest, StoresWhatTheSettingsWindowStores) {
     EXPECT_TRUE(nothingSetUp(platform, state));
+    setPort(port_serie::kPort, " 0");
+    EXPECT_TRUE(nothingSetUp(platform, state)) << "applied with nothing chosen";
     site.followDevices({"/dev/ttyS0"});
     EXPECT_EQ(site.serial.CboPort.selected, 0);
     site.followDevices({"", "/dev/ttyS1", "/dev/ttyS2"});
@@ -57,6 +59,7 @@ TEST_F(FirstSiteTest, StoresWhatTheSettingsWindowStores) {
     const auto byAssistant = stored();
 
     testing::EditorSite byHand;
+    byHand.setPort(port_serie::kPort, " 0");
     byHand.setPort(port_serie::kPortActive, "1");
     byHand.serial.ChargeCommunication();
     byHand.chooseSettings(2, 6, 4, 0, 0, 0, 2);
