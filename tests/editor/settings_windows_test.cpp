@@ -168,14 +168,14 @@ TEST_F(SettingsWindowTest, TheSettingsAreAppliedAndStayUsableAfterAnError) {
     auto* const port = find<QComboBox>("CboPort");
     EXPECT_TRUE(QTest::qWaitFor([&] { return port->itemText(0) == "COM 1 : /dev/ttyACM0"; }, 3000))
         << "plugged in while the page is open";
-    for (const auto& [box, row] : {std::pair{"CboPort", "COM 2 : /dev/ttyUSB0"},
-                                   {"CboVitesse", "9600"},
+    pick("CboPort", "COM 2 : /dev/ttyUSB0");
+    for (const auto& [box, row] : {std::pair{"CboVitesse", "9600"},
                                    {"CboDonnées", "8"},
                                    {"CboParité", "Aucune"},
                                    {"CboArret", "1"},
-                                   {"CboFlux", "Aucun"},
-                                   {"CboProtocol", "HT630"}})
-        pick(box, row);
+                                   {"CboFlux", "Aucun"}})
+        EXPECT_EQ(find<QComboBox>(box)->currentText(), row) << "chosen along with the first port";
+    pick("CboProtocol", "HT630");
     press("TlbPrpp", 1);
     EXPECT_EQ(world.dialogs.texts().back(), "Erreur 13") << "the terminal type is no speed";
     ASSERT_TRUE(window->isVisible());

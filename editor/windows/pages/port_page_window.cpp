@@ -71,9 +71,10 @@ PortPage::PortPage(const SettingsContext& context)
 }
 
 QWidget* PortPage::leftColumn() {
-    CboPort = makeComboBox("CboPort",
-                           "Le port série du terminal ; les ports présents montrent leur appareil.",
-                           [this](int row) { context_.serial.choosePort(row); });
+    CboPort = makeComboBox(
+        "CboPort", "Le port série du terminal ; les ports présents montrent leur appareil.",
+        // The first choice chooses the usual line, too.
+        [this](int row) { context_.act([=, this] { context_.serial.choosePort(row); }); });
     CboPort->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     CboPort->setMinimumContentsLength(24);
     CboVitesse = makeComboBox("CboVitesse", "La vitesse de la ligne, en bits par seconde.",
