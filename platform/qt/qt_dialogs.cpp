@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStringList>
@@ -33,9 +34,11 @@ void prepare(QMessageBox& box, std::string_view text, std::string_view title, Me
     box.setWindowFlag(Qt::WindowStaysOnTopHint);
 }
 
-// Wide enough for the whole title beside the buttons of a title bar.
-void showWholeTitle(QDialog& dialog) {
-    dialog.setMinimumWidth(dialog.fontMetrics().horizontalAdvance(dialog.windowTitle()) * 2);
+// Wide enough for the whole title beside the buttons of a title bar. The layout of an input
+// dialog gives it the width of its parts, whatever is wanted of the dialog itself.
+void showWholeTitle(const QInputDialog& dialog) {
+    if (auto* const box = dialog.findChild<QLineEdit*>())
+        box->setMinimumWidth(dialog.fontMetrics().horizontalAdvance(dialog.windowTitle()) * 2);
 }
 
 // "label|pattern|label|pattern" as "label (patterns)", with the patterns in both

@@ -98,10 +98,12 @@ TEST(QtDialogs, AnInputGivesItsTextOrNothing) {
     QtDialogs dialogs;
     whenOpen<QInputDialog>([](QInputDialog& input) {
         EXPECT_EQ(input.labelText(), "Valeur de &&CODE") << "no shortcut";
+        EXPECT_GT(input.width(), input.fontMetrics().horizontalAdvance(input.windowTitle()) * 2);
         input.setTextValue(input.textValue() + QString::fromUtf8("é€"));
         input.accept();
     });
-    EXPECT_EQ(dialogs.inputBox("Valeur de &CODE", "Titre", "x"), std::string("xé€"_ansi));
+    EXPECT_EQ(dialogs.inputBox("Valeur de &CODE", "Un titre bien plus long", "x"),
+              std::string("xé€"_ansi));
     whenOpen<QInputDialog>([](QInputDialog& input) { input.reject(); });
     EXPECT_EQ(dialogs.inputBox("Nom", "Titre", "x"), std::nullopt);
 }
