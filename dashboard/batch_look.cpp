@@ -69,9 +69,7 @@ std::vector<std::string> keysOf(const ScenarioRun& run, std::string_view script)
 
 BatchLook lookAt(const Platform& platform, const RunTimeState& state, std::string_view bytes) {
     NoProgress progress;
-    const Platform dry{platform.keyboard,  platform.port,  platform.profiles, platform.registry,
-                       platform.databases, platform.files, platform.events,   platform.dialogs,
-                       platform.icon,      progress,       platform.watch,    platform.log};
+    const Platform dry = dryRun(platform, platform.profiles, progress);
     ScenarioRun run = state.scenario;
     run.counterUse = CounterUse::kReadOnly;
     std::string frame(beginningOf(bytes));

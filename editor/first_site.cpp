@@ -160,9 +160,7 @@ ScriptPreview FirstSite::preview() const {
             return set ? std::optional<std::string>("1") : std::nullopt;
         });
     NoProgress progress;
-    const Platform dry{platform_.keyboard,  platform_.port,  profiles,         platform_.registry,
-                       platform_.databases, platform_.files, platform_.events, platform_.dialogs,
-                       platform_.icon,      progress,        platform_.watch,  platform_.log};
+    const Platform dry = dryRun(platform_, profiles, progress);
     ScenarioRun run;
     run.applicationFolder = folder;
     run.counterUse = CounterUse::kReadOnly;

@@ -61,9 +61,7 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
             return file == path ? std::optional(valueIn(compiledNow, section, key)) : std::nullopt;
         });
     NoProgress progress;
-    const Platform dry{platform.keyboard,  platform.port,  profiles,        platform.registry,
-                       platform.databases, platform.files, platform.events, platform.dialogs,
-                       platform.icon,      progress,       platform.watch,  platform.log};
+    const Platform dry = dryRun(platform, profiles, progress);
     ScenarioRun run;
     run.applicationFolder = folder;
     run.counterUse = CounterUse::kReadOnly;
