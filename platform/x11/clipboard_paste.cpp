@@ -189,8 +189,9 @@ void ClipboardPaste::answer(const xcb_selection_request_event_t& request) {
                    reinterpret_cast<const char*>(&notice));
     xcb_flush(x);
     if (!text && request.target != targets_) return;
-    (text ? fetched_ : noticed_) = {.client = clientOf(request.requestor),
-                                    .program = programOf(connection_, request.requestor)};
+    Asker& asker = text ? fetched_ : noticed_;
+    asker.client = clientOf(request.requestor);
+    asker.program = programOf(connection_, request.requestor);
     changed_.notify_all();
 }
 
