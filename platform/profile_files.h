@@ -32,8 +32,9 @@ public:
     // The names of the sections in the order of the file; empty when there is no file.
     [[nodiscard]] virtual std::vector<std::string> sections(std::string_view file) = 0;
 
-    // Removes the first section of that name with its keys; no harm when there is none. False
-    // when the file could not be written.
+    // Removes the first section of that name with its keys, not with the comments behind the
+    // last of them, which are about the next one; no harm when there is none. False when the
+    // file could not be written.
     virtual bool removeSection(std::string_view file, std::string_view section) = 0;
 };
 

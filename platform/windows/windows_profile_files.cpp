@@ -5,6 +5,10 @@
 #include <array>
 #include <cstddef>
 
+#include "platform/windows/windows_file_system.h"
+#include "text/profile_file_text.h"
+#include "text/resume_next.h"
+
 namespace kalvo {
 
 namespace {
@@ -60,10 +64,12 @@ std::vector<std::string> WindowsProfileFiles::sections(std::string_view file) {
     return all;
 }
 
+// The system's own function would take the comments on the next section along.
 bool WindowsProfileFiles::removeSection(std::string_view file, std::string_view section) {
-    const std::string path = absolutePath(file);
-    return !path.empty() && WritePrivateProfileStringA(std::string(section).c_str(), nullptr,
-                                                       nullptr, path.c_str()) != 0;
+    WindowsFileSystem files;
+    if (!files.fileExists(file) && !files.folderExists(file)) return true;
+    return resumeNext(
+        [&] { files.replace(file, withoutProfileSection(files.read(file), section)); });
 }
 
 }  // namespace kalvo

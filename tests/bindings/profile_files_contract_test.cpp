@@ -125,7 +125,9 @@ TEST_F(ProfileFilesContract, WritesTheFirstMatchAndLeavesTheRest) {
 TEST_F(ProfileFilesContract, ListsSectionsAndRemovesTheFirstOfAName) {
     const std::string file = folder_ / "removed.ini";
     EXPECT_TRUE(profiles_.sections(file).empty());
-    writeBytes(file, std::string(kAwkward));
+    std::string content(kAwkward);
+    content.insert(content.find("[Other]"), "; on the next\r\n");
+    writeBytes(file, content);
     using Names = std::vector<std::string>;
     EXPECT_EQ(profiles_.sections(file),
               (Names{std::string(kPort), "Other", std::string("PORT_SéRIE"_ansi), "Last"}));
@@ -135,6 +137,7 @@ TEST_F(ProfileFilesContract, ListsSectionsAndRemovesTheFirstOfAName) {
     EXPECT_EQ(profiles_.read(file, kPort, "Port"), "");
     EXPECT_EQ(profiles_.read(file, kPort, "late"), "1");
     EXPECT_EQ(profiles_.read(file, "Other", "Port"), "5");
+    EXPECT_NE(bytesOf(file).find("\n; on the next\r\n[Other]"), std::string::npos);
     EXPECT_FALSE(profiles_.removeSection(folder_.path(), "s")) << "a folder";
 }
 

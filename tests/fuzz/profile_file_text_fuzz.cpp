@@ -2,12 +2,11 @@
 // stay.
 #include <algorithm>
 
-#include "platform/linux/settings/file_text.h"
-#include "platform/linux/settings/profile_file_text.h"
-#include "platform/profile_files.h"
 #include "tests/fuzz/fuzz_property.h"
 #include "text/ansi_text.h"
+#include "text/file_text.h"
 #include "text/number_text.h"
+#include "text/profile_file_text.h"
 
 namespace kalvo {
 namespace {
@@ -30,7 +29,7 @@ std::string asRead(std::string_view value) {
     const bool quoted = value.size() >= 2 && value.front() == value.back() &&
                         (value.front() == '"' || value.front() == '\'');
     if (quoted) value = value.substr(1, value.size() - 2);
-    return std::string(value.substr(0, kLongestProfileValue));
+    return std::string(value);
 }
 
 }  // namespace

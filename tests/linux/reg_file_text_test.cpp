@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "platform/linux/settings/file_text.h"
 #include "text/ansi_text.h"
+#include "text/file_text.h"
 
 namespace kalvo {
 namespace {

@@ -4,15 +4,16 @@
 #include <utility>
 
 #include "platform/linux/native_path.h"
-#include "platform/linux/settings/profile_file_text.h"
 #include "platform/linux/whole_file.h"
+#include "text/profile_file_text.h"
 
 namespace kalvo {
 
 std::string LinuxProfileFiles::read(std::string_view file, std::string_view section,
                                     std::string_view key) {
     std::optional<std::string> content = readWholeFile(nativePath(file));
-    return content ? findProfileValue(std::move(*content), section, key) : "";
+    if (!content) return {};
+    return findProfileValue(std::move(*content), section, key).substr(0, kLongestProfileValue);
 }
 
 bool LinuxProfileFiles::write(std::string_view file, std::string_view section, std::string_view key,

@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <utility>
 
-#include "platform/linux/settings/file_text.h"
 #include "platform/linux/settings/reg_file_value.h"
 #include "text/ansi_text.h"
+#include "text/file_text.h"
 #include "text/number_text.h"
 
 namespace kalvo {

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/linux/settings/file_text.h"
 #include "platform/registry.h"
+#include "text/file_text.h"
 
 namespace kalvo {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/settings/file_text.h"
+#include "text/file_text.h"
 
 #include <cstddef>
 #include <utility>

@@ -1,12 +1,11 @@
-#include "platform/linux/settings/profile_file_text.h"
+#include "text/profile_file_text.h"
 
 #include <algorithm>
 #include <optional>
 #include <utility>
 
-#include "platform/linux/settings/file_text.h"
-#include "platform/profile_files.h"
 #include "text/ansi_text.h"
+#include "text/file_text.h"
 #include "text/number_text.h"
 
 namespace kalvo {
@@ -110,9 +109,7 @@ std::string findProfileValue(std::string content, std::string_view section, std:
     const FileText file = decodeSettings(std::move(content));
     const Place place = locate(file, section, key);
     if (!place.entry) return {};
-    std::string value = file.toAnsi(untilNul(withoutQuotes(place.entry->value)));
-    if (value.size() > kLongestProfileValue) value.resize(kLongestProfileValue);
-    return value;
+    return file.toAnsi(untilNul(withoutQuotes(place.entry->value)));
 }
 
 std::string withProfileValue(std::string content, std::string_view section, std::string_view key,

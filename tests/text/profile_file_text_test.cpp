@@ -1,12 +1,12 @@
-#include "platform/linux/settings/profile_file_text.h"
+#include "text/profile_file_text.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <string>
 
-#include "platform/linux/settings/file_text.h"
 #include "text/ansi_text.h"
+#include "text/file_text.h"
 
 namespace kalvo {
 namespace {
