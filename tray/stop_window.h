@@ -2,13 +2,14 @@
 #pragma once
 
 #include <QTimer>
-#include <QWidget>
 #include <functional>
+
+#include "tray/corner_window.h"
 
 namespace kalvo {
 
-// Comes up when typing takes a while, and goes with it. Never takes the focus.
-class StopWindow : public QWidget {
+// Comes up when typing takes a while, and goes with it.
+class StopWindow : public CornerWindow {
 public:
     StopWindow(const std::function<bool()>& typing, const std::function<void()>& stop);
 
@@ -16,8 +17,6 @@ public:
     void begin() { timer_.start(); }
 
 private:
-    void place();
-
     QTimer timer_;
 };
 

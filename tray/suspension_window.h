@@ -1,15 +1,15 @@
 // Tells that typing is suspended, and lets the user decide.
 #pragma once
 
-#include <QWidget>
 #include <functional>
+
+#include "tray/corner_window.h"
 
 class QLabel;
 
 namespace kalvo {
 
-// Never takes the focus: the application that is typed into keeps it.
-class SuspensionWindow : public QWidget {
+class SuspensionWindow : public CornerWindow {
 public:
     struct Actions {
         std::function<void()> resume;

@@ -1,9 +1,10 @@
-# Sourced by the tests of a Wayland session: sway without a screen, as an ordinary user.
-# Expects $top (the tree) and the script's $arguments. Exit code 77: sway is missing.
+# Sourced by the tests of a Wayland session without a screen, as an ordinary user: sway, or
+# the compositor among the $programs a script names. Expects $top (the tree) and the script's
+# $arguments. Exit code 77: a program is missing.
 bin=${KALVO_BIN:-$top/build/release/bin}
-for program in sway foot; do command -v "$program" >/dev/null || exit 77; done
+for program in ${programs:-sway foot}; do command -v "$program" >/dev/null || exit 77; done
 if [ "$(id -u)" -eq 0 ]; then
-  # sway refuses to run as root.
+  # Compositors refuse to run as root.
   exec setpriv --reuid=nobody --regid=nogroup --clear-groups env KALVO_BIN="$bin" "$0" "${arguments[@]}"
 fi
 
@@ -14,9 +15,18 @@ unset DISPLAY WAYLAND_DISPLAY WAYLAND_SOCKET DBUS_SESSION_BUS_ADDRESS
 export LC_ALL=C.UTF-8
 source "$top/scripts/session.sh"
 
-# start_sway LAYOUT: the user's keyboard has that layout.
+# start_bus NAME: a bus of our own; its address goes into the variable NAME.
+start_bus() {
+  dbus-daemon --config-file="$top/tests/wayland/bus.conf" --nofork --print-address=3 3>"$work/bus" 2>"$work/bus.log" &
+  processes+=($!)
+  until_true "bus" grep -q . "$work/bus"
+  export "$1=$(cat "$work/bus")"
+  rm "$work/bus"
+}
+
+# start_sway LAYOUT: the user's keyboard has that layout. With a bus there is a notification area.
 start_sway() {
-  printf 'xwayland enable\ninput type:keyboard xkb_layout %s\n' "$1" >"$work/sway.conf"
+  printf 'xwayland enable\ninput type:keyboard xkb_layout %s\nbar {\ntray_output *\n}\n' "$1" >"$work/sway.conf"
   WLR_BACKENDS=headless WLR_LIBINPUT_NO_DEVICES=1 WLR_RENDERER=pixman \
     sway -c "$work/sway.conf" >"$work/sway.log" 2>&1 &
   processes+=($!)
