@@ -31,7 +31,7 @@ void ReconnectingKeyboard::tryToConnect() {
     resumeNext([this] {
         keyboard_ = connect_();
         keyboard_->useManners(mannerOf_);
-        if (leaveAsked_) keyboard_->requestLeave(LeaveAnswer::kLater);
+        if (leaveAsked_) keyboard_->requestLeave();
     });
 }
 

@@ -36,9 +36,9 @@ public:
         return keyboard_->obstacle();
     }
     [[nodiscard]] std::string_view name() const override { return keyboard_->name(); }
-    void requestLeave(LeaveAnswer answer) override {
+    void requestLeave() override {
         leaveAsked_ = true;
-        keyboard_->requestLeave(answer);
+        keyboard_->requestLeave();
     }
     [[nodiscard]] std::string_view remark() const override { return keyboard_->remark(); }
     [[nodiscard]] KeyboardLayout& foregroundLayout() override {

@@ -96,7 +96,7 @@ void TypingTurns::resume() {
 
 bool TypingTurns::mayGoOn() {
     if (canDispatch(platform_, state_)) return desktop_.targetReady();
-    platform_.keyboard.requestLeave(LeaveAnswer::kLater);
+    platform_.keyboard.requestLeave();
     desktop_.say(
         std::string("Saisie impossible : "_ansi).append(keyboardProblem(platform_.keyboard)));
     return false;
@@ -176,7 +176,7 @@ void TypingTurns::retype(std::int64_t id, std::string bytes, std::int32_t fromPa
 // Whoever refused is asked again: now it is he who wants something typed.
 void TypingTurns::start(Batch batch) {
     if (!canDispatch(platform_, state_)) {
-        platform_.keyboard.requestLeave(LeaveAnswer::kLater);
+        platform_.keyboard.requestLeave();
         wait(std::move(batch), keyboardProblem(platform_.keyboard));
         return;
     }

@@ -61,9 +61,6 @@ public:
     [[nodiscard]] virtual std::uint16_t MapVirtualKeyExA(std::uint16_t virtualKey) = 0;
 };
 
-// Whether the user's answer is waited for.
-enum class LeaveAnswer : std::uint8_t { kAwaited, kLater };
-
 // The keyboard of the session. Used from the program's own thread only.
 // A failing injection types nothing; obstacle() tells of it.
 class KeyboardInput {
@@ -107,8 +104,8 @@ public:
     [[nodiscard]] virtual std::string_view remark() const { return {}; }
 
     // Asks the user's leave to type, where the session wants that and he is not being asked
-    // or has agreed.
-    virtual void requestLeave(LeaveAnswer) {}
+    // or has agreed. Returns at once; obstacle() is kLeaveAwaited until he has answered.
+    virtual void requestLeave() {}
 
     // Whether a connection that is lost is looked after here: nobody else has to make another.
     [[nodiscard]] virtual bool reconnects() const { return false; }

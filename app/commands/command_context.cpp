@@ -1,5 +1,6 @@
 #include "app/commands/command_context.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -15,6 +16,14 @@
 #include "text/file_error_text.h"
 
 namespace kalvo {
+
+namespace {
+
+// Milliseconds.
+constexpr std::uint32_t kPatience = 120'000;
+constexpr int kLookInterval = 20;
+
+}  // namespace
 
 CommandOutput::CommandOutput(SystemBindings& bindings, CommandLog use)
     : log_(use == CommandLog::kNothing
@@ -43,7 +52,15 @@ void CommandContext::useKeyboard(std::unique_ptr<KeyboardInput> keyboard, LeaveA
         [this](std::string_view text) { output.said().write(LogLevel::kWarning, text); }));
     if (const std::string remark = keyboardRemark(*keyboard_); !remark.empty())
         output.said().write(LogLevel::kWarning, remark);
-    keyboard_->requestLeave(answer);
+    keyboard_->requestLeave();
+    if (answer == LeaveAnswer::kAwaited) awaitLeave();
+}
+
+void CommandContext::awaitLeave() {
+    const std::uint32_t begin = events.GetTickCount();
+    while (keyboard_->obstacle() == TypingStop::kLeaveAwaited && !events.ending() &&
+           events.GetTickCount() - begin < kPatience)
+        events.Sleep(kLookInterval);
 }
 
 void CommandContext::openSerialPort() {

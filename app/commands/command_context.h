@@ -20,6 +20,9 @@
 
 namespace kalvo {
 
+// Whether the user's leave to type is waited for.
+enum class LeaveAnswer : std::uint8_t { kAwaited, kLater };
+
 // What a command leaves in the log of the application folder.
 enum class CommandLog : std::uint8_t {
     kNothing,
@@ -68,7 +71,8 @@ class CommandContext {
 public:
     explicit CommandContext(SystemBindings& bindings, CommandLog use = CommandLog::kNothing);
 
-    // Says what the user has to know of it, too.
+    // Says what the user has to know of it, too. An answer that is awaited is waited for a
+    // while, unless the program ends.
     void useKeyboard(std::unique_ptr<KeyboardInput> keyboard,
                      LeaveAnswer answer = LeaveAnswer::kAwaited);
     void openSerialPort();
@@ -82,6 +86,8 @@ public:
     RunTimeState state;
 
 private:
+    void awaitLeave();
+
     SystemBindings& bindings_;
     ConsoleNotifyIcon icon_{output.said()};
     NoProgress progress_;

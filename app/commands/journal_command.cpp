@@ -81,11 +81,11 @@ int resend(const CommandLine& line, SystemBindings& bindings, CommandContext& co
     if (run.active.ScenarioName.empty()) return kExitFailure;
     run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
+    EndSignals signals;
+    signals.start([&] { context.events.requestEnd(); }, [] {});
     if (!run.active.FileMode)
         context.useKeyboard(std::make_unique<ReconnectingKeyboard>(
             [&] { return connectKeyboard(bindings.keyboard); }, ReconnectingKeyboard::kNeeded));
-    EndSignals signals;
-    signals.start([&] { context.events.requestEnd(); }, [] {});
     BatchJournal batches(&journal, context.events, writeErrorLine);
     const BatchReport report = dispatchAgain(context.platform(), context.state, batches, entry,
                                              journal.bytes(entry.id), line.from);

@@ -22,11 +22,11 @@ int runReplay(const CommandLine& line, SystemBindings& bindings) {
     run.keys.LoadKeyCorrespondence(*bindings.profiles, run.applicationFolder);
     run.DecimalSeparator = readSetting(*bindings.registry, kSepDec);
     files.log.write(LogLevel::kInformation, "Rejeu de " + fromUtf8(line.file));
+    EndSignals signals;
+    signals.start([&] { context.events.requestEnd(); }, [] {});
     if (!run.active.FileMode)
         context.useKeyboard(std::make_unique<ReconnectingKeyboard>(
             [&] { return connectKeyboard(bindings.keyboard); }, ReconnectingKeyboard::kNeeded));
-    EndSignals signals;
-    signals.start([&] { context.events.requestEnd(); }, [] {});
     try {
         const BatchReport report = ReplayText(context.platform(), run, content, separator);
         if (!report.whole()) writeErrorLine(report.reason);

@@ -29,7 +29,7 @@ void DesktopProgram::load() {
     copyDatabase();
     journal_.begin();
     tellOfKeyboard();
-    keyboard_.requestLeave(LeaveAnswer::kLater);
+    keyboard_.requestLeave();
     iconWatch_.begin();
     if (newSite_) events_.deliver([this] { settings_.offerAssistant(); });
 }

@@ -33,7 +33,7 @@ public:
     int leavesAsked = 0;
 
     bool connected() override { return plugged; }
-    void requestLeave(LeaveAnswer) override { ++leavesAsked; }
+    void requestLeave() override { ++leavesAsked; }
     TypingStop obstacle() override {
         if (takes == 0) return TypingStop::kKeysRefused;
         return plugged ? problem : TypingStop::kKeyboardLost;

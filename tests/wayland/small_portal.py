@@ -1,5 +1,6 @@
 # A RemoteDesktop portal as desktops have them, as far as a keyboard needs one: what is sent
-# to it goes into a file, a line for each event, "down 97".
+# to it goes into a file, a line for each event, "down 97". As with those, calls that are on
+# their way at the same time may be taken in any order.
 #
 # Usage: small_portal.py FILE MODE [KEYS]
 #   MODE  accept  the user agrees
@@ -8,6 +9,7 @@
 #         desktop he agrees; it takes as long for each event as GNOME does, and the event is
 #                 followed by the time
 #   KEYS  the session is closed after so many keys (a second one is not)
+import random
 import sys
 import time
 
@@ -40,7 +42,6 @@ def request(bus, sender, options, code, results):
 
 
 def on_call(bus, sender, path, interface, method, parameters, invocation):
-    global keys_left
     arguments = parameters.unpack()
     if method == "CreateSession":
         session = f"{PATH}/session/{arguments[0]['session_handle_token']}"
@@ -59,18 +60,26 @@ def on_call(bus, sender, path, interface, method, parameters, invocation):
     elif arguments[0] not in started:
         invocation.return_dbus_error("org.freedesktop.DBus.Error.AccessDenied", "no session")
     else:
-        event = "%s %d" % ("down" if arguments[3] else "up", arguments[2])
+        key = (bus, sender, arguments, invocation)
         if mode == "desktop":
             time.sleep(0.0006)
-            event += " %.6f" % time.monotonic()
-        out.write(event + "\n")
-        invocation.return_value(None)
-        if keys_left > 0:
-            keys_left -= 1
-            if keys_left == 0:
-                started.discard(arguments[0])
-                bus.emit_signal(sender, arguments[0], "org.freedesktop.portal.Session", "Closed",
-                                GLib.Variant("(a{sv})", ({},)))
+            take(*key)
+        else:
+            GLib.timeout_add(random.randrange(4), take, *key)
+
+
+def take(bus, sender, arguments, invocation):
+    global keys_left
+    event = "%s %d" % ("down" if arguments[3] else "up", arguments[2])
+    out.write(event + (" %.6f" % time.monotonic() if mode == "desktop" else "") + "\n")
+    invocation.return_value(None)
+    if keys_left > 0:
+        keys_left -= 1
+        if keys_left == 0:
+            started.discard(arguments[0])
+            bus.emit_signal(sender, arguments[0], "org.freedesktop.portal.Session", "Closed",
+                            GLib.Variant("(a{sv})", ({},)))
+    return False
 
 
 def on_get(bus, sender, path, interface, name):

@@ -25,8 +25,6 @@ using std::chrono::milliseconds;
 
 constexpr std::chrono::microseconds kTimeOfKey{1400};
 constexpr milliseconds kMostAhead{50};
-constexpr std::chrono::minutes kPatience{2};
-constexpr milliseconds kLookInterval{20};
 constexpr std::uint16_t kNoKey = 0xFFFF;
 constexpr std::int16_t kHeld = -0x8000;
 
@@ -61,14 +59,6 @@ PortalKeyboard::PortalKeyboard() {
 PortalKeyboard::~PortalKeyboard() {
     for (const xkb_keysym_t symbol : std::exchange(down_, {})) session_->sendKey(symbol, false);
     session_->finish();
-}
-
-void PortalKeyboard::requestLeave(LeaveAnswer answer) {
-    session_->ask();
-    const auto last = Clock::now() + kPatience;
-    while (answer == LeaveAnswer::kAwaited && Clock::now() < last &&
-           session_->state() == PortalSession::State::kAsking)
-        std::this_thread::sleep_for(kLookInterval);
 }
 
 // With a session its keys come up.

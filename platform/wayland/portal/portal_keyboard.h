@@ -40,7 +40,7 @@ public:
 
     [[nodiscard]] std::string_view name() const override { return kName; }
     [[nodiscard]] std::string_view remark() const override;
-    void requestLeave(LeaveAnswer answer) override;
+    void requestLeave() override { session_->ask(); }
     void useManners(const MannerOf& mannerOf) override { mannerOf_ = mannerOf; }
     void prepareFor(std::string_view script) override;
     [[nodiscard]] std::string takeUntyped() override;

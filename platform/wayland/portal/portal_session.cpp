@@ -3,14 +3,12 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QVariantMap>
-#include <cstddef>
 
 namespace kalvo {
 
 namespace {
 
 constexpr unsigned kKeyboard = 1;
-constexpr std::size_t kMostReplies = 64;
 constexpr int kTimeOfReply = 5000;  // milliseconds
 
 QString newName() {
@@ -45,28 +43,27 @@ PortalSession::~PortalSession() {
     thread_.quit();
     thread_.wait();
     consent_.reset();
-    replies_.clear();
+    reply_.reset();
     QDBusConnection::disconnectFromBus(name_);
 }
 
+// Desktops take each call on a thread of its own: only an answer says that the next event
+// comes behind this one.
 void PortalSession::sendKey(xkb_keysym_t symbol, bool down) {
+    finish();
     if (state() != State::kOpen) return;
     const QDBusMessage call = portalCall("NotifyKeyboardKeysym")
                               << QVariant::fromValue(QDBusObjectPath(consent_->session()))
                               << QVariantMap() << static_cast<int>(symbol) << (down ? 1U : 0U);
-    replies_.push_back(bus_.asyncCall(call, kTimeOfReply));
-    if (replies_.size() > kMostReplies) takeReply();
-}
-
-void PortalSession::finish() {
-    while (!replies_.empty()) takeReply();
+    reply_ = bus_.asyncCall(call, kTimeOfReply);
 }
 
 // A portal that was restarted knows nothing of the session any more.
-void PortalSession::takeReply() {
-    replies_.front().waitForFinished();
-    if (replies_.front().isError()) consent_->lose();
-    replies_.pop_front();
+void PortalSession::finish() {
+    if (!reply_) return;
+    reply_->waitForFinished();
+    if (reply_->isError()) consent_->lose();
+    reply_.reset();
 }
 
 }  // namespace kalvo

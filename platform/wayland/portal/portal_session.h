@@ -7,8 +7,8 @@
 #include <QDBusPendingCall>
 #include <QString>
 #include <QThread>
-#include <deque>
 #include <memory>
+#include <optional>
 
 #include "platform/wayland/portal/portal_consent.h"
 
@@ -33,19 +33,17 @@ public:
     // Whether the bus is there; it does not come back on this connection.
     [[nodiscard]] bool alive() const { return bus_.isConnected(); }
 
-    // Into the open session; nothing without one.
+    // Into the open session, behind what was sent before; nothing without one.
     void sendKey(xkb_keysym_t symbol, bool down);
-    // Waits until the portal has taken all keys.
+    // Waits until the portal has taken the last key.
     void finish();
 
 private:
-    void takeReply();
-
     QString name_;
     QDBusConnection bus_;
     QThread thread_;
     std::unique_ptr<PortalConsent> consent_;
-    std::deque<QDBusPendingCall> replies_;  // still to come
+    std::optional<QDBusPendingCall> reply_;  // still to come
 };
 
 }  // namespace kalvo
