@@ -1,5 +1,5 @@
 # A RemoteDesktop portal as desktops have them, as far as a keyboard needs one: what is sent
-# to it goes into a file, a line for each event, "down 97". As with those, calls that are on
+# to it goes into a file, a line for each event, "down 97" (of a key by its code, "down #16"). As with those, calls that are on
 # their way at the same time may be taken in any order.
 #
 # Usage: small_portal.py FILE MODE [KEYS]
@@ -26,6 +26,8 @@ XML = """<node><interface name="org.freedesktop.portal.RemoteDesktop">
 <method name="Start"><arg type="o" direction="in"/><arg type="s" direction="in"/>
  <arg type="a{sv}" direction="in"/><arg type="o" direction="out"/></method>
 <method name="NotifyKeyboardKeysym"><arg type="o" direction="in"/><arg type="a{sv}" direction="in"/>
+ <arg type="i" direction="in"/><arg type="u" direction="in"/></method>
+<method name="NotifyKeyboardKeycode"><arg type="o" direction="in"/><arg type="a{sv}" direction="in"/>
  <arg type="i" direction="in"/><arg type="u" direction="in"/></method>
 <property name="AvailableDeviceTypes" type="u" access="read"/>
 <property name="version" type="u" access="read"/>
@@ -60,7 +62,8 @@ def on_call(bus, sender, path, interface, method, parameters, invocation):
     elif arguments[0] not in started:
         invocation.return_dbus_error("org.freedesktop.DBus.Error.AccessDenied", "no session")
     else:
-        key = (bus, sender, arguments, invocation)
+        sign = "#" if method == "NotifyKeyboardKeycode" else ""
+        key = (bus, sender, sign, arguments, invocation)
         if mode == "desktop":
             time.sleep(0.0006)
             take(*key)
@@ -68,9 +71,9 @@ def on_call(bus, sender, path, interface, method, parameters, invocation):
             GLib.timeout_add(random.randrange(4), take, *key)
 
 
-def take(bus, sender, arguments, invocation):
+def take(bus, sender, sign, arguments, invocation):
     global keys_left
-    event = "%s %d" % ("down" if arguments[3] else "up", arguments[2])
+    event = "%s %s%d" % ("down" if arguments[3] else "up", sign, arguments[2])
     out.write(event + (" %.6f" % time.monotonic() if mode == "desktop" else "") + "\n")
     invocation.return_value(None)
     if keys_left > 0:

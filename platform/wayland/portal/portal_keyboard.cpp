@@ -121,7 +121,7 @@ void PortalKeyboard::passKey(const KeyRecord& record) {
     const xkb_keysym_t symbol = symbolOf(record);
     if (symbol == XKB_KEY_NoSymbol) return;
     const auto strokes = sessionLayout_.strokesFor(symbol);
-    if (isCharacter(symbol) && (strokes.size() != 1 || strokes.front() != symbol)) {
+    if (isCharacter(symbol) && (strokes.size() != 1 || strokes.front().code != 0)) {
         if (!isUp(record)) tap(symbol);
         return;
     }
@@ -160,11 +160,24 @@ void PortalKeyboard::rest(int time) {
     std::this_thread::sleep_for(milliseconds(time));
 }
 
+void PortalKeyboard::strike(const SessionKey& key) {
+    if (key.code == 0) {
+        for (const bool down : {true, false}) send(key.symbol, down);
+        return;
+    }
+    const bool shift = (key.level & 1U) != 0;
+    const bool altGr = (key.level & 2U) != 0;
+    if (shift) send(XKB_KEY_Shift_L, true);
+    if (altGr) send(XKB_KEY_ISO_Level3_Shift, true);
+    for (const bool down : {true, false}) session_->sendKeyCode(key.code, down);
+    if (altGr) send(XKB_KEY_ISO_Level3_Shift, false);
+    if (shift) send(XKB_KEY_Shift_L, false);
+}
+
 // A character, by the keys that lead there.
 void PortalKeyboard::tap(xkb_keysym_t symbol) {
     const auto strokes = sessionLayout_.strokesFor(symbol);
-    for (const xkb_keysym_t stroke : strokes)
-        for (const bool down : {true, false}) send(stroke, down);
+    for (const SessionKey& stroke : strokes) strike(stroke);
     if (!strokes.empty()) return;
     const char character = unicodeToAnsi(xkb_keysym_to_utf32(symbol));
     if (!paste(character) && untyped_.find(character) == std::string::npos) untyped_ += character;

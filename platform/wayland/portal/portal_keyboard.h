@@ -62,6 +62,7 @@ private:
     [[nodiscard]] xkb_keysym_t symbolOf(const KeyRecord& record);
     void send(xkb_keysym_t symbol, bool down);
     void tap(xkb_keysym_t symbol);
+    void strike(const SessionKey& key);
     void rest(int time);
     [[nodiscard]] bool paste(char character);
 

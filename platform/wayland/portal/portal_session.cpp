@@ -9,6 +9,7 @@ namespace kalvo {
 namespace {
 
 constexpr unsigned kKeyboard = 1;
+constexpr int kFirstCode = 8;       // of keyboard maps, where the kernel has 0
 constexpr int kTimeOfReply = 5000;  // milliseconds
 
 QString newName() {
@@ -47,14 +48,22 @@ PortalSession::~PortalSession() {
     QDBusConnection::disconnectFromBus(name_);
 }
 
+void PortalSession::sendKey(xkb_keysym_t symbol, bool down) {
+    send("NotifyKeyboardKeysym", static_cast<int>(symbol), down);
+}
+
+void PortalSession::sendKeyCode(xkb_keycode_t code, bool down) {
+    send("NotifyKeyboardKeycode", static_cast<int>(code) - kFirstCode, down);
+}
+
 // Desktops take each call on a thread of its own: only an answer says that the next event
 // comes behind this one.
-void PortalSession::sendKey(xkb_keysym_t symbol, bool down) {
+void PortalSession::send(const char* method, int key, bool down) {
     finish();
     if (state() != State::kOpen) return;
-    const QDBusMessage call = portalCall("NotifyKeyboardKeysym")
+    const QDBusMessage call = portalCall(method)
                               << QVariant::fromValue(QDBusObjectPath(consent_->session()))
-                              << QVariantMap() << static_cast<int>(symbol) << (down ? 1U : 0U);
+                              << QVariantMap() << key << (down ? 1U : 0U);
     reply_ = bus_.asyncCall(call, kTimeOfReply);
 }
 

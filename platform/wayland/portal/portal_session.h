@@ -33,12 +33,16 @@ public:
     // Whether the bus is there; it does not come back on this connection.
     [[nodiscard]] bool alive() const { return bus_.isConnected(); }
 
-    // Into the open session, behind what was sent before; nothing without one.
+    // A key by its symbol, into the open session, behind what was sent before; nothing without one.
     void sendKey(xkb_keysym_t symbol, bool down);
+    // The same by the code that keyboard maps have for it.
+    void sendKeyCode(xkb_keycode_t code, bool down);
     // Waits until the portal has taken the last key.
     void finish();
 
 private:
+    void send(const char* method, int key, bool down);
+
     QString name_;
     QDBusConnection bus_;
     QThread thread_;

@@ -62,6 +62,8 @@ XkbKeymapHandle keymapOf(xkb_context* context, const std::string& text) {
         xkb_keymap_new_from_names(context, nullptr, XKB_KEYMAP_COMPILE_NO_FLAGS));
 }
 
+constexpr xkb_level_index_t kShiftAltGr = 3;
+
 bool isDeadKey(xkb_keysym_t symbol) { return symbol >= 0xFE50 && symbol <= 0xFE93; }
 
 }  // namespace
@@ -83,9 +85,18 @@ void SessionLayout::read(xkb_keymap* keymap) {
         for (xkb_level_index_t level = 0; level < levels; ++level) {
             const xkb_keysym_t* symbols = nullptr;
             if (xkb_keymap_key_get_syms_by_level(keymap, key, 0, level, &symbols) == 1)
-                symbols_.insert(*symbols);
+                add({.symbol = *symbols, .code = key, .level = level});
         }
     }
+    std::erase_if(keys_, [](const auto& key) { return key.second.level > kShiftAltGr; });
+}
+
+// GNOME takes the first key that has the symbol, on whatever level, and holds Shift or AltGr
+// but not both: such a symbol is pressed by its key's code, where it is easiest to reach.
+void SessionLayout::add(const SessionKey& key) {
+    const auto [known, isNew] = keys_.try_emplace(key.symbol, key);
+    if (isNew && key.level < kShiftAltGr) known->second.code = 0;
+    if (!isNew && known->second.code != 0 && key.level < known->second.level) known->second = key;
 }
 
 // What applications make of a dead key and the next one.
@@ -94,22 +105,23 @@ void SessionLayout::addDeadKeys(xkb_context* context) {
         xkb_compose_table_new_from_locale(context, "en_US.UTF-8", XKB_COMPOSE_COMPILE_NO_FLAGS));
     if (!table) return;
     const ComposeState state(xkb_compose_state_new(table.get(), XKB_COMPOSE_STATE_NO_FLAGS));
-    for (auto dead = symbols_.lower_bound(0xFE50); dead != symbols_.end() && isDeadKey(*dead);
+    for (auto dead = keys_.lower_bound(0xFE50); dead != keys_.end() && isDeadKey(dead->first);
          ++dead)
-        for (const xkb_keysym_t letter : symbols_) {
+        for (const auto& [symbol, letter] : keys_) {
             xkb_compose_state_reset(state.get());
-            xkb_compose_state_feed(state.get(), *dead);
-            xkb_compose_state_feed(state.get(), letter);
+            xkb_compose_state_feed(state.get(), dead->first);
+            xkb_compose_state_feed(state.get(), symbol);
             if (xkb_compose_state_get_status(state.get()) == XKB_COMPOSE_COMPOSED)
                 composed_.try_emplace(xkb_compose_state_get_one_sym(state.get()),
-                                      std::vector{*dead, letter});
+                                      std::vector{dead->second, letter});
         }
 }
 
-std::vector<xkb_keysym_t> SessionLayout::strokesFor(xkb_keysym_t symbol) const {
-    if (symbols_.empty() || symbols_.contains(symbol)) return {symbol};
+std::vector<SessionKey> SessionLayout::strokesFor(xkb_keysym_t symbol) const {
+    if (keys_.empty()) return {{.symbol = symbol}};
+    if (const auto key = keys_.find(symbol); key != keys_.end()) return {key->second};
     const auto found = composed_.find(symbol);
-    return found == composed_.end() ? std::vector<xkb_keysym_t>() : found->second;
+    return found == composed_.end() ? std::vector<SessionKey>() : found->second;
 }
 
 }  // namespace kalvo
