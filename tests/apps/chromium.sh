@@ -1,5 +1,6 @@
 # A text area of a web page, which sends what it holds to a server on the loopback
 # interface.
+patience=1200 # it takes all keys at once, and shows 50 to 250 characters a second
 for program in chromium python3; do command -v "$program" >/dev/null || exit 77; done
 start() {
   python3 "$here/page_server.py" "$work/typed.txt" >"$work/port" 2>"$work/server.log" &
