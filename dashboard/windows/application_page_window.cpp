@@ -125,6 +125,8 @@ QSpinBox* ApplicationPage::makeNumber(MannerKey key, const char* tip) {
     box->setRange(info.lowest - 1, info.highest);
     box->setSpecialValueText(toQString(kStandard));
     if (key != MannerKey::kLead) box->setSuffix(" ms");
+    // The style of Windows keeps too little room beside its arrows.
+    box->setMinimumWidth(box->sizeHint().width() + 2 * box->fontMetrics().averageCharWidth());
     // Stored once it is typed, not digit by digit.
     box->setKeyboardTracking(false);
     connect(box, &QSpinBox::valueChanged, this, [this, key, lowest = info.lowest](int value) {
