@@ -12,7 +12,7 @@ std::string_view reasonOf(TypingStop stop) {
     switch (stop) {
         case TypingStop::kNone: break;
         case TypingStop::kStopKey: return "arrêtée au clavier (touche Échap)"_ansi;
-        case TypingStop::kUserStop: return "arrêtée depuis le menu"_ansi;
+        case TypingStop::kUserStop: return "arrêtée par l'utilisateur"_ansi;
         case TypingStop::kOtherApplication:
             return "une autre application est passée au premier plan"_ansi;
         case TypingStop::kTargetGone: return "la fenêtre cible a été fermée"_ansi;

@@ -7,6 +7,8 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
+#include "platform/qt/xwayland.h"
+
 namespace kalvo {
 
 namespace {
@@ -15,14 +17,9 @@ constexpr int kMargin = 20;
 
 // Some Wayland compositors give every window of an X client the focus, and a place of their
 // own choice, unless the client asks to be left alone.
-bool leftAlone() {
-    return QGuiApplication::platformName() == "xcb" &&
-           (qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-            qEnvironmentVariable("XDG_SESSION_TYPE") == "wayland");
-}
-
 Qt::WindowFlags flags() {
-    return (leftAlone() ? Qt::ToolTip : Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint) |
+    return (throughXwayland() ? Qt::ToolTip
+                              : Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint) |
            Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus;
 }
 
@@ -34,7 +31,7 @@ CornerWindow::CornerWindow(const QString& name, const QString& title)
     setWindowTitle(title);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_QuitOnClose, false);
-    if (!leftAlone()) {
+    if (!throughXwayland()) {
         setLayout(inside_);
         return;
     }

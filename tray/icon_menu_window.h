@@ -10,7 +10,15 @@ namespace kalvo {
 
 class IconMenuWindow : public QMenu {
 public:
+    // Which of the entries that are not always useful would do something.
+    struct Useful {
+        bool transfer = false;
+        bool stop = false;
+        bool retype = false;
+    };
     struct Actions {
+        // Asked whenever the menu is about to be shown, by us or by the notification area.
+        std::function<Useful()> useful;
         std::function<void(MenuEntry)> choose;
         std::function<void()> showDashboard;
         std::function<void()> stopTyping;
@@ -18,10 +26,16 @@ public:
     };
     explicit IconMenuWindow(Actions actions);
 
-    // Shows it where the pointer is, with what makes sense now.
-    void popUp(bool canTransfer, bool canStop, bool canRetype);
+    // Shows it at the pointer, or where a Wayland compositor puts it.
+    void popUp();
+
+protected:
+    bool event(QEvent* event) override;
 
 private:
+    QAction* add(const QString& caption, const std::function<void()>& action);
+    void enableUseful();
+
     Actions actions_;
     QAction* stop_ = nullptr;
     QAction* retype_ = nullptr;

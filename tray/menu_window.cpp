@@ -14,6 +14,7 @@
 
 #include "platform/qt/pictogram.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/xwayland.h"
 
 namespace kalvo {
 
@@ -175,7 +176,7 @@ void MenuWindow::paintHighlight() {
 void MenuWindow::onTimer() {
     if (stays_)
         foreground_.remember();
-    else if (!isActiveWindow() && !geometry().contains(QCursor::pos()))
+    else if (!isActiveWindow() && (throughXwayland() || !geometry().contains(QCursor::pos())))
         unload();
 }
 
@@ -188,7 +189,9 @@ void MenuWindow::closeEvent(QCloseEvent* event) {
 
 bool MenuWindow::eventFilter(QObject* watched, QEvent* event) {
     const int entry = entryOf(watched);
-    if (event->type() == QEvent::Enter || event->type() == QEvent::MouseMove) {
+    // A window that opens under the place where Xwayland last saw the pointer is not pointed at.
+    const bool enters = event->type() == QEvent::Enter && !throughXwayland();
+    if (enters || event->type() == QEvent::MouseMove) {
         highlight_.over(entry);
         paintHighlight();
         // Handed on, the move would count as one over the window's background.

@@ -8,6 +8,7 @@
 #include "app/commands/command_context.h"
 #include "core/during.h"
 #include "platform/qt/qt_text.h"
+#include "platform/qt/xwayland.h"
 #include "settings/application_settings.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
@@ -50,7 +51,7 @@ DesktopProgram::DesktopProgram(SystemBindings& bindings, bool ownSite)
               foreground_->remember();
               menuWindow_.popUp();
           },
-          [this] { showIconMenu(); }),
+          [this] { iconMenu_.popUp(); }),
       foreground_(connectForeground()),
       port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
       line_(*port_, localMilliseconds),
@@ -72,7 +73,8 @@ DesktopProgram::DesktopProgram(SystemBindings& bindings, bool ownSite)
       menuWindow_(
           *foreground_, [this](MenuEntry entry) { chooseNow(entry); },
           [this](MenuEntry entry) { return menu_.useful(entry); }),
-      iconMenu_({.choose = [this](MenuEntry entry) { chooseNow(entry); },
+      iconMenu_({.useful = [this] { return usefulInIconMenu(); },
+                 .choose = [this](MenuEntry entry) { chooseNow(entry); },
                  .showDashboard = [this] { whenIdle([this] { dashboard_.show(); }); },
                  .stopTyping = [this] { watch_.stop(); },
                  .retypeLast =
@@ -103,7 +105,8 @@ DesktopProgram::DesktopProgram(SystemBindings& bindings, bool ownSite)
     setPace();
     clock_.start();
     QObject::connect(&menuWindow_, &QWidget::customContextMenuRequested, &events_,
-                     [this] { showIconMenu(); });
+                     [this] { iconMenu_.popUp(); });
+    if (throughXwayland()) icon_.setMenu(&iconMenu_);
 }
 
 void DesktopProgram::run(EndSignals& signals) {
@@ -145,10 +148,11 @@ void DesktopProgram::whenIdle(const std::function<void()>& begin) {
         events_.deliver(begin);
 }
 
-void DesktopProgram::showIconMenu() {
+IconMenuWindow::Useful DesktopProgram::usefulInIconMenu() {
     foreground_->remember();
-    iconMenu_.popUp(menu_.useful(MenuEntry::kTransfer), turns_.busy(),
-                    !turns_.busy() && !turns_.suspended());
+    return {.transfer = menu_.useful(MenuEntry::kTransfer),
+            .stop = turns_.busy(),
+            .retype = !turns_.busy() && !turns_.suspended()};
 }
 
 void DesktopProgram::showReplay() {

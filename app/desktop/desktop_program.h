@@ -60,7 +60,7 @@ private:
     void choose(MenuEntry entry);
     void chooseNow(MenuEntry entry);
     void whenIdle(const std::function<void()>& begin);
-    void showIconMenu();
+    [[nodiscard]] IconMenuWindow::Useful usefulInIconMenu();
     void showReplay();
 
     void dispatch();

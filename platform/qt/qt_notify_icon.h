@@ -35,6 +35,10 @@ public:
 
     void setState(IconState state);
 
+    // Lets a notification area that draws menus itself show this one at the icon; one that does
+    // not still reports the click.
+    void setMenu(QMenu* menu) { icon_.setContextMenu(menu); }
+
 private:
     [[nodiscard]] QString fullTip(std::string_view tip) const;
 
