@@ -40,9 +40,9 @@ struct DashboardServices {
 struct DashboardContext {
     Platform platform;
     RunTimeState& state;
-    LineTap& line;                     // the platform's port
-    JournalFile* journal = nullptr;    // null while batches are not kept
-    ArchiveFormat* archive = nullptr;  // null where the program was built without one
+    LineTap& line;                   // the platform's port
+    JournalFile* journal = nullptr;  // null while batches are not kept
+    ArchiveFormat& archive;
     DashboardServices services;
 };
 

@@ -26,6 +26,7 @@ const char* const kLicences =
     "<li>SQLite : domaine public</li>"
     "<li>Asio : Boost Software License 1.0</li>"
     "<li>spdlog, fmt : MIT</li>"
+    "<li>libzip, CLI11 : BSD ; zlib : zlib</li>"
     "<li>libxkbcommon, XCB, libX11, Wayland : MIT</li></ul>";
 
 struct Tool {

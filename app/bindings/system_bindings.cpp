@@ -3,10 +3,8 @@
 
 #include "platform/asio/asio_serial_port.h"
 #include "platform/asio/asio_transfer_line.h"
-#include "platform/spdlog/rotating_log.h"
-#ifdef KALVO_ZIP
 #include "platform/libzip/zip_archive.h"
-#endif
+#include "platform/spdlog/rotating_log.h"
 
 namespace kalvo {
 
@@ -21,13 +19,7 @@ std::unique_ptr<Log> openLog(std::string_view applicationFolder, bool echoed) {
                                          echoed ? LogEcho::kStandardError : LogEcho::kNone);
 }
 
-std::unique_ptr<ArchiveFormat> createArchiveFormat() {
-#ifdef KALVO_ZIP
-    return std::make_unique<ZipArchive>();
-#else
-    return nullptr;
-#endif
-}
+std::unique_ptr<ArchiveFormat> createArchiveFormat() { return std::make_unique<ZipArchive>(); }
 
 std::unique_ptr<TransferLine> createTransferLine(ProfileFiles& profiles,
                                                  std::string_view applicationFolder) {

@@ -26,7 +26,7 @@ DesktopDashboard::DesktopDashboard(const Platform& platform, RunTimeState& state
 void DesktopDashboard::show() {
     if (!window_)
         window_ = std::make_unique<DashboardWindow>(
-            DashboardContext{platform_, state_, line_, journal_, archive_.get(), services()});
+            DashboardContext{platform_, state_, line_, journal_, *archive_, services()});
     window_->show();
     window_->raise();
     window_->activateWindow();

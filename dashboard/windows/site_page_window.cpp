@@ -57,23 +57,17 @@ SitePage::SitePage(DashboardContext context) : context_(std::move(context)) {
 }
 
 QWidget* SitePage::makeExchange() {
-    const bool possible = context_.archive != nullptr;
     auto* const group = new QGroupBox("Tout le site dans un fichier");
     auto* const text = new QLabel(
-        possible
-            ? "Une archive zip porte le site sur un autre poste, ou en garde l'état : le port, les "
-              "options, les touches et les scénarios. Une importation montre d'abord ce qu'elle "
-              "change."
-            : "Cette version du programme ne sait ni lire ni écrire les archives zip.");
+        "Une archive zip porte le site sur un autre poste, ou en garde l'état : le port, les "
+        "options, les touches et les scénarios. Une importation montre d'abord ce qu'elle change.");
     text->setWordWrap(true);
     auto* const buttons = new QHBoxLayout;
     addButton(buttons, "CmdExporter", "E&xporter le site...",
-              "Écrit les fichiers du site dans une archive.", &SitePage::exportSite)
-        ->setEnabled(possible);
+              "Écrit les fichiers du site dans une archive.", &SitePage::exportSite);
     addButton(buttons, "CmdImporter", "Importer &un site...",
               "Remplace les fichiers du site par ceux d'une archive, après une question.",
-              &SitePage::importSite)
-        ->setEnabled(possible);
+              &SitePage::importSite);
     buttons->addStretch();
     auto* const layout = new QVBoxLayout(group);
     layout->addWidget(text);
@@ -136,7 +130,7 @@ void SitePage::exportSite() {
     const std::string file = platform.dialogs.saveFile("site-" + day + ".zip", kFilter);
     if (file.empty()) return;
     platform.files.replace(
-        file, packSite(platform, context_.state.scenario.applicationFolder, *context_.archive));
+        file, packSite(platform, context_.state.scenario.applicationFolder, context_.archive));
     platform.dialogs.message(
         std::string("Le site est exporté dans "_ansi) + platform.files.shownPath(file) + ".",
         kApplicationTitle, MessageIcon::kInformation);
@@ -152,7 +146,7 @@ void SitePage::importSite() {
     }
     const std::string file = platform.dialogs.openFile("", kFilter);
     if (file.empty()) return;
-    const SiteImport site = readSite(*context_.archive, platform.files.read(file));
+    const SiteImport site = readSite(context_.archive, platform.files.read(file));
     const std::string changes =
         changesOf(platform, context_.state.scenario.applicationFolder, site);
     const std::string ignored =
@@ -169,7 +163,7 @@ void SitePage::importSite() {
             kApplicationTitle, MessageIcon::kQuestion) ||
         !context_.services.closeSettings())
         return;
-    const std::string done = bringIn(platform, context_.state, *context_.archive, site);
+    const std::string done = bringIn(platform, context_.state, context_.archive, site);
     context_.services.reopenPort();
     platform.dialogs.message(done, kApplicationTitle, MessageIcon::kInformation);
 }

@@ -10,7 +10,7 @@ start() {
   sleep 5
 }
 type_records() {
-  records "$((many / 10))" A | type_text
+  records "$many" A | type_text
   stopped_for 0.3 &
   local stopper=$!
   records "$((many / 10))" B | type_text

@@ -22,6 +22,6 @@ start() {
 }
 type_ascii() {
   printable_ascii | type_text
-  for i in $(seq "$((many / 10))"); do printf 'A-%04d <%s>\t%d\n' "$i" "$((i * 7919 % 100000))" "$((i % 90))"; done | type_text
+  for i in $(seq "$many"); do printf 'A-%04d <%s>\t%d\n' "$i" "$((i * 7919 % 100000))" "$((i % 90))"; done | type_text
 }
 keep() { printf '^o{ENTER}' | type_script; }

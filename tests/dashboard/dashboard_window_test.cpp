@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "dashboard/windows/dashboard_window.h"
+#include "platform/libzip/zip_archive.h"
 #include "platform/qt/qt_text.h"
 #include "scenario/scenario_store.h"
 #include "settings/application_paths.h"
@@ -37,6 +38,7 @@ struct Dashboard : ::testing::Test, testing::Site {
     bool settingsClose = true;
     std::vector<std::string> lastTarget;
     MannerTrial trial;
+    ZipArchive archive;
     std::unique_ptr<DashboardWindow> window;
 
     void open() {
@@ -45,7 +47,7 @@ struct Dashboard : ::testing::Test, testing::Site {
                              state,
                              tap,
                              &file,
-                             nullptr,
+                             archive,
                              {.deliver = [](const std::function<void()>& handler) { handler(); },
                               .retype = [this](std::int64_t, const std::string&,
                                                std::int32_t from) { retyped.push_back(from); },
@@ -218,7 +220,6 @@ TEST_F(Dashboard, ShowsAndChangesTheEntriesOfApplications) {
 TEST_F(Dashboard, GoesBackToACopyOnceTheSettingsAreClosed) {
     open();
     EXPECT_FALSE(find<QPushButton>("CmdRevenir")->isEnabled());
-    EXPECT_FALSE(find<QPushButton>("CmdExporter")->isEnabled()) << "built without archives";
     find<QPushButton>("CmdCopierBase")->click();
     writeCounter(*state.database, 3);
     insertScenario(*state.database, {1, "Stock", "Emulation", 0, 0, "", 0, 0, 0});
