@@ -1,9 +1,11 @@
 #include "core/typing_turns.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "core/during.h"
 #include "core/frame_dispatch.h"
+#include "platform/event_pump.h"
 #include "platform/keyboard_input.h"
 #include "platform/progress.h"
 #include "text/ansi_text.h"
@@ -116,7 +118,9 @@ void TypingTurns::goOn() {
     const bool other = std::exchange(suspendedOther_, false);
     {
         const During going([this](bool on) { busy_ = on; });
+        const std::uint32_t start = platform_.events.GetTickCount();
         report.stop = typing->run(platform_, &journal_, report);
+        report.milliseconds += platform_.events.GetTickCount() - start;
     }
     if (report.stop != TypingStop::kNone) report.rest = typing;
     logReport(platform_.log, report);

@@ -205,12 +205,18 @@ TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
     bool ready = false;
     std::string shown;
     std::vector<BatchReport::Outcome> done;
+    std::vector<std::uint32_t> took;
     TypingTurns turns(watched, state, journal,
                       {.targetReady = [&] { return ready; },
                        .showSuspended = [&](std::string_view text) { shown = text; },
                        .hideSuspended = [&] { shown.clear(); },
                        .say = [](std::string_view) {},
-                       .done = [&](const BatchReport& told) { done.push_back(told.outcome); }});
+                       .done =
+                           [&](const BatchReport& told) {
+                               done.push_back(told.outcome);
+                               took.push_back(told.milliseconds);
+                           }});
+    world.events.step = 1;
     state.scenario.active.ActionLines = {"", "&CODE"};
     const auto receive = [&](const char* bytes) {
         state.ReceivedData = bytes;
@@ -252,6 +258,7 @@ TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
     receive("c\r");
     turns.retype(1, "a\r", 1);
     EXPECT_EQ(world.keyboard.typed(), "") << "one is suspended";
+    EXPECT_GT(took.at(1), took.front()) << "what came before the suspension counts, too";
     turns.abandon();
     EXPECT_FALSE(turns.suspended());
     EXPECT_EQ(file.find(3)->state, BatchState::kInterrupted);
