@@ -10,7 +10,7 @@ namespace kalvo {
 
 namespace {
 
-constexpr std::uint8_t kEnterKey = 0x0D;
+constexpr std::uint8_t kEnterCode = 0x0D;
 
 Key named(std::uint8_t code) { return {Key::Kind::kNamed, code}; }
 
@@ -125,7 +125,7 @@ void KeyScriptReader::readOne() {
             releaseHeld();
             break;
         case '{': readGroup(); break;
-        case '~': repeat({.text = {}, .named = named(kEnterKey), .remaining = 1}); break;
+        case '~': repeat({.text = {}, .named = named(kEnterCode), .remaining = 1}); break;
         default:
             type(literal(c));
             if (!groupOpen_) releaseHeld();

@@ -30,7 +30,6 @@ namespace {
 constexpr int kRoomForAccent = 3;  // pixels
 
 constexpr int kTimeBetweenLooks = 1000;  // milliseconds
-constexpr std::size_t kMostKeys = 500;
 constexpr int kSpareLines = 4;
 
 enum Page { kTerminal, kScenario, kTest };
@@ -311,9 +310,9 @@ void FirstSiteWindow::showPreview() {
     const ScriptPreview preview = site_.preview();
     LblApercu->setText(preview.toFile ? "&Texte écrit dans le fichier :" : "&Touches frappées :");
     CmdEssayer->setVisible(!preview.toFile);
-    LstApercu->showRows(plainRows(preview.toFile
-                                      ? fileLines(preview.script)
-                                      : listKeys(preview.script, preview.timerPause, kMostKeys)));
+    LstApercu->showRows(
+        plainRows(preview.toFile ? fileLines(preview.script)
+                                 : listKeys(preview.script, preview.timerPause, kMostKeysShown)));
 }
 
 }  // namespace kalvo

@@ -47,34 +47,34 @@ struct ProfileFilesContract : ::testing::Test {
     SystemProfiles profiles_;
 };
 
-struct Case {
+struct ProfileCase {
     std::string_view section, key, expected;
 };
 
 constexpr std::string_view kPort = "Port_série"_ansi;
-constexpr std::array kWhatItHolds{Case{kPort, "Port", "3"},
-                                  Case{kPort, "Vitesse", "9600"},
-                                  Case{kPort, "VITESSE", "9600"},
-                                  Case{" Port_série "_ansi, " Port ", "3"},
-                                  Case{"PORT_SéRIE"_ansi, "BIT D'ARRêT"_ansi, "1.5"},
-                                  Case{kPort, "quotes", " a b "},
-                                  Case{kPort, "single", " a "},
-                                  Case{kPort, "nested", "'x'"},
-                                  Case{kPort, "partly", "a=\"b\""},
-                                  Case{kPort, "open", "\"abc"},
-                                  Case{kPort, "lone", "\""},
-                                  Case{kPort, "comment", "v ; c"},
-                                  Case{kPort, "hidden", ""},
-                                  Case{kPort, "no equals sign", ""},
-                                  Case{kPort, "empty", ""},
-                                  Case{kPort, "blank", ""},
-                                  Case{kPort, "equals", "=x="},
-                                  Case{kPort, "missing", ""},
-                                  Case{kPort, "late", ""},
-                                  Case{"Other", "Port", "5"},
-                                  Case{"Last", "end", "no newline"},
-                                  Case{"Port", "Port", ""},
-                                  Case{"Nowhere", "x", ""}};
+constexpr std::array kWhatItHolds{ProfileCase{kPort, "Port", "3"},
+                                  ProfileCase{kPort, "Vitesse", "9600"},
+                                  ProfileCase{kPort, "VITESSE", "9600"},
+                                  ProfileCase{" Port_série "_ansi, " Port ", "3"},
+                                  ProfileCase{"PORT_SéRIE"_ansi, "BIT D'ARRêT"_ansi, "1.5"},
+                                  ProfileCase{kPort, "quotes", " a b "},
+                                  ProfileCase{kPort, "single", " a "},
+                                  ProfileCase{kPort, "nested", "'x'"},
+                                  ProfileCase{kPort, "partly", "a=\"b\""},
+                                  ProfileCase{kPort, "open", "\"abc"},
+                                  ProfileCase{kPort, "lone", "\""},
+                                  ProfileCase{kPort, "comment", "v ; c"},
+                                  ProfileCase{kPort, "hidden", ""},
+                                  ProfileCase{kPort, "no equals sign", ""},
+                                  ProfileCase{kPort, "empty", ""},
+                                  ProfileCase{kPort, "blank", ""},
+                                  ProfileCase{kPort, "equals", "=x="},
+                                  ProfileCase{kPort, "missing", ""},
+                                  ProfileCase{kPort, "late", ""},
+                                  ProfileCase{"Other", "Port", "5"},
+                                  ProfileCase{"Last", "end", "no newline"},
+                                  ProfileCase{"Port", "Port", ""},
+                                  ProfileCase{"Nowhere", "x", ""}};
 
 TEST_F(ProfileFilesContract, ReadsAwkwardFiles) {
     const std::string file = folder_ / "awkward.ini";

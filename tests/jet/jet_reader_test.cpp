@@ -27,7 +27,7 @@ std::size_t pageSizeOf(const std::string& file) { return file.at(20) == 0 ? 2048
 JetTables tablesOf(const std::string& file) { return readJetTables(file, "x.mdb"); }
 
 // The run-time error reading ends with, "" for none.
-std::string errorOf(const std::string& file) {
+std::string readError(const std::string& file) {
     try {
         (void)tablesOf(file);
         return "";
@@ -139,7 +139,7 @@ TEST(JetReader, AgreesWithMdbExportOnVariantsOfTheSamples) {
     for (unsigned variant = 0; variant < 18; ++variant) {
         std::string file = sample(kSamples[variant % 3]);
         for (unsigned edits = variant / 3; edits > 0; --edits) vary(file, random);
-        if (!errorOf(file).empty()) continue;
+        if (!readError(file).empty()) continue;
         testing::writeBytes(folder / "x.mdb", file);
         const JetTables tables = tablesOf(file);
         for (std::size_t i = 0; i < tables.size(); ++i) {
@@ -176,8 +176,8 @@ TEST(JetReader, RefusesWhatItCannotRead) {
     for (const auto& damaged : cases) {
         std::string file = sample("Scen-wide-jet3.mdb");
         file.replace(damaged.at, damaged.bytes.size(), damaged.bytes);
-        EXPECT_NE(errorOf(file).find(damaged.error), std::string::npos)
-            << damaged.damage << ": " << errorOf(file);
+        EXPECT_NE(readError(file).find(damaged.error), std::string::npos)
+            << damaged.damage << ": " << readError(file);
     }
 }
 
@@ -187,14 +187,15 @@ TEST(JetReader, SurvivesCutsAndRandomDamage) {
         const std::string whole = sample(name);
         for (std::size_t size = 0; size < whole.size(); size += pageSizeOf(whole)) {
             const std::string cut = whole.substr(0, size);
-            EXPECT_TRUE(!errorOf(cut).empty() || tablesOf(cut) == tablesOf(whole)) << name << size;
+            EXPECT_TRUE(!readError(cut).empty() || tablesOf(cut) == tablesOf(whole))
+                << name << size;
         }
         std::minstd_rand random(2);
         for (int round = 0; round < 500; ++round) {
             std::string file = whole;
             for (unsigned edits = random() % 8 + 1; edits > 0; --edits)
                 file[random() % file.size()] = static_cast<char>(random() & 0xFFU);
-            const std::string number = errorOf(file).substr(0, 5);
+            const std::string number = readError(file).substr(0, 5);
             EXPECT_NE(std::string("3343 3078 3265 ").find(number), std::string::npos) << number;
         }
     }

@@ -25,9 +25,8 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kTypingRest = 200;  // milliseconds without a key before the preview follows
-constexpr int kFewestLines = 3;   // of each box, on a small screen
-constexpr std::size_t kMostKeys = 500;
+constexpr int kTypingRest = 200;           // milliseconds without a key before the preview follows
+constexpr int kFewestLines = 3;            // of each box, on a small screen
 constexpr qsizetype kMostScript = 20'000;  // characters shown
 
 }  // namespace
@@ -126,7 +125,7 @@ void TestPane::showPreview() {
         LblScript->setText(preview.toFile ? "Te&xte écrit dans le fichier :"
                                           : "&Script de touches :");
         TxtScript->setPlainText(toQString(preview.script).left(kMostScript));
-        if (!preview.toFile) keys = listKeys(preview.script, preview.timerPause, kMostKeys);
+        if (!preview.toFile) keys = listKeys(preview.script, preview.timerPause, kMostKeysShown);
     } catch (const RuntimeError& error) {
         TxtScript->setPlainText(toQString(error.description()));
     }
