@@ -1,6 +1,7 @@
 # A spreadsheet: text into cells, read back as it saves them.
 command -v soffice >/dev/null || exit 77
 everything=type_records
+patience=900 # it takes 120 characters a second
 start() {
   printf 'x\n' >"$work/start.csv"
   soffice "-env:UserInstallation=file://$work/office" --headless --convert-to ods --outdir "$work" \
