@@ -79,8 +79,10 @@ int main() {
     const HWND window =
         CreateWindowW(windowClass.lpszClassName, L"Saisie", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 20,
                       20, 600, 500, nullptr, nullptr, nullptr, nullptr);
-    edit = CreateWindowW(L"EDIT", L"", WS_CHILD | WS_VISIBLE | ES_MULTILINE | ES_WANTRETURN, 0, 0,
-                         590, 470, window, nullptr, nullptr, nullptr);
+    edit = CreateWindowW(
+        L"EDIT", L"",
+        WS_CHILD | WS_VISIBLE | WS_VSCROLL | ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN, 0, 0,
+        590, 470, window, nullptr, nullptr, nullptr);
     SendMessageW(edit, EM_SETLIMITTEXT, 0, 0);
     ordinaryEdit = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrW(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(handleEdit)));

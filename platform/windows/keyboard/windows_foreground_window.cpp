@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "platform/windows/keyboard/front_window.h"
+
 namespace kalvo {
 
 namespace {
@@ -15,15 +17,15 @@ bool isForeign(HWND window) {
 }  // namespace
 
 void WindowsForegroundWindow::remember() {
-    const HWND window = GetForegroundWindow();
+    const HWND window = frontWindow();
     if (isForeign(window)) remembered_ = window;
 }
 
-bool WindowsForegroundWindow::foreign() { return isForeign(GetForegroundWindow()); }
+bool WindowsForegroundWindow::foreign() { return isForeign(frontWindow()); }
 
 void WindowsForegroundWindow::giveBack() {
     const auto window = static_cast<HWND>(remembered_);
-    if (isForeign(GetForegroundWindow()) || !IsWindow(window)) return;
+    if (isForeign(frontWindow()) || !IsWindow(window)) return;
     SetForegroundWindow(window);
 }
 

@@ -5,7 +5,7 @@
 
 namespace kalvo {
 
-// GetForegroundWindow and SetForegroundWindow; our own windows are those of our process.
+// frontWindow and SetForegroundWindow; our own windows are those of our process.
 class WindowsForegroundWindow : public ForegroundWindow {
 public:
     void remember() override;

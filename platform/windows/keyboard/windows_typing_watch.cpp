@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/clock.h"
+#include "platform/windows/keyboard/front_window.h"
 
 namespace kalvo {
 
@@ -101,7 +102,7 @@ void WindowsTypingWatch::begin() {
         user.down[key] = false;
     }
     user.pressed = user.stopKey = false;
-    target_ = GetForegroundWindow();
+    target_ = frontWindow();
     process_ = processOf(static_cast<HWND>(target_));
     nobodySince_ = 0;
     hold_ = Hold::kNone;
@@ -118,7 +119,7 @@ TypingStop WindowsTypingWatch::look() {
     if (rule_.stopKey && user.stopKey) return TypingStop::kStopKey;
     if (!rule_.targetGuard) return TypingStop::kNone;
     if (target_ == nullptr) return TypingStop::kNoTarget;
-    const HWND front = GetForegroundWindow();
+    const HWND front = frontWindow();
     if (front != nullptr && processOf(front) == process_) {
         nobodySince_ = 0;
         return TypingStop::kNone;
@@ -134,7 +135,7 @@ TypingStop WindowsTypingWatch::look() {
 }
 
 bool WindowsTypingWatch::targetInFront() {
-    return process_ != 0 && processOf(GetForegroundWindow()) == process_;
+    return process_ != 0 && processOf(frontWindow()) == process_;
 }
 
 }  // namespace kalvo
