@@ -89,9 +89,9 @@ void forgetCompiled(const Platform& platform, RunTimeState& state,
     const std::vector<std::string> now = scenarioNames(*state.database);
     for (const std::string& name : before) {
         const auto same = [&](const std::string& other) { return equalIgnoringCase(name, other); };
-        if (std::any_of(now.begin(), now.end(), same) || !refusalOfName(name).empty()) continue;
-        const std::string file = scenarioFile(state.scenario.applicationFolder, name);
-        resumeNext([&] { platform.files.remove(file); });
+        if (std::any_of(now.begin(), now.end(), same)) continue;
+        resumeNext(
+            [&] { removeScenarioFile(platform.files, state.scenario.applicationFolder, name); });
         if (equalIgnoringCase(state.scenario.active.ScenarioName, name)) {
             state.scenario.active = {};
             platform.icon.modify(trayTip(platform.port.CommPort(), ""));

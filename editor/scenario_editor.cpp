@@ -212,7 +212,7 @@ void ScenarioEditor::deleteScenario() {
                 name + "?",
             kApplicationTitle, MessageIcon::kExclamation))
         return;
-    removeCompiledFile(name);
+    removeScenarioFile(platform_.files, state_.scenario.applicationFolder, name);
     keepTrue([&] {
         form.LstScen.remove(form.LstScen.selected);
         kalvo::deleteScenario(*state_.database, current_.scenarioNumber);
@@ -230,11 +230,6 @@ void ScenarioEditor::deleteScenario() {
     form.chkIncrement = storedIncrement_ = false;
     form.TxtNomScen.clear();
     form.TxtChemin.clear();
-}
-
-void ScenarioEditor::removeCompiledFile(const std::string& name) {
-    const std::string file = scenarioFile(state_.scenario.applicationFolder, name);
-    if (platform_.files.fileExists(file)) platform_.files.remove(file);
 }
 
 bool ScenarioEditor::scenarioSelected() {
@@ -258,7 +253,7 @@ void ScenarioEditor::rename() {
     const std::string name = askForName("Nouveau nom du scénario :"_ansi);
     if (name.empty()) return;
     updateNom(*state_.database, current_.scenarioNumber, name);
-    removeCompiledFile(old);
+    removeScenarioFile(platform_.files, state_.scenario.applicationFolder, old);
     choices_.follow(old, name);
     selectNamed(name);
 }

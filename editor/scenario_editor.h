@@ -91,7 +91,6 @@ private:
     [[nodiscard]] bool nameIsFree(const std::string& name);
     [[nodiscard]] bool scenarioSelected();
     [[nodiscard]] std::string askForName(std::string_view prompt);
-    void removeCompiledFile(const std::string& name);
     void selectNamed(const std::string& name);
     void insertNew();
     template <typename Change>

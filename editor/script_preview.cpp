@@ -53,6 +53,7 @@ ScriptPreview previewScript(const Platform& platform, const RunTimeState& state,
     CompiledScenario compiledNow = compiled(database, *scenario);
     ScriptPreview preview;
     preview.warnings = warningsOf(platform, database, folder, *scenario, compiledNow);
+    if (!compiledNow.refusal.empty()) preview.warnings.push_back(compiledNow.refusal);
     preview.options = actingOptions(platform.profiles, folder, *scenario, state.TerminalType);
     AssumedProfiles profiles(
         platform.profiles,

@@ -16,6 +16,7 @@
 #include "scenario/frame_processing.h"
 #include "scenario/scenario_compiler.h"
 #include "scenario/scenario_loader.h"
+#include "scenario/scenario_names.h"
 #include "scenario/scenario_store.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
@@ -99,6 +100,7 @@ void runScenarioTest(const Platform& platform, RunTimeState& state, const Curren
     const Compilation compilation =
         CompileScenario(platform, *state.database, run.applicationFolder, scenario->Numero);
     if (!compilation.problem.empty()) showWarning(platform.dialogs, compilation.problem);
+    if (!refusalOfName(scenario->Nom).empty()) return;
     const KeptScenario kept(run, scenario->Nom);
     LoadTestScenario(platform, run, scenario->Nom);
     run.keys.LoadKeyCorrespondence(platform.profiles, run.applicationFolder);

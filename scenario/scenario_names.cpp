@@ -41,4 +41,11 @@ std::string findScenarioFile(FileSystem& files, std::string_view applicationFold
     return found == present.end() ? exact : scenariosFolder(applicationFolder) + *found;
 }
 
+void removeScenarioFile(FileSystem& files, std::string_view applicationFolder,
+                        std::string_view name) {
+    if (!refusalOfName(name).empty()) return;
+    const std::string file = findScenarioFile(files, applicationFolder, name);
+    if (files.fileExists(file)) files.remove(file);
+}
+
 }  // namespace kalvo

@@ -17,4 +17,9 @@ namespace kalvo {
 [[nodiscard]] std::string findScenarioFile(FileSystem& files, std::string_view applicationFolder,
                                            std::string_view name);
 
+// Removes the compiled file of a scenario, where there is one; a name that is refused has
+// none.
+void removeScenarioFile(FileSystem& files, std::string_view applicationFolder,
+                        std::string_view name);
+
 }  // namespace kalvo

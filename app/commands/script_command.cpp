@@ -3,7 +3,7 @@
 #include "app/commands/commands.h"
 #include "scenario/frame_processing.h"
 #include "scenario/scenario_loader.h"
-#include "settings/application_paths.h"
+#include "scenario/scenario_names.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"
@@ -21,7 +21,9 @@ void loadScenario(CommandContext& context, const CommandLine& line) {
     if (name.empty())
         throw RuntimeError(error_number::kInvalidCall,
                            std::string("Aucun scénario n'est défini"_ansi));
-    if (!platform.files.fileExists(scenarioFile(run.applicationFolder, name)))
+    if (const std::string refusal = refusalOfName(name); !refusal.empty())
+        throw RuntimeError(error_number::kInvalidCall, refusal);
+    if (!platform.files.fileExists(findScenarioFile(platform.files, run.applicationFolder, name)))
         throw RuntimeError(error_number::kFileNotFound,
                            std::string("Le scénario n'est pas compilé : "_ansi) + name);
     run.active.ScenarioName = name;

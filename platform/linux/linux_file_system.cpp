@@ -38,9 +38,9 @@ struct stat statusOf(std::string_view path) {
     return status;
 }
 
-FileDescriptor openForReading(std::string_view path) {
+FileDescriptor openForReading(std::string_view path, int how = 0) {
     const std::string native = nativePath(path);
-    FileDescriptor file(::open(native.c_str(), O_RDONLY | O_CLOEXEC));
+    FileDescriptor file(::open(native.c_str(), O_RDONLY | O_CLOEXEC | how));
     if (!file.isOpen()) throw fileError(errno, path, missingNumber(native));
     return file;
 }
@@ -98,7 +98,11 @@ std::unique_ptr<TextStream> LinuxFileSystem::append(std::string_view path) {
 }
 
 std::string LinuxFileSystem::read(std::string_view path) {
-    const FileDescriptor file = openForReading(path);
+    // Not waiting: a pipe under the name of a file must not stop the program.
+    const FileDescriptor file = openForReading(path, O_NONBLOCK);
+    struct stat status {};
+    if (::fstat(file.number(), &status) != 0) throw fileError(errno, path);
+    if (!S_ISREG(status.st_mode)) throw fileError(EISDIR, path);
     std::string content;
     std::size_t size = 0;
     for (;;) {

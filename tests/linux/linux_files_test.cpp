@@ -154,6 +154,8 @@ TEST(LinesOfAPipe, AreHandedOverAsTheyCome) {
     const TemporaryFolder folder;
     const std::string pipe = folder / "pipe";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(errorOf([&] { (void)LinuxFileSystem().read(pipe); }), error_number::kPathAccess)
+        << "what should be a whole file is not waited for";
     std::binary_semaphore seen{0};
     std::thread writer([&] {
         std::ofstream out(pipe, std::ios::binary);

@@ -94,6 +94,7 @@ TEST_F(Scenarios, WithWhatNoFileCanHoldAreRefusedAndTheOldFileStays) {
         load(name);
         EXPECT_THAT(world.dialogs.texts().front(), HasSubstr("refus")) << name;
         EXPECT_EQ(readSetting(world.registry, kRacScenChx), "");
+        removeScenarioFile(files, folder.path(), name);
     }
     EXPECT_EQ(world.content("PortSerie.ini"), "[Port]\r\nPort=1\r\n") << "reached by no name";
     EXPECT_EQ(refusalOfName("Réception d'été (2)"_ansi), "");
@@ -111,6 +112,8 @@ TEST_F(Scenarios, AreFoundWhateverTheCaseOfTheirNames) {
     EXPECT_EQ(files.list(scenariosFolder(folder.path())).size(), 1U) << "no second file beside it";
     load("stock");
     EXPECT_THAT(run.active.ActionLines, ElementsAre("", "b"));
+    removeScenarioFile(files, folder.path(), "STOCK");
+    EXPECT_THAT(files.list(scenariosFolder(folder.path())), IsEmpty());
 }
 
 TEST_F(Scenarios, AreLoadedWithWhatTheirFileSays) {
