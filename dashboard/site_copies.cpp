@@ -102,11 +102,16 @@ void forgetCompiled(const Platform& platform, RunTimeState& state,
 std::string compileAll(const Platform& platform, RunTimeState& state) {
     std::string problems;
     for (const std::string& name : scenarioNames(*state.database)) {
-        const auto number = findScenario(*state.database, name);
-        if (!number) continue;
-        const Compilation compilation =
-            CompileScenario(platform, *state.database, state.scenario.applicationFolder, *number);
-        if (!compilation.problem.empty()) problems += "\r\n- " + compilation.problem;
+        std::string problem;
+        try {
+            if (const auto number = findScenario(*state.database, name))
+                problem = CompileScenario(platform, *state.database,
+                                          state.scenario.applicationFolder, *number)
+                              .problem;
+        } catch (const RuntimeError& error) {
+            problem = error.description();
+        }
+        if (!problem.empty()) problems += "\r\n- " + problem;
     }
     return problems;
 }

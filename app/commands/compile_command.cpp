@@ -5,6 +5,7 @@
 #include "scenario/scenario_store.h"
 #include "settings/application_paths.h"
 #include "text/ansi_text.h"
+#include "text/runtime_error.h"
 
 namespace kalvo {
 
@@ -28,6 +29,17 @@ bool compileByName(CommandContext& context, Database& database, const std::strin
     return compilation.complete;
 }
 
+// Whatever is wrong with one, the others may be well.
+bool compileOrSay(CommandContext& context, Database& database, const std::string& name) {
+    try {
+        return compileByName(context, database, name);
+    } catch (const RuntimeError& error) {
+        writeErrorLine(std::string("Scénario « "_ansi) + name + std::string(" » : "_ansi) +
+                       error.description());
+        return false;
+    }
+}
+
 }  // namespace
 
 int runCompile(const CommandLine& line, SystemBindings& bindings) {
@@ -37,7 +49,7 @@ int runCompile(const CommandLine& line, SystemBindings& bindings) {
     const auto names =
         line.allScenarios ? scenarioNames(*database) : std::vector{fromUtf8(line.scenario)};
     bool complete = true;
-    for (const std::string& name : names) complete &= compileByName(context, *database, name);
+    for (const std::string& name : names) complete &= compileOrSay(context, *database, name);
     return complete ? kExitSuccess : kExitFailure;
 }
 
