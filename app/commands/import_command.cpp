@@ -12,7 +12,8 @@ int runImport(const CommandLine& line, SystemBindings& bindings) {
     CommandContext context(bindings);
     const JetImportReport imported = importJetDatabase(
         nativeFile(line.file), scenarioDatabase(context.state.scenario.applicationFolder));
-    std::string text = "Base reprise : ";
+    std::string text(imported.alreadyDone ? "Base déjà reprise, rien à faire : "_ansi
+                                          : "Base reprise : "_ansi);
     text += std::to_string(imported.scenarios);
     text += " scénarios, "_ansi;
     text += std::to_string(imported.actions) + " actions";

@@ -62,9 +62,35 @@ bool holdsScenarios(const SqliteConnection& connection) {
     return SqliteStatement(connection, sql, sql).step();
 }
 
-void fillExisting(const fs::path& file, const JetTables& tables) {
+// Every scenario is there under its number and name; what was changed since is the user's.
+bool holdsAll(const SqliteConnection& connection, const JetTables& tables) {
+    const auto& columns = kScenarioTables[kScenarios].columns;
+    const auto place = [&](std::string_view name) {
+        return static_cast<std::size_t>(std::find(columns.begin(), columns.end(), name) -
+                                        columns.begin());
+    };
+    const std::string sql = "SELECT 1 FROM Scenarios WHERE Numero=?1 AND Nom IS ?2";
+    SqliteStatement scenario(connection, sql, sql);
+    return !tables[kScenarios].empty() &&
+           std::all_of(tables[kScenarios].begin(), tables[kScenarios].end(),
+                       [&](const JetRow& row) {
+                           int index = 0;
+                           for (const std::string_view column : {"Numero", "Nom"}) {
+                               const JetValue& value = row.at(place(column));
+                               ++index;
+                               value ? scenario.bindText(index, *value) : scenario.bindNull(index);
+                           }
+                           const bool found = scenario.step();
+                           scenario.reset();
+                           return found;
+                       });
+}
+
+// False when an earlier import has brought them all.
+bool fillExisting(const fs::path& file, const JetTables& tables) {
     SqliteConnection connection = SqliteConnection::open(file);
     connection.run("BEGIN IMMEDIATE");
+    if (holdsScenarios(connection) && holdsAll(connection, tables)) return false;
     if (holdsScenarios(connection))
         throw RuntimeError(error_number::kFileExists,
                            std::string("La base « "_ansi)
@@ -73,6 +99,7 @@ void fillExisting(const fs::path& file, const JetTables& tables) {
     connection.run("DELETE FROM Increment");
     fillTables(connection, tables);
     connection.run("COMMIT");
+    return true;
 }
 
 JetTables readSource(const fs::path& source) {
@@ -119,12 +146,13 @@ JetImportReport importJetDatabase(const fs::path& source, std::string_view targe
     const JetTables tables = readSource(source);
     const fs::path file = databaseFile(target);
     std::error_code error;
+    JetImportReport report = reportOf(tables);
     if (fs::exists(file, error))
-        fillExisting(file, tables);
+        report.alreadyDone = !fillExisting(file, tables);
     else
         createScenarioDatabase(
             file, [&](SqliteConnection& connection) { fillTables(connection, tables); });
-    return reportOf(tables);
+    return report;
 }
 
 std::optional<JetUpgrade> upgradeJetInPlace(std::string_view path) {

@@ -13,13 +13,15 @@ namespace kalvo {
 struct JetImportReport {
     std::size_t scenarios = 0;
     std::size_t actions = 0;
+    bool alreadyDone = false;  // by an import before, and nothing was written
 };
 
 // Copies the three tables of `source` into `target`, which is made, or must hold
-// neither scenarios nor actions yet; all of it or, on an error, nothing. The source
-// is only read. RuntimeError 3024 when it is missing, 3343 when it is not a Jet
-// database, damaged, protected or too new, 3078 and 3265 for a missing table or column,
-// 58 when the target holds scenarios, and those of opening and writing the target.
+// neither scenarios nor actions yet; all of it or, on an error, nothing. A target that
+// holds every scenario of the source is left as it is. The source is only read. RuntimeError 3024
+// when it is missing, 3343 when it is not a Jet database, damaged, protected or too new, 3078 and
+// 3265 for a missing table or column, 58 when the target holds other scenarios, and those of
+// opening and writing the target.
 JetImportReport importJetDatabase(const std::filesystem::path& source, std::string_view target);
 
 struct JetUpgrade {
