@@ -1,11 +1,13 @@
 #include "app/application_folder.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <filesystem>
 #include <system_error>
 #include <vector>
 
+#include "app/bindings/system_bindings.h"
 #include "app/process/process_start.h"
 #include "platform/jet/jet_import.h"
 #include "platform/sqlite/schema.h"
@@ -60,7 +62,7 @@ void removeLeftovers(FileSystem& files, std::string_view folder) {
     resumeNext([&] { names = files.list(folder); });
     for (const std::string& name : names) {
         const bool ours = name.find(".kalvo-") != std::string::npos && name.ends_with(".tmp");
-        if (ours || name.starts_with("Scen.mdb.tmp-"))
+        if (ours || name.find(".mdb.tmp-") != std::string::npos)
             resumeNext([&] {
                 if (files.ageInSeconds(inFolder(folder, name)) > kYoungest)
                     files.remove(inFolder(folder, name));
@@ -111,7 +113,11 @@ void prepareApplicationFolder(FileSystem& files, Dialogs& dialogs, std::string_v
             copyShippedFile(files, inFolder(shippedData, name), target);
     }
     const std::string scenarios = inFolder(folder, "Scenarios");
-    for (const std::string_view place : {folder, std::string_view(scenarios)})
+    const std::string copies = copiesFolder(folder);
+    std::string users = knownSitesFile();
+    users.resize(std::min(users.find_last_of("/\\"), users.size()));
+    for (const std::string_view place :
+         {folder, std::string_view(scenarios), std::string_view(copies), std::string_view(users)})
         removeLeftovers(files, place);
     if (!files.folderExists(scenarios)) files.createFolder(scenarios);
     const std::string database = scenarioDatabase(folder);
