@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/asio/com_port_control.h"
+#include "platform/asio/host_lookup.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"
 
@@ -19,7 +20,8 @@ namespace {
 
 using asio::ip::tcp;
 
-// Whoever closes the port meanwhile waits for it.
+// Whoever closes the port meanwhile waits for both.
+constexpr std::chrono::milliseconds kTimeToLookUp{500};
 constexpr std::chrono::milliseconds kTimeToConnect{900};
 // A server that never stops sending is not read to its end.
 constexpr int kMostReads = 64;
@@ -48,14 +50,13 @@ void watchPeer(tcp::socket& socket) {
 // On a context of its own: the caller may be a handler of the line's.
 tcp::socket connectTo(asio::io_context& io, const LineServer& server) {
     asio::io_context connecting;
-    asio::error_code error;
-    const auto places = tcp::resolver(connecting).resolve(server.host, server.port, error);
-    if (error) failToConnect(server, error);
+    asio::error_code error = asio::error::operation_aborted;
+    const auto host = lookUpHost(server.host, server.port, kTimeToLookUp);
+    if (!host || host->error) failToConnect(server, host ? host->error : error);
     tcp::socket socket(connecting);
-    error = asio::error::operation_aborted;
-    asio::async_connect(socket, places, [&](const asio::error_code& result, const tcp::endpoint&) {
-        error = result;
-    });
+    asio::async_connect(
+        socket, host->places,
+        [&](const asio::error_code& result, const tcp::endpoint&) { error = result; });
     connecting.run_for(kTimeToConnect);
     if (error) failToConnect(server, error);
     const auto protocol = socket.local_endpoint().protocol();

@@ -19,7 +19,7 @@ struct LineServer {
 // stands in square brackets.
 [[nodiscard]] std::optional<LineServer> serverOf(const std::string& path);
 
-// Connects within a second. RuntimeError 8002 when nobody answers.
+// Connects within a second and a half. RuntimeError 8002 when nobody answers.
 [[nodiscard]] std::unique_ptr<LineStream> openTcpStream(asio::io_context& io,
                                                         const LineServer& server,
                                                         const LineSettings& settings,

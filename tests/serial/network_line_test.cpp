@@ -4,11 +4,15 @@
 #include <array>
 #include <asio/ip/tcp.hpp>
 #include <asio/write.hpp>
+#include <atomic>
+#include <chrono>
+#include <future>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/asio/asio_serial_port.h"
+#include "platform/asio/host_lookup.h"
 #include "tests/serial/pty.h"
 #include "tests/serial/test_pump.h"
 #include "tests/support/error_of.h"
@@ -87,6 +91,22 @@ TEST(NetworkLineTest, ALineBehindADeviceServerIsOneLikeAnyOther) {
     port->reopen();
     EXPECT_TRUE(port->PortOpen()) << "awaited";
     port->setPortOpen(false);
+}
+
+TEST(HostNames, AreNotWaitedForAndALateAnswerServesTheNextWhoAsks) {
+    using namespace std::chrono_literals;
+    std::promise<HostAnswer> answer;
+    std::atomic<int> asked = 0;
+    const auto resolve = [&](const std::string&, const std::string&) {
+        ++asked;
+        return answer.get_future().get();
+    };
+    for (int tries = 0; tries < 2; ++tries) EXPECT_FALSE(lookUpHost("slow", "1", 10ms, resolve));
+    answer.set_value({{{asio::ip::address_v4::loopback(), 1}}, {}});
+    const auto late = lookUpHost("slow", "1", 10s, resolve);
+    ASSERT_TRUE(late);
+    EXPECT_EQ(late->places.size(), 1U);
+    EXPECT_EQ(asked, 1);
 }
 
 }  // namespace
