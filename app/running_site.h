@@ -30,7 +30,8 @@ public:
     [[nodiscard]] static std::optional<std::string> stateOf(std::string_view applicationFolder);
 
 private:
-    FileLock lock_;
+    FileLock user_;  // keeps this user's other programs out, whoever may write to the folder
+    FileLock lock_;  // keeps out those of whom the folder is, and tells of us
     bool alone_;
     std::string program_;  // UTF-8
 };

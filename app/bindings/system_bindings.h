@@ -57,6 +57,9 @@ struct SystemBindings {
 // What the sites of a session lock to take turns at its keyboard.
 [[nodiscard]] std::filesystem::path keyboardTurnsFile();
 
+// Where this user's programs lock what they share: nobody else can write there.
+[[nodiscard]] std::filesystem::path userLocksFolder();
+
 // Where the sites of this user are listed (code page 1252).
 [[nodiscard]] std::string knownSitesFile();
 

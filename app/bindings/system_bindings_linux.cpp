@@ -42,12 +42,19 @@ SystemBindings createSystemBindings(const std::optional<std::string>& applicatio
             std::make_unique<SqliteEngine>()};
 }
 
+std::filesystem::path userLocksFolder() {
+    const std::filesystem::path folder = userRuntimeFolder();
+    std::error_code ignored;  // a lock that cannot be made keeps nobody out
+    std::filesystem::create_directories(folder, ignored);
+    return folder;
+}
+
 std::filesystem::path keyboardTurnsFile() {
     std::string name = "clavier-";
     for (const char* const display : {"WAYLAND_DISPLAY", "DISPLAY"})
         if (const char* const value = std::getenv(display)) name += value;
     std::replace(name.begin(), name.end(), '/', '-');
-    return userRuntimeFolder() + "/" + name + ".verrou";
+    return userLocksFolder() / (name + ".verrou");
 }
 
 std::string knownSitesFile() {

@@ -51,12 +51,14 @@ std::unique_ptr<KeyboardInput> connectKeyboard(KeyboardKind) {
 
 std::string keyboardRemark(const KeyboardInput&) { return {}; }
 
-std::filesystem::path keyboardTurnsFile() {
+std::filesystem::path userLocksFolder() {
     const std::filesystem::path folder = programFolders().userData;
     std::error_code ignored;  // a lock that cannot be made keeps nobody out
     std::filesystem::create_directories(folder, ignored);
-    return folder / "clavier.verrou";
+    return folder;
 }
+
+std::filesystem::path keyboardTurnsFile() { return userLocksFolder() / "clavier.verrou"; }
 
 std::string knownSitesFile() {
     const std::u8string path = (programFolders().userData / "Sites.ini").u8string();

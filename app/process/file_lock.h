@@ -9,7 +9,8 @@
 namespace kalvo {
 
 // Held until it is given back or the process ends, however it ends. Where no such file can
-// be made there is nobody to keep out: it counts as taken.
+// be made, or it is somebody else's than this user's or the owner's of its folder, there is
+// nobody to keep out: it counts as taken.
 class FileLock {
 public:
     explicit FileLock(const std::filesystem::path& file);

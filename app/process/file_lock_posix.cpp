@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 #include "app/process/file_lock.h"
 #include "platform/file_descriptor.h"
@@ -25,11 +26,24 @@ struct flock wholeFile(short type) {
     return lock;
 }
 
+// Whoever may write to a folder could make the file before us and keep it locked for ever.
+FileDescriptor openTrusted(const std::filesystem::path& file, int how) {
+    FileDescriptor opened(
+        open(file.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | how, S_IRUSR | S_IWUSR));
+    struct stat status {};
+    struct stat folder {};
+    if (!opened.isOpen() || fstat(opened.number(), &status) != 0 ||
+        stat(file.parent_path().c_str(), &folder) != 0)
+        return FileDescriptor();
+    const bool known =
+        status.st_uid == geteuid() || status.st_uid == 0 || status.st_uid == folder.st_uid;
+    return S_ISREG(status.st_mode) && known ? std::move(opened) : FileDescriptor();
+}
+
 }  // namespace
 
 FileLock::FileLock(const std::filesystem::path& file)
-    : handle_(std::make_unique<Handle>(Handle{FileDescriptor(
-          open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR))})) {}
+    : handle_(std::make_unique<Handle>(Handle{openTrusted(file, O_CREAT)})) {}
 
 FileLock::~FileLock() = default;
 
@@ -51,7 +65,7 @@ void FileLock::write(std::string_view text) noexcept {
 }
 
 bool FileLock::taken(const std::filesystem::path& file) {
-    const FileDescriptor opened(open(file.c_str(), O_RDWR | O_CLOEXEC));
+    const FileDescriptor opened = openTrusted(file, 0);
     struct flock lock = wholeFile(F_WRLCK);
     return opened.isOpen() && fcntl(opened.number(), F_OFD_GETLK, &lock) == 0 &&
            lock.l_type != F_UNLCK;

@@ -3,6 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "app/process/service_report.h"
 #include "app/sites.h"
 #include "tests/support/system_bindings.h"
@@ -11,11 +16,13 @@
 #ifndef _WIN32
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <unistd.h>
 
 #include <array>
 #include <cstdlib>
 #include <cstring>
 
+#include "app/process/file_lock.h"
 #include "platform/file_descriptor.h"
 #endif
 
@@ -54,6 +61,24 @@ TEST(KnownSites, AreListedOnceEach) {
 }
 
 #ifndef _WIN32
+// Where others may write they could be first with the file that tells of the site.
+TEST(RunningSite, IsNeitherKeptOutNorDoubledByWhatOthersPutIntoItsFolder) {
+    for (const bool link : {true, false}) {
+        if (!link && geteuid() != 0) continue;  // only root can give a file away
+        const testing::TemporaryFolder folder;
+        const std::string state = folder / "kalvo-horizon.etat";
+        if (link) std::filesystem::create_symlink(folder / "elsewhere", state);
+        FileLock squatter(state);
+        EXPECT_EQ(squatter.take(), true);
+        EXPECT_TRUE(link || chown(state.c_str(), 65534, 65534) == 0);
+        const RunningSite first(folder.path(), "A", {});
+        EXPECT_TRUE(first.alone());
+        EXPECT_FALSE(RunningSite(folder.path(), "B", {}).alone());
+        EXPECT_EQ(RunningSite::stateOf(folder.path()), std::nullopt);
+        EXPECT_FALSE(std::filesystem::exists(folder / "elsewhere"));
+    }
+}
+
 TEST(ServiceReport, GoesToWhoeverAskedForIt) {
     const testing::TemporaryFolder folder;
     const std::string path = folder / "notify";
