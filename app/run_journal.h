@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "app/bindings/system_bindings.h"
@@ -23,6 +25,8 @@ public:
     // Begins a run: forgets what is old, and says how many batches of runs before wait for
     // the user.
     void begin();
+    // Forgets what is old, once a day at most: a run may last for months.
+    void forgetDaily();
 
     // How many batches are not finished.
     [[nodiscard]] std::size_t waiting();
@@ -32,10 +36,18 @@ public:
     [[nodiscard]] JournalFile* file() { return file_.get(); }
 
 private:
+    [[nodiscard]] std::unique_ptr<JournalFile> openJournal();
+    [[nodiscard]] JournalFile* openLate();
+
     SystemBindings& bindings_;
+    EventPump& events_;
     std::function<void(std::string_view)> warn_;
+    bool wanted_;
+    bool refused_ = false;  // it could not be opened, which was said
+    std::uint32_t lastTry_ = 0;
     std::unique_ptr<JournalFile> file_;
     BatchJournal batches_;
+    std::string forgottenOn_;  // the day
 };
 
 }  // namespace kalvo

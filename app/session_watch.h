@@ -10,8 +10,11 @@
 
 namespace kalvo {
 
-// Watches as the options of a site want it, connects when typing begins and the session has
-// come back, and passes on that the user has had enough.
+// What the options of a site want watched.
+[[nodiscard]] WatchRules watchRules(const SystemBindings& bindings);
+
+// Watches by these rules, connects when typing begins and the session has come back, and
+// passes on that the user has had enough.
 class SessionWatch : public TypingWatch {
 public:
     // `begun` is called when typing begins.
@@ -29,8 +32,6 @@ public:
     [[nodiscard]] bool connected() override { return watch_ && watch_->connected(); }
 
 private:
-    [[nodiscard]] WatchRules rules() const;
-
     const SystemBindings& bindings_;
     std::function<void()> begun_;
     std::unique_ptr<TypingWatch> watch_;

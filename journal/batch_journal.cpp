@@ -14,14 +14,17 @@ namespace kalvo {
 
 namespace {
 
-constexpr std::uint32_t kProgressInterval = 250;  // milliseconds
+// Milliseconds. Whoever holds the journal makes each try wait, and the keys with it.
+constexpr std::uint32_t kProgressInterval = 250;
+constexpr std::uint32_t kRetryInterval = 20'000;
 constexpr std::uint64_t kMegabyte = 1024U * 1024U;
 
 }  // namespace
 
 BatchJournal::BatchJournal(JournalFile* file, EventPump& events,
-                           std::function<void(std::string_view)> warn)
-    : file_(file), events_(events), warn_(std::move(warn)) {}
+                           std::function<void(std::string_view)> warn,
+                           std::function<JournalFile*()> openLate)
+    : file_(file), events_(events), warn_(std::move(warn)), openLate_(std::move(openLate)) {}
 
 BatchJournal::~BatchJournal() {
     if (!unwritten_.empty()) attempt([] {});
@@ -30,11 +33,13 @@ BatchJournal::~BatchJournal() {
 // Once in a row of failures: a full disk is one piece of news.
 template <typename Step>
 void BatchJournal::attempt(Step&& step) {
+    if (file_ == nullptr && openLate_) file_ = openLate_();
     if (file_ == nullptr) return;
     try {
         step();
         writeStates();
         warned_ = false;
+        ++changes_;
     } catch (const RuntimeError& error) {
         if (!std::exchange(warned_, true))
             warn_(std::string("Le journal des lots ne peut pas être écrit ; "
@@ -111,7 +116,8 @@ void BatchJournal::keepFlow(std::string_view bytes) noexcept {
 
 void BatchJournal::typing(std::int64_t batch, std::int32_t passes, std::int32_t passesDone) {
     const std::uint32_t now = events_.GetTickCount();
-    if (batch == progressOf_ && now - progressAt_ < kProgressInterval) return;
+    const std::uint32_t interval = warned_ ? kRetryInterval : kProgressInterval;
+    if (batch == progressOf_ && now - progressAt_ < interval) return;
     progressOf_ = batch;
     progressAt_ = now;
     update(batch, BatchState::kTyping, passes, passesDone, {});

@@ -21,9 +21,11 @@ public:
     // The number of a batch that is not in the journal.
     static constexpr std::int64_t kNone = 0;
 
-    // Without a file nothing is kept and nothing is said. `warn` is told, in French, what
-    // the user should know of the journal itself.
-    BatchJournal(JournalFile* file, EventPump& events, std::function<void(std::string_view)> warn);
+    // Without a file nothing is kept and nothing is said; `openLate` is asked for one before
+    // anything is written, null for none yet. `warn` is told, in French, what the user should
+    // know of the journal itself.
+    BatchJournal(JournalFile* file, EventPump& events, std::function<void(std::string_view)> warn,
+                 std::function<JournalFile*()> openLate = {});
 
     // Tries once more to write what could not be written.
     ~BatchJournal();
@@ -32,6 +34,8 @@ public:
 
     // Whether batches are kept.
     [[nodiscard]] bool keeps() const { return file_ != nullptr; }
+    // Another number whenever something was written.
+    [[nodiscard]] std::uint64_t changes() const { return changes_; }
 
     // A pushed batch, before it is processed. `behindEnd` is what arrived behind its end
     // mark, kept as a discarded batch of its own; `taken` is how many bytes of the line
@@ -89,7 +93,9 @@ private:
     JournalFile* file_;
     EventPump& events_;
     std::function<void(std::string_view)> warn_;
-    bool warned_ = false;
+    std::function<JournalFile*()> openLate_;
+    bool warned_ = false;  // the last attempt failed
+    std::uint64_t changes_ = 0;
     std::size_t recordsKept_ = 0;                 // bytes that the file has of the batch that grows
     std::map<std::int64_t, Progress> unwritten_;  // states that the file has not yet
     std::int64_t progressOf_ = kNone;

@@ -83,6 +83,8 @@ public:
 
     // The latest batches first, `most` at most (0: all).
     [[nodiscard]] virtual std::vector<JournalEntry> list(std::size_t most) = 0;
+    // How many are neither done nor discarded.
+    [[nodiscard]] virtual std::size_t countUnfinished() = 0;
     [[nodiscard]] virtual std::optional<JournalEntry> find(std::int64_t id) = 0;
     // The bytes of a batch, exactly; empty when there is none of that id.
     [[nodiscard]] virtual std::string bytes(std::int64_t id) = 0;

@@ -133,6 +133,7 @@ private:
     void dispatch() {
         const BatchReport report = TraiteEmul(platform_, context_.state, journal_.batches());
         status_.batchDone();
+        journal_.forgetDaily();
         if (report.outcome == BatchReport::Outcome::kInterrupted && report.batch != 0)
             said_.write(LogLevel::kWarning, "Pour reprendre : kalvo-horizon journal resend " +
                                                 std::to_string(report.batch) + " --from " +

@@ -32,7 +32,7 @@ constexpr const char* kColumns =
     "FROM Lots ";
 
 // Batches that are done; the others are forgotten for their age alone.
-constexpr const char* kDone = "Etat IN ('saisi','ecrit','ecarte')";
+constexpr const char* kDone = "(Etat IN ('saisi','ecrit','ecarte'))";
 
 std::string_view nameOf(BatchState state) {
     return kBatchStates.at(static_cast<std::size_t>(state));
@@ -237,6 +237,13 @@ std::vector<JournalEntry> SqliteJournal::list(std::size_t most) {
     std::vector<JournalEntry> entries;
     while (rows.step()) entries.push_back(entryOf(rows.handle()));
     return entries;
+}
+
+std::size_t SqliteJournal::countUnfinished() {
+    SqliteStatement count(*connection_, std::string("SELECT COUNT(*) FROM Lots WHERE NOT ") + kDone,
+                          {});
+    count.step();
+    return static_cast<std::size_t>(sqlite3_column_int64(count.handle(), 0));
 }
 
 std::optional<JournalEntry> SqliteJournal::find(std::int64_t id) {

@@ -48,6 +48,7 @@ public:
     [[nodiscard]] std::string latestFlow(std::uint64_t bytes) override;
     void dropLatestFlow(std::uint64_t bytes) override;
     [[nodiscard]] std::vector<JournalEntry> list(std::size_t most) override;
+    [[nodiscard]] std::size_t countUnfinished() override;
     [[nodiscard]] std::optional<JournalEntry> find(std::int64_t id) override;
     [[nodiscard]] std::string bytes(std::int64_t id) override;
     [[nodiscard]] std::vector<std::int64_t> containing(std::string_view text) override;

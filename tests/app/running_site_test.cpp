@@ -9,7 +9,11 @@
 #include <vector>
 
 #include "app/process/service_report.h"
+#include "app/run_journal.h"
+#include "app/session_watch.h"
 #include "app/sites.h"
+#include "settings/options.h"
+#include "tests/support/fake_event_pump.h"
 #include "tests/support/system_bindings.h"
 #include "tests/support/temporary_folder.h"
 
@@ -51,6 +55,57 @@ TEST(RunningSite, IsOneForEachFolderAndTellsOfItself) {
     }
     EXPECT_EQ(RunningSite::stateOf(folder.path()), std::nullopt);
     EXPECT_TRUE(RunningSite(folder.path(), "D", {}).alone());
+}
+
+TEST(SiteOptions, DecideOnTheJournalAndOnWhatIsWatched) {
+    const testing::TemporaryFolder folder;
+    testing::FakeEventPump events;
+    SystemBindings bindings{folder.path(), "",      std::make_unique<testing::SystemProfiles>(),
+                            nullptr,       nullptr, nullptr};
+    const auto set = [&](Option option, int value) {
+        EXPECT_TRUE(setOption(*bindings.profiles, folder.path(), option, value));
+    };
+    for (const int on : {0, 1}) {
+        for (const Option option : {Option::kJournal, Option::kStopKey, Option::kTargetGuard})
+            set(option, on);
+        EXPECT_EQ(watchRules(bindings).stopKey, on == 1);
+        EXPECT_EQ(watchRules(bindings).targetGuard, on == 1);
+        EXPECT_EQ(RunJournal(bindings, events, {}).batches().keeps(), on == 1);
+    }
+    set(Option::kStopKey, 0);
+    EXPECT_TRUE(watchRules(bindings).targetGuard);
+
+    // One that cannot be opened at the start is tried again.
+    std::filesystem::remove(folder / "Journal.db");
+    std::filesystem::create_directory(folder / "Journal.db");
+    std::vector<std::string> said;
+    RunJournal journal(bindings, events, [&](std::string_view text) { said.emplace_back(text); });
+    journal.begin();
+    EXPECT_EQ(journal.batches().receive({}, "lost", {}, 0), BatchJournal::kNone);
+    std::filesystem::remove(folder / "Journal.db");
+    events.tick += 10'000;
+    EXPECT_TRUE(journal.batches().receive({}, "kept", {}, 0) == 1);
+    journal.batches().typed(1, 1);
+    EXPECT_EQ(said.size(), 2U) << "that it is missing, and that it is back";
+    const auto typed = [&](std::size_t size) {
+        const auto batch = journal.batches().receive({}, std::string(size, 'x'), {}, 0);
+        journal.batches().typed(batch, 1);
+    };
+    events.time = {2024, 4, 4, 0, 0, 0};
+    journal.forgetDaily();
+    EXPECT_EQ(journal.file()->list(0).size(), 1U) << "30 days are not over";
+    events.time.day = 5;
+    typed(1);
+    journal.forgetDaily();
+    EXPECT_EQ(journal.file()->list(0).size(), 1U);
+    for (int i = 0; i < 3; ++i) typed(700'000);
+    journal.forgetDaily();
+    EXPECT_EQ(journal.file()->list(0).size(), 4U) << "once a day";
+    set(Option::kJournalMegabytes, 1);
+    set(Option::kJournalDays, 0);
+    events.time = {2025, 1, 1, 0, 0, 0};
+    journal.forgetDaily();
+    EXPECT_EQ(journal.file()->list(0).size(), 1U) << "the latest, and no day counts";
 }
 
 TEST(KnownSites, AreListedOnceEach) {

@@ -95,7 +95,9 @@ TEST_F(Journal, TellsAtTheNextStartWhatWasNotFinished) {
         journal.keepFlow("half a bat");
     }
     SqliteJournal file = open();
+    EXPECT_EQ(file.countUnfinished(), 1U);
     EXPECT_EQ(over(&file).recover(), 2U);
+    EXPECT_EQ(file.countUnfinished(), 2U);
     EXPECT_EQ(file.find(1)->state, BatchState::kInterrupted);
     EXPECT_EQ(file.find(1)->passesDone, 4);
     EXPECT_EQ(file.bytes(3), "half a bat");
@@ -141,6 +143,16 @@ TEST_F(Journal, ThatCannotBeWrittenIsSaidOnceAndKeepsNobodyFromWork) {
     file.diskFull = false;
     journal.receive(origin, "E", {}, 0);
     EXPECT_EQ(file.find(1)->state, BatchState::kTyped) << "late, but not lost";
+
+    file.diskFull = true;
+    journal.typing(1, 9, 1);
+    file.diskFull = false;
+    events.tick += 300;
+    journal.typing(1, 9, 2);
+    EXPECT_EQ(file.find(1)->state, BatchState::kTyped) << "keys do not wait for it each time";
+    events.tick += 20'000;
+    journal.typing(1, 9, 3);
+    EXPECT_EQ(file.find(1)->passesDone, 3);
 
     std::int64_t polled = BatchJournal::kNone;
     std::string records;

@@ -59,6 +59,7 @@ public:
             entries.push_back(kept->entry);
         return entries;
     }
+    std::size_t countUnfinished() override { return 0; }
     std::optional<JournalEntry> find(std::int64_t id) override {
         return batches.at(static_cast<std::size_t>(id) - 1).entry;
     }
