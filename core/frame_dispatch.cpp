@@ -1,5 +1,6 @@
 #include "core/frame_dispatch.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -34,7 +35,7 @@ public:
         report_.characters = data_.size();
     }
 
-    BatchReport run(std::int32_t fromPass) {
+    BatchReport run(std::int32_t fromPass, std::int32_t doneBefore) {
         SplitFrameFields(platform_, scenario_, data_);
         std::string script = BuildKeyScript(platform_, scenario_, data_);
         report_.passes = static_cast<std::int32_t>(scenario_.passStarts.size());
@@ -44,7 +45,7 @@ public:
         if (scenario_.active.FileMode)
             write(script);
         else
-            type(std::move(script), fromPass);
+            type(std::move(script), fromPass, doneBefore);
         return told();
     }
 
@@ -71,7 +72,14 @@ private:
         journal_.written(report_.batch, report_.passes);
     }
 
-    void type(std::string script, std::int32_t fromPass) {
+    void type(std::string script, std::int32_t fromPass, std::int32_t doneBefore) {
+        // One that was broken off behind its last record is finished.
+        if (fromPass > std::max(report_.passes, 1) && fromPass != doneBefore + 1) {
+            report_.outcome = BatchReport::Outcome::kNothing;
+            report_.reason =
+                std::string("il n'a pas d'enregistrement "_ansi) + std::to_string(fromPass);
+            return;
+        }
         const bool nothing = script.empty();
         auto typing = std::make_shared<BatchTyping>(report_.batch, std::move(script),
                                                     scenario_.passStarts, scenario_.TimerPause);
@@ -145,7 +153,7 @@ BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJourn
         platform.progress.unload();
         return keepForLater(platform, journal, batch, state.ReceivedData.size());
     }
-    BatchReport report = Dispatch(platform, state, journal, batch, state.ReceivedData).run(1);
+    BatchReport report = Dispatch(platform, state, journal, batch, state.ReceivedData).run(1, 0);
     resetPort(platform.port);
     return report;
 }
@@ -154,7 +162,8 @@ BatchReport dispatchAgain(const Platform& platform, RunTimeState& state, BatchJo
                           const JournalEntry& entry, std::string bytes, std::int32_t fromPass) {
     if (!canDispatch(platform, state))
         return keepForLater(platform, journal, entry.id, bytes.size());
-    return Dispatch(platform, state, journal, entry.id, std::move(bytes)).run(fromPass);
+    return Dispatch(platform, state, journal, entry.id, std::move(bytes))
+        .run(fromPass, entry.passesDone);
 }
 
 }  // namespace kalvo

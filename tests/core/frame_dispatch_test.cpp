@@ -151,8 +151,14 @@ TEST_F(Dispatch, TypingStopsBetweenKeysAndTellsHowFarItCame) {
             down[key.virtualKey & 0xFF] += (key.flags & kKeyEventKeyUp) != 0 ? -1 : 1;
     for (const auto& [key, count] : down) EXPECT_EQ(count, 0) << "key " << key << " is down";
 
-    // From the record it stopped in, to the end.
+    // From the record it stopped in, to the end; not from behind it.
     (void)world.keyboard.typed();
+    report = dispatchAgain(platform, state, journal, kept, file.bytes(1), 501);
+    EXPECT_EQ(report.outcome, BatchReport::Outcome::kNothing);
+    EXPECT_EQ(file.find(1)->state, BatchState::kInterrupted);
+    JournalEntry typedWhole = kept;
+    typedWhole.passesDone = 500;
+    EXPECT_TRUE(dispatchAgain(platform, state, journal, typedWhole, file.bytes(1), 501).whole());
     report = dispatchAgain(platform, state, journal, kept, file.bytes(1), report.passesDone + 1);
     EXPECT_TRUE(report.whole());
     const std::string rest = world.keyboard.typed();
