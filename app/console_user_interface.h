@@ -42,7 +42,7 @@ public:
     void add(std::string_view tip) override;
     void modify(std::string_view tip) override;
     void remove() override { shown_.clear(); }
-    void notify(std::string_view text) override { said_.write(LogLevel::kWarning, text); }
+    void notify(std::string_view text, LogLevel level) override { said_.write(level, text); }
 
 private:
     Log& said_;

@@ -68,9 +68,9 @@ public:
         shown_.modify(tip);
     }
     void remove() override { shown_.remove(); }
-    void notify(std::string_view text) override {
-        log_.write(LogLevel::kWarning, text);
-        shown_.notify(text);
+    void notify(std::string_view text, LogLevel level) override {
+        log_.write(level, text);
+        shown_.notify(text, level);
     }
 
 private:

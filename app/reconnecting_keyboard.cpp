@@ -1,5 +1,7 @@
 #include "app/reconnecting_keyboard.h"
 
+#include <span>
+#include <string>
 #include <utility>
 
 #include "app/bindings/absent_devices.h"
@@ -24,6 +26,15 @@ bool ReconnectingKeyboard::connected() {
     if (keyboard_->reconnects()) return false;
     if (steadyTicks() - lastTry_ >= kTimeBetweenTries) tryToConnect();
     return keyboard_->connected();
+}
+
+// Whoever asks for a manner names the application.
+void ReconnectingKeyboard::useManners(const MannerOf& mannerOf) {
+    mannerOf_ = [this, mannerOf](std::span<const std::string> names) {
+        target_ = names.empty() ? std::string() : names.front();
+        return mannerOf(names);
+    };
+    keyboard_->useManners(mannerOf_);
 }
 
 void ReconnectingKeyboard::tryToConnect() {

@@ -44,10 +44,8 @@ public:
     [[nodiscard]] KeyboardLayout& foregroundLayout() override {
         return keyboard_->foregroundLayout();
     }
-    void useManners(const MannerOf& mannerOf) override {
-        mannerOf_ = mannerOf;
-        keyboard_->useManners(mannerOf_);
-    }
+    void useManners(const MannerOf& mannerOf) override;
+    [[nodiscard]] std::string target() const override { return target_; }
     [[nodiscard]] std::optional<std::string> clipboardText() override {
         return keyboard_->clipboardText();
     }
@@ -90,6 +88,7 @@ private:
 
     Connect connect_;
     MannerOf mannerOf_;
+    std::string target_;
     FileLock turns_{keyboardTurnsFile()};
     std::unique_ptr<KeyboardInput> keyboard_;  // never null
     std::uint32_t lastTry_ = 0;

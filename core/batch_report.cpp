@@ -75,8 +75,10 @@ std::string shortText(const BatchReport& report) {
             return std::string("Rien à saisir : "_ansi) + report.reason + inTheJournal(report);
         case BatchReport::Outcome::kFailed: break;
     }
-    return std::string(report.batch == 0 ? "Lot perdu : "_ansi : "Lot gardé : "_ansi) +
-           report.reason + inTheJournal(report);
+    const std::string_view what = report.replayed     ? "Rejeu échoué : "_ansi
+                                  : report.batch == 0 ? "Lot perdu : "_ansi
+                                                      : "Lot gardé : "_ansi;
+    return std::string(what) + report.reason + inTheJournal(report);
 }
 
 std::string longText(const BatchReport& report) {
@@ -87,13 +89,14 @@ std::string longText(const BatchReport& report) {
            ", " + std::to_string(report.milliseconds) + " ms";
 }
 
+LogLevel levelOf(const BatchReport& report) {
+    if (report.outcome == BatchReport::Outcome::kFailed) return LogLevel::kError;
+    return report.whole() && remarksText(report).empty() ? LogLevel::kInformation
+                                                         : LogLevel::kWarning;
+}
+
 void logReport(Log& log, const BatchReport& report) {
-    LogLevel level = LogLevel::kInformation;
-    if (report.outcome == BatchReport::Outcome::kInterrupted ||
-        report.outcome == BatchReport::Outcome::kNothing)
-        level = LogLevel::kWarning;
-    if (report.outcome == BatchReport::Outcome::kFailed) level = LogLevel::kError;
-    log.write(level, longText(report));
+    log.write(levelOf(report), longText(report));
 }
 
 }  // namespace kalvo

@@ -11,8 +11,6 @@
 #include "platform/log.h"
 #include "platform/typing_watch.h"
 
-#include "platform/log.h"
-
 namespace kalvo {
 
 class BatchTyping;
@@ -27,6 +25,7 @@ struct BatchReport {
     };
     Outcome outcome = Outcome::kTyped;
     std::int64_t batch = 0;  // its number in the journal; 0 when it has none
+    bool replayed = false;   // it comes from a file, which still has it
     std::int32_t passes = 0;
     std::int32_t passesDone = 0;
     std::size_t characters = 0;  // received
@@ -55,6 +54,8 @@ struct BatchReport {
 [[nodiscard]] std::string shortText(const BatchReport& report);
 // The same with characters, time and the place where it went, for a log.
 [[nodiscard]] std::string longText(const BatchReport& report);
+// Good news, or what the user should look at, or an error.
+[[nodiscard]] LogLevel levelOf(const BatchReport& report);
 void logReport(Log& log, const BatchReport& report);
 
 }  // namespace kalvo

@@ -81,6 +81,7 @@ TypingStop BatchTyping::run(const Platform& platform, BatchJournal* journal, Bat
     report.untyped = typing.untyped;
     if (typing.stop == TypingStop::kNone) {
         report.outcome = BatchReport::Outcome::kTyped;
+        report.target = platform.keyboard.target();
         report.passesDone = passes();
         if (journal != nullptr) journal->typed(batch_, passes(), remarksText(report));
         return typing.stop;

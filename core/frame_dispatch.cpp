@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/batch_typing.h"
+#include "core/serial_reception.h"
 #include "platform/event_pump.h"
 #include "platform/keyboard_input.h"
 #include "platform/log.h"
@@ -164,6 +165,17 @@ BatchReport dispatchAgain(const Platform& platform, RunTimeState& state, BatchJo
         return keepForLater(platform, journal, entry.id, bytes.size());
     return Dispatch(platform, state, journal, entry.id, std::move(bytes))
         .run(fromPass, entry.passesDone);
+}
+
+Aftermath aftermathOf(const Platform& platform, const RunTimeState& state,
+                      const BatchReport& report) {
+    const auto set = [&](Option option) {
+        return optionSet(platform.profiles, state.scenario.applicationFolder, option);
+    };
+    // What went nowhere must stay where it is.
+    const bool mayForget = report.whole() || !set(Option::kEraseAfterSuccess);
+    return {.notice = !report.whole() || set(Option::kNotifications),
+            .eraseQuestion = mayForget && pushesBatches(state.TerminalType)};
 }
 
 }  // namespace kalvo

@@ -28,4 +28,12 @@ BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJourn
 BatchReport dispatchAgain(const Platform& platform, RunTimeState& state, BatchJournal& journal,
                           const JournalEntry& entry, std::string bytes, std::int32_t fromPass);
 
+// What the user is told and asked once a batch is done with, as the site wants it.
+struct Aftermath {
+    bool notice = false;         // a bubble says what became of it
+    bool eraseQuestion = false;  // whether the terminal may forget it
+};
+[[nodiscard]] Aftermath aftermathOf(const Platform& platform, const RunTimeState& state,
+                                    const BatchReport& report);
+
 }  // namespace kalvo

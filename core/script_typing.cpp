@@ -6,6 +6,8 @@
 
 #include "keys/script_tokens.h"
 #include "platform/event_pump.h"
+#include "platform/notify_icon.h"
+#include "text/ansi_text.h"
 
 namespace kalvo {
 
@@ -13,6 +15,7 @@ namespace {
 
 constexpr int kPauseStep = 100;  // milliseconds
 constexpr int kTurnStep = 50;    // between two looks at whose turn it is
+constexpr int kLongWait = 5000;  // for a turn: the other one may hang
 
 bool holdsLockToken(std::string_view text) {
     return text.find(kNumLockToken) != std::string_view::npos ||
@@ -23,7 +26,13 @@ bool holdsLockToken(std::string_view text) {
 class KeyboardTurn {
 public:
     explicit KeyboardTurn(const Platform& platform) : keyboard_(platform.keyboard) {
-        while (!keyboard_.takeTurn()) platform.events.waitForEvents(kTurnStep);
+        for (int waited = 0; !keyboard_.takeTurn(); waited += kTurnStep) {
+            if (waited == kLongWait)
+                platform.icon.notify(
+                    "Un autre site saisit depuis un moment : le lot attend son tour."_ansi,
+                    LogLevel::kWarning);
+            platform.events.waitForEvents(kTurnStep);
+        }
     }
     KeyboardTurn(const KeyboardTurn&) = delete;
     KeyboardTurn& operator=(const KeyboardTurn&) = delete;

@@ -35,7 +35,8 @@ void sayUnknownFlow(const Platform& platform, std::string_view applicationFolder
     if (flow.empty()) return;
     platform.icon.notify(std::string("Contrôle de flux inconnu dans PortSerie.ini (Flux="_ansi) +
                          flow +
-                         std::string(") : la ligne est ouverte sans contrôle de flux."_ansi));
+                         std::string(") : la ligne est ouverte sans contrôle de flux."_ansi),
+                         LogLevel::kWarning);
 }
 
 std::string lineChangeText(const SerialPort& port, bool lost) {
@@ -122,8 +123,9 @@ void SerialReception::transfer() {
         if (!canDispatch(platform_, state_)) {
             platform_.icon.notify(
                 std::string("Le lecteur n'est pas interrogé : rien ne peut être saisi ("_ansi)
-                    .append(keyboardProblem(platform_.keyboard)) +
-                ").");
+                        .append(keyboardProblem(platform_.keyboard)) +
+                    ").",
+                LogLevel::kWarning);
             return;
         }
         {

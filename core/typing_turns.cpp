@@ -33,10 +33,15 @@ void TypingTurns::dispatch() {
     }
     BatchReport report;
     {
-        const During typing([this](bool on) { busy_ = on; });
+        const During typing([this](bool on) { setBusy(on); });
         report = TraiteEmul(platform_, state_, journal_);
     }
     finish(report);
+}
+
+void TypingTurns::setBusy(bool on) {
+    busy_ = on;
+    desktop_.typing(on);
 }
 
 TypingStop TypingTurns::targetProblem() {
@@ -47,7 +52,7 @@ TypingStop TypingTurns::targetProblem() {
 
 void TypingTurns::wait(Batch batch, std::string_view reason) {
     journal_.waiting(batch.id, std::string("en attente : "_ansi) + std::string(reason));
-    desktop_.say(std::string("Lot en attente : "_ansi) + std::string(reason));
+    warn(std::string("Lot en attente : "_ansi) + std::string(reason));
     waiting_.push_back(std::move(batch));
 }
 
@@ -68,7 +73,7 @@ void TypingTurns::tick() {
 void TypingTurns::type(Batch batch) {
     BatchReport report;
     {
-        const During typing([this](bool on) { busy_ = on; });
+        const During typing([this](bool on) { setBusy(on); });
         JournalEntry entry;
         entry.id = batch.id;
         report = dispatchAgain(platform_, state_, journal_, entry, std::move(batch.bytes),
@@ -99,8 +104,7 @@ void TypingTurns::resume() {
 bool TypingTurns::mayGoOn() {
     if (canDispatch(platform_, state_)) return desktop_.targetReady();
     platform_.keyboard.requestLeave();
-    desktop_.say(
-        std::string("Saisie impossible : "_ansi).append(keyboardProblem(platform_.keyboard)));
+    warn(std::string("Saisie impossible : "_ansi).append(keyboardProblem(platform_.keyboard)));
     return false;
 }
 
@@ -117,7 +121,7 @@ void TypingTurns::goOn() {
     const auto typing = std::exchange(report.rest, nullptr);
     const bool other = std::exchange(suspendedOther_, false);
     {
-        const During going([this](bool on) { busy_ = on; });
+        const During going([this](bool on) { setBusy(on); });
         const std::uint32_t start = platform_.events.GetTickCount();
         report.stop = typing->run(platform_, &journal_, report);
         report.milliseconds += platform_.events.GetTickCount() - start;
@@ -130,7 +134,7 @@ void TypingTurns::goOn() {
         suspend(report);
         suspendedOther_ = true;
     } else {
-        desktop_.say(shortText(report));
+        desktop_.say(shortText(report), levelOf(report));
     }
 }
 
@@ -143,12 +147,12 @@ void TypingTurns::abandon() {
 
 void TypingTurns::typeOther(const std::function<std::optional<BatchReport>()>& type) {
     if (busy_ || (suspended() && !state_.scenario.active.FileMode)) {
-        desktop_.say("Pas maintenant : une autre saisie est en cours ou suspendue."_ansi);
+        warn("Pas maintenant : une autre saisie est en cours ou suspendue."_ansi);
         return;
     }
     std::optional<BatchReport> report;
     {
-        const During typing([this](bool on) { busy_ = on; });
+        const During typing([this](bool on) { setBusy(on); });
         report = type();
     }
     if (!report || !report->rest) return;
@@ -159,7 +163,7 @@ void TypingTurns::typeOther(const std::function<std::optional<BatchReport>()>& t
 void TypingTurns::retypeLast() {
     if (busy_ || suspended()) return;
     if (last_.bytes.empty()) {
-        desktop_.say("Aucun lot n'a été reçu depuis le démarrage."_ansi);
+        warn("Aucun lot n'a été reçu depuis le démarrage."_ansi);
         return;
     }
     start(last_);
@@ -167,9 +171,8 @@ void TypingTurns::retypeLast() {
 
 void TypingTurns::retype(std::int64_t id, std::string bytes, std::int32_t fromPass) {
     if (busy_ || suspended()) {
-        desktop_.say(busy_
-                         ? "Un lot est en cours de saisie : retapez ensuite."_ansi
-                         : "Une saisie est suspendue : reprenez-la ou abandonnez-la d'abord."_ansi);
+        warn(busy_ ? "Un lot est en cours de saisie : retapez ensuite."_ansi
+                   : "Une saisie est suspendue : reprenez-la ou abandonnez-la d'abord."_ansi);
         return;
     }
     // It may be one that waits.

@@ -27,7 +27,9 @@ public:
         std::function<bool()> targetReady;
         std::function<void(std::string_view text)> showSuspended;
         std::function<void()> hideSuspended;
-        std::function<void(std::string_view text)> say;
+        std::function<void(std::string_view text, LogLevel level)> say;
+        // A batch, or what takes a turn like one, is on its way, or no longer.
+        std::function<void(bool on)> typing;
         // A batch is done with, or broken off.
         std::function<void(const BatchReport&)> done;
     };
@@ -70,6 +72,8 @@ private:
     // What keeps the application in front from being typed into, our own windows out of
     // the way.
     [[nodiscard]] TypingStop targetProblem();
+    void setBusy(bool on);
+    void warn(std::string_view text) { desktop_.say(text, LogLevel::kWarning); }
     void wait(Batch batch, std::string_view reason);
     [[nodiscard]] bool mayGoOn();
     void start(Batch batch);

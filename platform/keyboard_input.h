@@ -84,6 +84,10 @@ public:
     // manner: a binding that has to make keys for the characters makes them now.
     virtual void prepareFor(std::string_view /*script*/) {}
 
+    // What the windows of the application that the last script went to are called; empty where
+    // the session does not tell.
+    [[nodiscard]] virtual std::string target() const { return {}; }
+
     // The script is done. The characters, each once, that could not be typed since the
     // last call.
     [[nodiscard]] virtual std::string takeUntyped() { return {}; }

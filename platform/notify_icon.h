@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/log.h"
+
 namespace kalvo {
 
 // Length of a tip: texts are cut or padded with blanks to exactly this.
@@ -29,9 +31,9 @@ public:
     virtual void modify(std::string_view tip) = 0;
     virtual void remove() = 0;
 
-    // A notice beside the icon (code page 1252); nobody has to answer it for work to go
-    // on.
-    virtual void notify(std::string_view text) = 0;
+    // A notice beside the icon (code page 1252), and whether it is good news; nobody has to
+    // answer it for work to go on.
+    virtual void notify(std::string_view text, LogLevel level) = 0;
 };
 
 }  // namespace kalvo

@@ -239,7 +239,7 @@ std::string BuildKeyScript(const Platform& platform, ScenarioRun& run, std::stri
 std::string NextCounterValue(const Platform& platform, const ScenarioRun& run) {
     std::string value;
     const auto say = [&](std::string_view what) {
-        if (run.counterUse == CounterUse::kAdvance) platform.icon.notify(what);
+        if (run.counterUse == CounterUse::kAdvance) platform.icon.notify(what, LogLevel::kWarning);
     };
     const auto readAndAdvance = [&](Database& database) {
         value = "0";

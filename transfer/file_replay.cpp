@@ -75,6 +75,7 @@ private:
 
 BatchReport replayFrame(const Platform& platform, ScenarioRun& run, std::string frame) {
     BatchReport report;
+    report.replayed = true;
     const std::uint32_t start = platform.events.GetTickCount();
     std::string script;
     {
@@ -133,7 +134,7 @@ std::optional<BatchReport> ReplayFile(const Platform& platform, ScenarioRun& run
     BatchReport report = replayFrame(platform, run, std::move(frame));
     if (!report.whole() ||
         optionSet(platform.profiles, run.applicationFolder, Option::kNotifications))
-        platform.icon.notify(shortText(report));
+        platform.icon.notify(shortText(report), levelOf(report));
     return report;
 }
 

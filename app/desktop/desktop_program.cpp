@@ -7,6 +7,7 @@
 #include "app/bindings/absent_devices.h"
 #include "app/commands/command_context.h"
 #include "core/during.h"
+#include "core/frame_dispatch.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/xwayland.h"
 #include "settings/application_settings.h"
@@ -55,14 +56,17 @@ DesktopProgram::DesktopProgram(SystemBindings& bindings, bool ownSite)
       foreground_(connectForeground()),
       port_(createSerialPort(events_, *bindings.profiles, bindings.applicationFolder)),
       line_(*port_, localMilliseconds),
-      journal_(bindings, events_, [this](std::string_view text) { notices_.notify(text); }),
-      turns_(platform(), state_, journal_.batches(),
-             {.targetReady = [this] { return targetReady(); },
-              .showSuspended =
-                  [this](std::string_view text) { suspension_.showText(toQString(text)); },
-              .hideSuspended = [this] { suspension_.hide(); },
-              .say = [this](std::string_view text) { notices_.notify(text); },
-              .done = [this](const BatchReport& report) { batchDone(report); }}),
+      journal_(bindings, events_,
+               [this](std::string_view text) { notices_.notify(text, LogLevel::kWarning); }),
+      turns_(
+          platform(), state_, journal_.batches(),
+          {.targetReady = [this] { return targetReady(); },
+           .showSuspended =
+               [this](std::string_view text) { suspension_.showText(toQString(text)); },
+           .hideSuspended = [this] { suspension_.hide(); },
+           .say = [this](std::string_view text, LogLevel level) { notices_.notify(text, level); },
+           .typing = [this](bool on) { iconWatch_.typing(on); },
+           .done = [this](const BatchReport& report) { batchDone(report); }}),
       reception_(platform(), state_, journal_.batches(), [this] { dispatch(); }),
       menu_(platform(), state_, reception_,
             {.showSettings = [this] { settings_.ask(); },
@@ -167,13 +171,12 @@ void DesktopProgram::showReplay() {
 
 void DesktopProgram::dispatch() {
     transferWindow_.hide();
-    const During typing([this](bool on) { iconWatch_.typing(on); });
     turns_.dispatch();
+    iconWatch_.countWaiting();
     setPace();
 }
 
 void DesktopProgram::retype(std::int64_t batch, const std::string& bytes, std::int32_t fromPass) {
-    const During typing([this](bool on) { iconWatch_.typing(on); });
     turns_.retype(batch, bytes, fromPass);
     iconWatch_.countWaiting();
     setPace();
@@ -187,8 +190,7 @@ std::optional<MannerTrial> DesktopProgram::tryManners() {
                              kApplicationTitle, MessageIcon::kExclamation);
             return std::nullopt;
         }
-        const During typing([this](bool on) {
-            iconWatch_.typing(on);
+        const During trying([this](bool on) {
             if (!on) useManners();
         });
         trial = kalvo::tryManners(platform());
@@ -219,12 +221,11 @@ bool DesktopProgram::targetReady() {
 }
 
 void DesktopProgram::batchDone(const BatchReport& report) {
-    if (!report.whole()) iconWatch_.countWaiting();
+    journal_.forgetDaily();
     dashboard_.refresh();
-    if (isSet(Option::kNotifications) || !report.whole()) icon_.notify(shortText(report));
-    // What went nowhere must stay where it is.
-    const bool mayForget = report.whole() || !isSet(Option::kEraseAfterSuccess);
-    if (pushesBatches(state_.TerminalType) && mayForget) settings_.askForErase();
+    const Aftermath aftermath = aftermathOf(platform(), state_, report);
+    if (aftermath.notice) icon_.notify(shortText(report), levelOf(report));
+    if (aftermath.eraseQuestion) settings_.askForErase();
 }
 
 void DesktopProgram::look() {
@@ -251,15 +252,12 @@ void DesktopProgram::setPace() {
 // Said in the icon's own bubble: nobody has to answer for work to go on.
 void DesktopProgram::lineChanged(bool lost) {
     iconWatch_.lineLost(lost);
-    notices_.notify(lineChangeText(line_, lost));
+    notices_.notify(lineChangeText(line_, lost),
+                    lost ? LogLevel::kWarning : LogLevel::kInformation);
 }
 
 void DesktopProgram::showError(const RuntimeError& error) {
     dialogs_.message(errorText(error), kApplicationTitle, MessageIcon::kCritical);
-}
-
-bool DesktopProgram::isSet(Option option) const {
-    return optionSet(*bindings_.profiles, bindings_.applicationFolder, option);
 }
 
 // What types, and what is to be known of it.

@@ -30,7 +30,6 @@
 #include "platform/qt/qt_event_pump.h"
 #include "platform/qt/qt_notify_icon.h"
 #include "platform/qt/qt_progress.h"
-#include "settings/options.h"
 #include "tray/icon_menu_window.h"
 #include "tray/menu_window.h"
 #include "tray/stop_window.h"
@@ -75,7 +74,6 @@ private:
 
     void lineChanged(bool lost);
     void showError(const RuntimeError& error);
-    [[nodiscard]] bool isSet(Option option) const;
     [[nodiscard]] QString keyboardText();
     [[nodiscard]] std::unique_ptr<ForegroundWindow> connectForeground();
     [[nodiscard]] Platform platform();

@@ -108,7 +108,7 @@ void DesktopSettings::siteSetUp(bool portOpen) {
     }
     lock_ = {};
     if (!portOpen) offerWayOut(openPort());
-    platform_.icon.notify(lineStatus(platform_, state_));
+    platform_.icon.notify(lineStatus(platform_, state_), LogLevel::kInformation);
 }
 
 void DesktopSettings::reopenPort() {
@@ -116,7 +116,7 @@ void DesktopSettings::reopenPort() {
     const bool active = portActive(platform_.profiles, bindings_.applicationFolder);
     offerWayOut(active ? openPort() : PortStart::kDone);
     platform_.icon.modify(trayTip(platform_.port.CommPort(), state_.scenario.active.ScenarioName));
-    platform_.icon.notify(lineStatus(platform_, state_));
+    platform_.icon.notify(lineStatus(platform_, state_), LogLevel::kInformation);
 }
 
 // Portables are on the first port: ours is closed for them and opened again.

@@ -37,7 +37,7 @@ void DesktopProgram::load() {
 // Who is about to be asked should know why, and what becomes of a refusal.
 void DesktopProgram::tellOfKeyboard() {
     const std::string remark = keyboardRemark(keyboard_);
-    if (remark != keyboardTold_ && !remark.empty()) notices_.notify(remark);
+    if (remark != keyboardTold_ && !remark.empty()) notices_.notify(remark, LogLevel::kWarning);
     keyboardTold_ = remark;
 }
 
@@ -60,7 +60,8 @@ void DesktopProgram::copyDatabase() {
     } catch (const RuntimeError& error) {
         notices_.notify(
             std::string("La copie du jour des scénarios n'a pas pu être faite : "_ansi) +
-            error.description());
+                error.description(),
+            LogLevel::kWarning);
     }
 }
 

@@ -31,11 +31,16 @@ void IconWatch::lineLost(bool lost) {
 
 void IconWatch::typing(bool on) {
     condition_.typing = on;
-    show();
+    countWaiting();
 }
 
 void IconWatch::countWaiting() {
-    condition_.waiting = journal_.waiting();
+    const std::uint64_t changes = journal_.batches().changes();
+    // While a batch is typed its progress is all that changes.
+    if (!condition_.typing && changes != counted_) {
+        counted_ = changes;
+        condition_.waiting = journal_.waiting();
+    }
     show();
 }
 
@@ -49,7 +54,7 @@ void IconWatch::look() {
         menu_.stay(
             "Ce bureau n'a pas de zone de notification : cette fenêtre "
             "remplace l'icône de KALVO Horizon.");
-    show();
+    countWaiting();
 }
 
 void IconWatch::show() {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QTimer>
+#include <cstdint>
+#include <optional>
 
 #include "app/run_journal.h"
 #include "core/icon_state.h"
@@ -22,7 +24,7 @@ public:
 
     void lineLost(bool lost);
     void typing(bool on);
-    // Batches may have begun to wait, or no longer do.
+    // Batches may have begun to wait, or no longer do: looked at when the journal has changed.
     void countWaiting();
 
 private:
@@ -34,6 +36,7 @@ private:
     SerialPort& port_;
     RunJournal& journal_;
     ProgramCondition condition_;
+    std::optional<std::uint64_t> counted_;  // the journal's changes() then
     int looksWithoutArea_ = 0;
     QTimer timer_;
 };

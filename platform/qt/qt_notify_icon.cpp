@@ -63,7 +63,7 @@ void QtNotifyIcon::modify(std::string_view tip) {
 
 void QtNotifyIcon::remove() { icon_.hide(); }
 
-void QtNotifyIcon::notify(std::string_view text) {
+void QtNotifyIcon::notify(std::string_view text, LogLevel) {
     if (icon_.isVisible())
         icon_.showMessage("KALVO Horizon", toQString(text));
     else

@@ -31,7 +31,7 @@ public:
     void modify(std::string_view tip) override;
     void remove() override;
 
-    void notify(std::string_view text) override;
+    void notify(std::string_view text, LogLevel level) override;
 
     void setState(IconState state);
 

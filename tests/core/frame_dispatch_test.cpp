@@ -18,6 +18,7 @@ namespace kalvo {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 struct Dispatch : ::testing::Test, testing::Site {
@@ -72,6 +73,12 @@ TEST_F(Dispatch, ABatchWaitsForItsTurnAtTheKeyboardAndGivesItBack) {
     EXPECT_EQ(asked, 3);
     EXPECT_EQ(world.keyboard.typed(), "AB");
     EXPECT_FALSE(world.keyboard.taken);
+    EXPECT_THAT(world.icon.notices, IsEmpty());
+    world.events.whilePumping = nullptr;
+    world.keyboard.othersTurns = 300;
+    dispatch("ab");
+    EXPECT_EQ(world.keyboard.typed(), "AB");
+    EXPECT_EQ(world.icon.notices.size(), 1U) << "a long wait is said once";
     world.keyboard.othersTurns = 1000;
     world.events.whilePumping = [&] { world.events.end = asked++ > 9; };
     EXPECT_THROW(dispatch("ab"), ProgramEnd);
@@ -119,10 +126,14 @@ TEST_F(Dispatch, AnOpenPortIsResetAndAClosedOneLeftClosed) {
 
 TEST_F(Dispatch, WhatBecomesOfABatchIsKeptAndReported) {
     state.batch = journal.receive({}, "A\r", {}, 0);
+    world.keyboard.application = "XTerm";
     dispatch("abc");
     EXPECT_THAT(file.kept(), ElementsAre("saisi A\r"));
     EXPECT_TRUE(report.whole());
     EXPECT_EQ(shortText(report), "1 enregistrement saisi");
+    EXPECT_THAT(toUtf8(world.log.lines.back()),
+                HasSubstr("Trame traitée : 1 enregistrement saisi dans « XTerm », 2 caractères, "));
+    EXPECT_EQ(levelOf(report), LogLevel::kInformation) << "good news";
 
     state.scenario.active.FileMode = true;
     state.batch = journal.receive({}, "A\r", {}, 0);
@@ -130,6 +141,31 @@ TEST_F(Dispatch, WhatBecomesOfABatchIsKeptAndReported) {
     dispatch("abc");
     EXPECT_EQ(file.kept()[1], "echec A\r");
     EXPECT_FALSE(report.whole());
+    EXPECT_EQ(levelOf(report), LogLevel::kError);
+}
+
+TEST_F(Dispatch, TheSiteDecidesWhatTheUserIsToldAndAskedAfterABatch) {
+    const struct {
+        const char* terminal;
+        BatchReport::Outcome outcome;
+        int notices, afterSuccess;  // the options
+        bool notice, question;
+    } cases[] = {
+        {"HT630", BatchReport::Outcome::kTyped, 1, 1, true, true},
+        {"PT630", BatchReport::Outcome::kWritten, 0, 1, false, true},
+        {"Optimus", BatchReport::Outcome::kTyped, 1, 0, true, false},
+        {"HT630", BatchReport::Outcome::kInterrupted, 0, 1, true, false},
+        {"HT630", BatchReport::Outcome::kFailed, 0, 0, true, true},
+    };
+    for (const auto& c : cases) {
+        state.TerminalType = c.terminal;
+        setOption(profiles, folder.path(), Option::kNotifications, c.notices);
+        setOption(profiles, folder.path(), Option::kEraseAfterSuccess, c.afterSuccess);
+        report.outcome = c.outcome;
+        const Aftermath aftermath = aftermathOf(platform, state, report);
+        EXPECT_EQ(aftermath.notice, c.notice) << c.terminal << c.notices;
+        EXPECT_EQ(aftermath.eraseQuestion, c.question) << c.terminal << c.afterSuccess;
+    }
 }
 
 TEST_F(Dispatch, TypingStopsBetweenKeysAndTellsHowFarItCame) {
@@ -159,7 +195,7 @@ TEST_F(Dispatch, TypingStopsBetweenKeysAndTellsHowFarItCame) {
     JournalEntry typedWhole = kept;
     typedWhole.passesDone = 500;
     EXPECT_TRUE(dispatchAgain(platform, state, journal, typedWhole, file.bytes(1), 501).whole());
-    report = dispatchAgain(platform, state, journal, kept, file.bytes(1), report.passesDone + 1);
+    report = dispatchAgain(platform, state, journal, kept, file.bytes(1), kept.passesDone + 1);
     EXPECT_TRUE(report.whole());
     const std::string rest = world.keyboard.typed();
     EXPECT_EQ(std::count(rest.begin(), rest.end(), 'A'), 500 - 2 * 512 / 11);
@@ -190,7 +226,9 @@ TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
     struct Watch : TypingWatch {
         bool away = true;
         bool* unplugs = nullptr;
+        bool busy = false;
         TypingStop look() override {
+            EXPECT_TRUE(busy) << "what shows that something is typed";
             if (unplugs != nullptr) *unplugs = false;
             return away ? TypingStop::kOtherApplication : TypingStop::kNone;
         }
@@ -216,7 +254,8 @@ TEST_F(Dispatch, BatchesTakeTurnsAndASuspendedOneWaitsForItsApplication) {
                       {.targetReady = [&] { return ready; },
                        .showSuspended = [&](std::string_view text) { shown = text; },
                        .hideSuspended = [&] { shown.clear(); },
-                       .say = [](std::string_view) {},
+                       .say = [](std::string_view, LogLevel) {},
+                       .typing = [&](bool on) { watch.busy = on; },
                        .done =
                            [&](const BatchReport& told) {
                                done.push_back(told.outcome);

@@ -1,6 +1,7 @@
 // The system's own files, on a disk that can be full.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,6 +15,7 @@ namespace kalvo::testing {
 class DiskFiles : public SystemFiles {
 public:
     bool diskFull = false;
+    bool unreadable = false;  // line by line, from the second on
     // A file that is really another one, which the test may write.
     std::pair<std::string, std::string> moved;
 
@@ -25,6 +27,14 @@ public:
     }
     std::unique_ptr<TextStream> append(std::string_view path) override {
         return orFull(SystemFiles::append(path));
+    }
+
+    void readLines(std::string_view path,
+                   const std::function<void(std::string_view)>& visit) override {
+        SystemFiles::readLines(path, [&](std::string_view line) {
+            visit(line);
+            if (unreadable) throw RuntimeError(error_number::kDeviceIo, "Erreur de lecture");
+        });
     }
 
 private:

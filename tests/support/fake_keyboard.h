@@ -31,8 +31,10 @@ public:
     int othersTurns = 0;                     // how often it is still another's turn
     bool taken = false;
     int leavesAsked = 0;
+    std::string application;
 
     bool connected() override { return plugged; }
+    std::string target() const override { return application; }
     void requestLeave() override { ++leavesAsked; }
     TypingStop obstacle() override {
         if (takes == 0) return TypingStop::kKeysRefused;

@@ -77,7 +77,7 @@ public:
     void modify(std::string_view tip) override { note("modify ", tip); }
     void remove() override { log.emplace_back("delete"); }
     std::vector<std::string> notices;
-    void notify(std::string_view text) override { notices.emplace_back(text); }
+    void notify(std::string_view text, LogLevel) override { notices.emplace_back(text); }
 
 private:
     void note(const char* what, std::string_view tip) {

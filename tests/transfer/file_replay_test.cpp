@@ -88,6 +88,10 @@ TEST_F(Replay, AMissingFileIsSaidAndAFailingOutputReported) {
     run.active.FileMode = true;
     testing::writeBytes(file, "A\n");
     EXPECT_FALSE(ReplayFile(world.platform, run, file, ";")->whole()) << "no path for it";
+    EXPECT_THAT(toUtf8(world.icon.notices.back()), ::testing::StartsWith("Rejeu échoué : "));
+    world.files.unreadable = true;
+    EXPECT_THROW((void)ReplayFile(world.platform, run, file, ";"), RuntimeError);
+    EXPECT_FALSE(world.progress.visible) << "whatever happens";
 }
 
 TEST_F(Replay, TheFormSaysWhatIsMissing) {
