@@ -80,11 +80,12 @@ void BatchReception::collectPt630() {
 
     const std::string& data = state_.ReceivedData;
     const bool announced = !data.empty() && data.back() == kConnected;
-    if (data.empty() || data == kEmptyBatch || announced) {
-        // Nothing that anybody could want again.
-        journal_.forgetFlow(data.size());
-        platform_.progress.unload();
-    }
+    if (announced && data.find('\r') != std::string::npos)
+        journal_.discard(originOf(platform_, state_), data, "suivi de l'annonce du terminal"_ansi,
+                         data.size());
+    else if (data.empty() || data == kEmptyBatch || announced)
+        journal_.forgetFlow(data.size());  // nothing that anybody could want again
+    if (data.empty() || data == kEmptyBatch || announced) platform_.progress.unload();
     if (announced) {
         platform_.dialogs.message("Terminal connecté"_ansi, kApplicationTitle,
                                   MessageIcon::kInformation);

@@ -1,6 +1,7 @@
 #include "core/pull_dialogue.h"
 
 #include <cstddef>
+#include <utility>
 
 #include "core/during.h"
 #include "platform/event_pump.h"
@@ -28,7 +29,11 @@ std::string_view column(std::string_view line, std::size_t position, std::size_t
 }  // namespace
 
 bool PullDialogue::run(PullScanner scanner) {
-    const During running([this](bool on) { running_ = on; });
+    // However it ends: what a full disk had no room for may have found it.
+    const During running([this](bool on) {
+        running_ = on;
+        if (!on) settle();
+    });
     cancelled_ = false;
     state_.ReceivedData.clear();
     state_.batch = BatchJournal::kNone;
@@ -40,11 +45,13 @@ bool PullDialogue::run(PullScanner scanner) {
     platform_.port.Output(kReadCommand);
     state_.TransferEnded = false;
     while (!state_.TransferEnded && waitscan()) showInput(scanner);
-    // What a full disk had no room for may have found it.
-    keepRecords();
-    journal_.discard(originOf(platform_, state_), dropped_,
-                     "ligne trop courte, non acquittée"_ansi);
     return state_.TransferEnded;
+}
+
+void PullDialogue::settle() {
+    keepRecords();
+    journal_.discard(originOf(platform_, state_), std::exchange(dropped_, {}),
+                     "ligne trop courte, non acquittée"_ansi);
 }
 
 void PullDialogue::keepRecords() {

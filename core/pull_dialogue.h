@@ -43,6 +43,7 @@ public:
     void showinputOptimus() { showInput(PullScanner::kOptimus); }
 
 private:
+    void settle();
     void keepRecords();
     void showInput(PullScanner scanner);
     bool endsTransfer(PullScanner scanner, const std::string& line);

@@ -1,7 +1,9 @@
 #include "core/serial_reception.h"
 
 #include <string>
+#include <utility>
 
+#include "core/batch_report.h"
 #include "core/batch_typing.h"
 #include "core/during.h"
 #include "core/frame_dispatch.h"
@@ -34,8 +36,8 @@ void sayUnknownFlow(const Platform& platform, std::string_view applicationFolder
     const std::string flow = unknownFlow(platform.profiles, applicationFolder);
     if (flow.empty()) return;
     platform.icon.notify(std::string("Contrôle de flux inconnu dans PortSerie.ini (Flux="_ansi) +
-                         flow +
-                         std::string(") : la ligne est ouverte sans contrôle de flux."_ansi),
+                             flow +
+                             std::string(") : la ligne est ouverte sans contrôle de flux."_ansi),
                          LogLevel::kWarning);
 }
 
@@ -111,6 +113,26 @@ void SerialReception::OnComm() {
     }
 }
 
+void SerialReception::pullRecords() {
+    const During transferring(transferChanged_);
+    try {
+        pull_.run(isOptimus(state_.TerminalType) ? PullScanner::kOptimus : PullScanner::kScanPal);
+    } catch (const RuntimeError& error) {
+        // The scanner will send its last record again: typed now, it would come twice.
+        if (!state_.ReceivedData.empty()) keepUntyped(error.description());
+        throw;
+    }
+}
+
+void SerialReception::keepUntyped(std::string_view reason) {
+    BatchReport report;
+    report.outcome = BatchReport::Outcome::kFailed;
+    report.batch = std::exchange(state_.batch, BatchJournal::kNone);
+    report.reason = reason;
+    journal_.failed(report.batch, reason);
+    platform_.icon.notify(shortText(report), levelOf(report));
+}
+
 void SerialReception::transfer() {
     if (!isPolled(state_.TerminalType)) return;
     if (pull_.running()) {
@@ -128,11 +150,7 @@ void SerialReception::transfer() {
                 LogLevel::kWarning);
             return;
         }
-        {
-            const During transferring(transferChanged_);
-            pull_.run(isOptimus(state_.TerminalType) ? PullScanner::kOptimus
-                                                     : PullScanner::kScanPal);
-        }
+        pullRecords();
         if (!state_.ReceivedData.empty() || state_.TransferEnded) dispatch_();
     } while (transferAgain_);
 }

@@ -65,6 +65,8 @@ public:
 
 private:
     void followPort();
+    void pullRecords();
+    void keepUntyped(std::string_view reason);
 
     Platform platform_;
     RunTimeState& state_;

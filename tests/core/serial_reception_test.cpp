@@ -176,6 +176,9 @@ TEST_F(Pt630, AnEmptyBatchLeavesNothingBehindAndAnAnnouncementItsFile) {
     }
     EXPECT_THAT(world.dialogs.texts(), ElementsAre("Terminal connecté"_ansi));
     EXPECT_TRUE(files.fileExists(file));
+    EXPECT_THAT(kept.kept(), IsEmpty());
+    world.port.receive("A\r1\r\nPT630 V2\xFF");
+    EXPECT_THAT(kept.kept(), ElementsAre("ecarte A\r1\r\nPT630 V2\xFF"));
 }
 
 TEST_F(Pt630, TheLastEventDecidesWhatBecomesOfABatch) {
@@ -298,6 +301,25 @@ TEST_F(Pulling, ARecordIsKeptBeforeItIsAcknowledged) {
         reception.transfer();
         EXPECT_EQ(kept.kept()[before] == "recu CODE-1\r000012\r\n", empty);
     }
+}
+
+TEST_F(Pulling, WhatWasReceivedBeforeALossOrTheEndIsKeptAndNotTyped) {
+    terminal("Optimus");
+    const std::string record = "CODE-1\r000012\r\n";
+    scanner({std::string(kRecord) + "\rshort\r"});
+    world.events.end = true;
+    EXPECT_THROW(reception.transfer(), ProgramEnd);
+    EXPECT_THAT(kept.kept(), ElementsAre("recu " + record, "ecarte short\r\n"));
+    EXPECT_THAT(world.icon.notices, IsEmpty()) << "the next start tells of it";
+
+    world.port.whenSent = [&](std::string_view sent) {
+        world.port.waiting = std::string(kRecord) + "\r";
+        world.port.open = sent != "ACK\r";
+    };
+    EXPECT_THROW(reception.transfer(), RuntimeError);
+    EXPECT_EQ(kept.kept().back(), "echec " + record + record);
+    EXPECT_THAT(world.icon.notices, ElementsAre(::testing::HasSubstr("(lot 3 du journal)")));
+    EXPECT_THAT(dispatched, IsEmpty());
 }
 
 TEST_F(Pulling, AScannerIsNotAskedForWhatNobodyCanType) {

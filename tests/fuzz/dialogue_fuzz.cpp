@@ -64,6 +64,10 @@ struct Line {
         require(arrived.starts_with(batch), "a batch is what arrived");
         require(dispatched == (isWork ? 1 : 0), "a batch with content is dispatched once");
         require(!isWork || file.bytes(state.batch) == batch, "the journal has the batch");
+        const bool follows = connects && batch.find('\r') != std::string::npos;
+        require(file.batches.size() == (isWork || follows ? 1U : 0U) &&
+                    (!follows || file.bytes(1) == batch),
+                "records that an announcement follows are in the journal, too");
         require(world.dialogs.shown.size() == (connects ? 1U : 0U), "a terminal is announced");
     }
 
