@@ -238,21 +238,25 @@ std::string BuildKeyScript(const Platform& platform, ScenarioRun& run, std::stri
 
 std::string NextCounterValue(const Platform& platform, const ScenarioRun& run) {
     std::string value;
-    const auto say = [&](std::string_view what) {
-        if (run.counterUse == CounterUse::kAdvance) platform.icon.notify(what, LogLevel::kWarning);
-    };
+    std::string problem;
     const auto readAndAdvance = [&](Database& database) {
         value = "0";
-        std::optional<std::int16_t> counter = 0;
-        resumeNext([&] { counter = readCounter(database); });
-        if (!counter) return;
-        value = std::to_string(*counter);
+        std::int16_t counter = 0;
+        bool there = true;
+        const bool readable = resumeNext([&] {
+            const std::optional<std::int16_t> read = readCounter(database);
+            there = read.has_value();
+            counter = read.value_or(0);
+        });
+        if (!readable) problem = "Le compteur était illisible : il repart de 0."_ansi;
+        if (!there) return;
+        value = std::to_string(counter);
         if (run.counterUse == CounterUse::kReadOnly) return;
         // A counter that has reached the end of its 16 bits stays there.
-        if (*counter < std::numeric_limits<std::int16_t>::max())
-            writeCounter(database, *counter + 1);
+        if (counter < std::numeric_limits<std::int16_t>::max())
+            writeCounter(database, counter + 1);
         else
-            say("Le compteur est arrivé à 32767 : il n'avance plus."_ansi);
+            problem = "Le compteur est arrivé à 32767 : il n'avance plus."_ansi;
     };
     try {
         const auto database =
@@ -262,8 +266,10 @@ std::string NextCounterValue(const Platform& platform, const ScenarioRun& run) {
         else
             database->Transaction([&] { readAndAdvance(*database); });
     } catch (const RuntimeError& error) {
-        say(std::string("Le compteur n'a pas pu avancer : "_ansi) + error.description());
+        problem = std::string("Le compteur n'a pas pu avancer : "_ansi) + error.description();
     }
+    if (!problem.empty() && run.counterUse == CounterUse::kAdvance)
+        platform.icon.notify(problem, LogLevel::kWarning);
     return value;
 }
 

@@ -192,11 +192,24 @@ TEST_F(Processing, TheCounterAdvancesOncePerFrame) {
     EXPECT_EQ(stored(), 32767) << "a full counter stays where it is";
     EXPECT_EQ(world.icon.notices.size(), 1U) << "and that is said";
 
+    state.database->Transaction([&] {
+        EXPECT_EQ(NextCounterValue(platform, run), "") << "another program counts just now";
+    });
+    EXPECT_EQ(world.icon.notices.size(), 2U);
+
     state.database->Execute("DELETE FROM Increment");
     EXPECT_EQ(NextCounterValue(platform, run), "0") << "no row";
+    for (const char* broken : {"Null", "40000"}) {
+        state.database->Execute(std::string("INSERT INTO Increment (NunInc) VALUES (") + broken +
+                                ")");
+        EXPECT_EQ(NextCounterValue(platform, run), "0") << broken;
+        EXPECT_EQ(stored(), 1);
+        EXPECT_THAT(toUtf8(world.icon.notices.back()), ::testing::HasSubstr("illisible"));
+        state.database->Execute("DELETE FROM Increment");
+    }
     run.applicationFolder += "/none";
     EXPECT_EQ(NextCounterValue(platform, run), "") << "no database";
-    EXPECT_EQ(world.icon.notices.size(), 2U);
+    EXPECT_EQ(world.icon.notices.size(), 5U) << "each once a frame";
 }
 
 TEST_F(Processing, TheDecimalSeparatorIsPutIn) {
