@@ -1,9 +1,12 @@
 // What only this system has: its paths, links, permissions, processes and devices.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <semaphore>
@@ -11,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/file_descriptor.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/native_path.h"
 #include "platform/linux/settings/linux_profile_files.h"
@@ -69,6 +73,13 @@ TEST(ReplacedFiles, KeepPermissionsAndLinks) {
     EXPECT_TRUE(fs::is_symlink(folder / "dangling.ini"));
     EXPECT_EQ(fs::status(folder / "real/a.ini").permissions(), fs::perms{0640});
     EXPECT_EQ(std::distance(fs::directory_iterator(folder / "real"), {}), 2) << "nothing else left";
+
+    const FileDescriptor stranger(::open(folder.path().c_str(), O_RDONLY));
+    ASSERT_EQ(::flock(stranger.number(), LOCK_EX), 0);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(profiles.write(folder / "link2.ini", "s", "k", "1"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5))
+        << "whoever may read a folder can lock it";
 
     fs::create_symlink("loop.ini", folder / "loop.ini");
     EXPECT_FALSE(profiles.write(folder / "loop.ini", "s", "k", "3"));
@@ -156,6 +167,10 @@ TEST(LinesOfAPipe, AreHandedOverAsTheyCome) {
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_EQ(errorOf([&] { (void)LinuxFileSystem().read(pipe); }), error_number::kPathAccess)
         << "what should be a whole file is not waited for";
+    EXPECT_NE(errorOf([&] { (void)LinuxFileSystem().create(pipe); }), 0) << "nor who reads it";
+    fs::create_symlink(folder / "elsewhere", folder / "link");
+    LinuxFileSystem().createNew(folder / "link")->close();
+    EXPECT_FALSE(fs::exists(folder / "elsewhere")) << "a name of ours leads nowhere else";
     std::binary_semaphore seen{0};
     std::thread writer([&] {
         std::ofstream out(pipe, std::ios::binary);

@@ -54,6 +54,13 @@ TEST_F(WritingFiles, SpecifModeMakesANewFileEachTime) {
     EXPECT_THAT(world.dialogs.texts().back(), done("lot2.v1.txt"));
     EXPECT_FALSE(FileExistsInFolder(world.platform, world.folder.path(), "LOT.v1.txt"))
         << "names compare exactly";
+
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(world.folder.path());
+    world.compiled("Stock", "Fichier", "Chemin", "ici.txt");
+    for (const char* text : {"d", "e"}) write(text);
+    std::filesystem::current_path(before);
+    EXPECT_EQ(world.content("ici.txt") + world.content("ici1.txt"), "de") << "without a folder";
 }
 
 TEST_F(WritingFiles, MissingFoldersAreMadeExceptThoseWithADot) {
