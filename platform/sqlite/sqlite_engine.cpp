@@ -113,8 +113,8 @@ public:
     void Transaction(const std::function<void()>& statements) override {
         // What the system itself may do, its statements may not.
         sqlite3_set_authorizer(connection_.handle(), nullptr, nullptr);
-        connection_.run("BEGIN IMMEDIATE");
         try {
+            connection_.run("BEGIN IMMEDIATE");
             connection_.restrictStatements();
             statements();
             sqlite3_set_authorizer(connection_.handle(), nullptr, nullptr);

@@ -109,8 +109,12 @@ TEST_F(ScenarioDatabase, ATransactionIsWholeOrNothing) {
                       writeCounter(*database, 9);
                       EXPECT_EQ(counter(), 5);
                       // Another program waits for its turn, in vain.
-                      EXPECT_EQ(errorOf([&] { writeCounter(*engine.OpenDatabase(file), 7); }),
+                      const auto other = engine.OpenDatabase(file);
+                      EXPECT_EQ(errorOf([&] { other->Transaction([] {}); }),
                                 error_number::kDataLocked);
+                      EXPECT_EQ(errorOf([&] { other->Execute("PRAGMA user_version=9"); }),
+                                error_number::kDataSyntax)
+                          << "refused then, too";
                       throw RuntimeError(error_number::kDataDisk, "x");
                   });
               }),
