@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "keys/key_injection.h"
+#include "platform/x11/x11_atoms.h"
 #include "platform/x11/x11_keyboard.h"
 #include "tests/x11/keyboard_state.h"
 #include "tests/x11/recording_window.h"
@@ -133,6 +134,38 @@ TEST_F(Watching, StopsForTheStopKeyTheFocusTheTargetAndTheEnd) {
         EXPECT_EQ(other ? other->take() : "", "") << name;
         other.reset();
     }
+}
+
+// A window manager keeps the focus on a window of its own when no other is there.
+TEST_F(Watching, NobodyIsTypedIntoWhereTheDesktopHasTheFocus) {
+    X11Connection manager(server().display());
+    xcb_connection_t* const x = manager.get();
+    const auto give = [&](std::uint16_t windowClass) {
+        const xcb_window_t helper = xcb_generate_id(x);
+        const std::uint32_t unmanaged = 1;
+        xcb_create_window(x, 0, helper, manager.root(), -100, -100, 1, 1, 0, windowClass,
+                          XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &unmanaged);
+        xcb_map_window(x, helper);
+        xcb_set_input_focus(x, XCB_INPUT_FOCUS_PARENT, helper, XCB_CURRENT_TIME);
+        return helper;
+    };
+    const auto stop = [&] {
+        manager.sync();
+        return type("abc", [] {}).stop;
+    };
+    give(XCB_WINDOW_CLASS_INPUT_ONLY);
+    EXPECT_EQ(stop(), TypingStop::kNoTarget) << "it shows nothing";
+    const xcb_window_t helper = give(XCB_WINDOW_CLASS_INPUT_OUTPUT);
+    EXPECT_EQ(stop(), TypingStop::kNone) << "a menu, say";
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, manager.root(),
+                        atomOf(manager, "_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW, 32, 1,
+                        &helper);
+    give(XCB_WINDOW_CLASS_INPUT_OUTPUT);
+    EXPECT_EQ(stop(), TypingStop::kNone);
+    xcb_set_input_focus(x, XCB_INPUT_FOCUS_PARENT, helper, XCB_CURRENT_TIME);
+    EXPECT_EQ(stop(), TypingStop::kNoTarget) << "it announces the manager";
+    xcb_delete_property(x, manager.root(), atomOf(manager, "_NET_SUPPORTING_WM_CHECK"));
+    manager.sync();
 }
 
 TEST_F(Watching, RulesSwitchTheStopKeyAndTheGuardOff) {

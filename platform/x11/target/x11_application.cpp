@@ -21,6 +21,7 @@ bool X11Application::sameAs(const X11Application& other) const {
 
 X11Applications::X11Applications(X11Connection& connection)
     : connection_(connection),
+      desktop_(connection),
       processProperty_(atom("_NET_WM_PID")),
       leaderProperty_(atom("WM_CLIENT_LEADER")),
       stateProperty_(atom("WM_STATE")) {}
@@ -37,8 +38,9 @@ xcb_window_t X11Applications::focused() const {
     xcb_connection_t* const x = connection_.get();
     const XReply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
-    if (!reply || reply->focus == connection_.root()) return XCB_NONE;
-    return reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT ? underPointer() : reply->focus;
+    if (!reply) return XCB_NONE;
+    if (reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT) return underPointer();
+    return desktop_.holds(reply->focus) ? xcb_window_t{XCB_NONE} : reply->focus;
 }
 
 xcb_window_t X11Applications::underPointer() const {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 
+#include "platform/x11/target/desktop_focus.h"
 #include "platform/x11/x11_connection.h"
 
 namespace kalvo {
@@ -37,6 +38,7 @@ private:
     [[nodiscard]] xcb_window_t underPointer() const;
 
     X11Connection& connection_;
+    DesktopFocus desktop_;
     xcb_atom_t processProperty_;
     xcb_atom_t leaderProperty_;
     xcb_atom_t stateProperty_;

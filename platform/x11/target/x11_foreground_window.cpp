@@ -41,8 +41,7 @@ xcb_window_t X11ForegroundWindow::focused() const {
 }
 
 bool X11ForegroundWindow::isForeign(xcb_window_t window) const {
-    if (window == XCB_NONE || window == XCB_INPUT_FOCUS_POINTER_ROOT ||
-        window == connection_.root())
+    if (window == XCB_NONE || window == XCB_INPUT_FOCUS_POINTER_ROOT || desktop_.holds(window))
         return false;
     xcb_connection_t* const x = connection_.get();
     const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(

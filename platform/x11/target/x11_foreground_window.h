@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "platform/foreground_window.h"
+#include "platform/x11/target/desktop_focus.h"
 #include "platform/x11/x11_connection.h"
 
 namespace kalvo {
@@ -23,6 +24,7 @@ private:
     [[nodiscard]] bool isForeign(xcb_window_t window) const;
 
     X11Connection connection_;
+    DesktopFocus desktop_{connection_};
     xcb_atom_t pidProperty_ = XCB_NONE;
     xcb_window_t remembered_ = XCB_NONE;
 };
