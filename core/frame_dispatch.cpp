@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "core/batch_typing.h"
-#include "core/serial_reception.h"
+#include "core/reception/serial_reception.h"
 #include "platform/event_pump.h"
 #include "platform/keyboard_input.h"
 #include "platform/log.h"

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <functional>
 
+#include "core/reception/serial_reception.h"
 #include "core/run_time_state.h"
-#include "core/serial_reception.h"
 #include "platform/platform.h"
 #include "text/runtime_error.h"
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "core/line_tap.h"
 #include "core/manner_trial.h"
+#include "core/reception/line_tap.h"
 #include "core/run_time_state.h"
 #include "dashboard/batch_desk.h"
 #include "platform/archive.h"

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "core/pull_dialogue.h"
-#include "core/serial_reception.h"
+#include "core/reception/pull_dialogue.h"
+#include "core/reception/serial_reception.h"
 #include "platform/event_pump.h"
 #include "text/ansi_text.h"
 #include "text/line_capture.h"

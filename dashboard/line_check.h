@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/line_tap.h"
+#include "core/reception/line_tap.h"
 #include "core/run_time_state.h"
 #include "platform/platform.h"
 

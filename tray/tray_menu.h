@@ -5,8 +5,8 @@
 #include <functional>
 #include <string_view>
 
+#include "core/reception/serial_reception.h"
 #include "core/run_time_state.h"
-#include "core/serial_reception.h"
 #include "platform/platform.h"
 #include "text/ansi_text.h"
 #include "transfer/file_replay.h"

@@ -15,7 +15,7 @@
 #include "app/sites.h"
 #include "core/batch_typing.h"
 #include "core/frame_dispatch.h"
-#include "core/serial_reception.h"
+#include "core/reception/serial_reception.h"
 #include "core/start_up.h"
 #include "settings/serial_settings.h"
 #include "text/ansi_text.h"

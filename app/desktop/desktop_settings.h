@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "app/bindings/system_bindings.h"
+#include "core/reception/serial_reception.h"
 #include "core/run_time_state.h"
-#include "core/serial_reception.h"
 #include "core/start_up.h"
 #include "editor/access_lock.h"
 #include "editor/windows/erase_window.h"

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-#include "core/line_tap.h"
+#include "core/reception/line_tap.h"
 #include "platform/qt/qt_text.h"
 
 namespace kalvo {

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "core/serial_reception.h"
+#include "core/reception/serial_reception.h"
 #include "editor/port/port_choice.h"
 #include "keys/key_files.h"
 #include "platform/serial_port.h"

@@ -1,4 +1,4 @@
-#include "core/serial_reception.h"
+#include "core/reception/serial_reception.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/line_tap.h"
+#include "core/reception/line_tap.h"
 #include "dashboard/line_check.h"
 #include "tests/support/site.h"
 #include "text/ansi_text.h"

@@ -2,8 +2,8 @@
 // told of exactly the records that are in the journal.
 #include <algorithm>
 
-#include "core/batch_reception.h"
-#include "core/pull_dialogue.h"
+#include "core/reception/batch_reception.h"
+#include "core/reception/pull_dialogue.h"
 #include "journal/batch_journal.h"
 #include "tests/fuzz/fuzz_property.h"
 #include "tests/support/fake_journal_file.h"

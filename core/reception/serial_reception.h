@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/batch_reception.h"
-#include "core/pull_dialogue.h"
+#include "core/reception/batch_reception.h"
+#include "core/reception/pull_dialogue.h"
 #include "core/run_time_state.h"
 #include "journal/batch_journal.h"
 #include "platform/platform.h"

@@ -1,4 +1,4 @@
-#include "core/batch_reception.h"
+#include "core/reception/batch_reception.h"
 
 #include <algorithm>
 #include <cstddef>

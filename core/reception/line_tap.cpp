@@ -1,4 +1,4 @@
-#include "core/line_tap.h"
+#include "core/reception/line_tap.h"
 
 #include <algorithm>
 #include <optional>

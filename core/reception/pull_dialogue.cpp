@@ -1,4 +1,4 @@
-#include "core/pull_dialogue.h"
+#include "core/reception/pull_dialogue.h"
 
 #include <cstddef>
 #include <utility>
