@@ -7,7 +7,7 @@
 #include <functional>
 #include <optional>
 
-#include "platform/queued_event_pump.h"
+#include "platform/shared/queued_event_pump.h"
 
 namespace kalvo {
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "app/process/end_signals.h"
-#include "platform/file_descriptor.h"
+#include "platform/shared/file_descriptor.h"
 
 namespace kalvo {
 

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "app/process/file_lock.h"
-#include "platform/file_descriptor.h"
+#include "platform/shared/file_descriptor.h"
 
 namespace kalvo {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "app/process/service_report.h"
-#include "platform/file_descriptor.h"
+#include "platform/shared/file_descriptor.h"
 
 namespace kalvo {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/file_descriptor.h"
 #include "platform/file_system.h"
+#include "platform/shared/file_descriptor.h"
 
 namespace kalvo {
 

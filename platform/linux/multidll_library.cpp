@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "platform/linux/native_path.h"
-#include "platform/multidll_functions.h"
+#include "platform/shared/multidll_functions.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {

@@ -8,7 +8,7 @@
 #include <thread>
 #include <utility>
 
-#include "platform/file_descriptor.h"
+#include "platform/shared/file_descriptor.h"
 
 namespace kalvo {
 

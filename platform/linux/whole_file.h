@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/file_descriptor.h"
+#include "platform/shared/file_descriptor.h"
 
 namespace kalvo {
 

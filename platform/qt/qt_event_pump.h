@@ -4,7 +4,7 @@
 #include <QEventLoop>
 #include <QObject>
 
-#include "platform/queued_event_pump.h"
+#include "platform/shared/queued_event_pump.h"
 
 namespace kalvo {
 

@@ -10,7 +10,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/file_descriptor.h"
+#include "platform/shared/file_descriptor.h"
 
 namespace kalvo {
 

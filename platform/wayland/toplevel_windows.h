@@ -8,7 +8,7 @@
 #include <string>
 #include <thread>
 
-#include "platform/file_descriptor.h"
+#include "platform/shared/file_descriptor.h"
 #include "platform/wayland/wayland_connection.h"
 
 struct zwlr_foreign_toplevel_handle_v1;

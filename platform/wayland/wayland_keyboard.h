@@ -8,8 +8,8 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/alt_keypad.h"
 #include "platform/keyboard_input.h"
+#include "platform/shared/alt_keypad.h"
 #include "platform/wayland/key_sender.h"
 #include "platform/wayland/target_backlog.h"
 #include "platform/wayland/toplevel_windows.h"

@@ -5,8 +5,8 @@
 
 #include <span>
 
-#include "platform/alt_keypad.h"
 #include "platform/keyboard_input.h"
+#include "platform/shared/alt_keypad.h"
 #include "platform/x11/held/lock_state.h"
 #include "platform/x11/key_injector.h"
 #include "platform/x11/keymap/x11_keymap.h"

@@ -1,6 +1,6 @@
 #include "platform/x11/x11_keyboard.h"
 
-#include "platform/confirming_keys.h"
+#include "platform/shared/confirming_keys.h"
 
 namespace kalvo {
 

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/alt_keypad.h"
 #include "platform/keyboard_input.h"
+#include "platform/shared/alt_keypad.h"
 #include "platform/x11/clipboard_paste.h"
 #include "platform/x11/composed_characters.h"
 #include "platform/x11/held/left_down_keys.h"

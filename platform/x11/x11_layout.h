@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "platform/keyboard_input.h"
-#include "platform/passed_text.h"
+#include "platform/shared/passed_text.h"
 #include "platform/x11/keymap/spare_keycodes.h"
 #include "platform/x11/keymap/x11_keymap.h"
 

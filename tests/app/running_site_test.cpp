@@ -27,7 +27,7 @@
 #include <cstring>
 
 #include "app/process/file_lock.h"
-#include "platform/file_descriptor.h"
+#include "platform/shared/file_descriptor.h"
 #endif
 
 namespace kalvo {

@@ -14,11 +14,11 @@
 #include <thread>
 #include <vector>
 
-#include "platform/file_descriptor.h"
 #include "platform/linux/linux_file_system.h"
 #include "platform/linux/native_path.h"
 #include "platform/linux/settings/linux_profile_files.h"
 #include "platform/linux/settings/registry_file.h"
+#include "platform/shared/file_descriptor.h"
 #include "tests/support/error_of.h"
 #include "tests/support/temporary_folder.h"
 #include "text/ansi_text.h"

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "platform/queued_event_pump.h"
+#include "platform/shared/queued_event_pump.h"
 
 namespace kalvo::testing {
 

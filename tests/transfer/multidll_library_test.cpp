@@ -7,7 +7,7 @@
 #include <fstream>
 #include <string>
 
-#include "platform/multidll_server.h"
+#include "platform/shared/multidll_server.h"
 #include "tests/support/temporary_folder.h"
 #ifdef _WIN32
 #include "platform/windows/multidll/installed_multidll.h"

@@ -9,7 +9,7 @@
 #include <thread>
 #include <utility>
 
-#include "platform/confirming_keys.h"
+#include "platform/shared/confirming_keys.h"
 #include "platform/wayland/portal/portal_token.h"
 #include "platform/wayland/wayland_connection.h"
 #include "platform/x11/keymap/character_symbol.h"

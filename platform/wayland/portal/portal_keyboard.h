@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/alt_keypad.h"
 #include "platform/keyboard_input.h"
+#include "platform/shared/alt_keypad.h"
 #include "platform/wayland/portal/portal_session.h"
 #include "platform/wayland/portal/session_layout.h"
 #include "platform/wayland/wayland_keymap.h"

@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-#include "platform/confirming_keys.h"
+#include "platform/shared/confirming_keys.h"
 #include "platform/windows/file_handle.h"
 #include "platform/windows/wide_text.h"
 

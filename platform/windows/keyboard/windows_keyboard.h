@@ -12,9 +12,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/alt_keypad.h"
 #include "platform/keyboard_input.h"
-#include "platform/passed_text.h"
+#include "platform/shared/alt_keypad.h"
+#include "platform/shared/passed_text.h"
 #include "platform/windows/keyboard/clipboard_paste.h"
 #include "platform/windows/keyboard/input_sender.h"
 #include "platform/windows/keyboard/session_access.h"

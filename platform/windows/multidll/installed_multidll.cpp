@@ -7,8 +7,8 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/multidll_functions.h"
-#include "platform/multidll_messages.h"
+#include "platform/shared/multidll_functions.h"
+#include "platform/shared/multidll_messages.h"
 #include "platform/windows/file_handle.h"
 #include "platform/windows/multidll/multidll_library.h"
 #include "platform/windows/multidll/pipe_stream.h"

@@ -5,7 +5,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "platform/multidll_functions.h"
+#include "platform/shared/multidll_functions.h"
 #include "platform/windows/wide_text.h"
 
 namespace kalvo {

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/multidll_server.h"
+#include "platform/shared/multidll_server.h"
 #include "platform/windows/multidll/multidll_library.h"
 #include "platform/windows/multidll/pipe_stream.h"
 #include "text/runtime_error.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/multidll_messages.h"
+#include "platform/shared/multidll_messages.h"
 
 namespace kalvo {
 

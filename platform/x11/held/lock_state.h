@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "platform/alt_keypad.h"
+#include "platform/shared/alt_keypad.h"
 #include "platform/x11/keymap/x11_keymap.h"
 #include "platform/x11/x11_connection.h"
 #include "platform/x11/x11_layout.h"

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "platform/multidll.h"
-#include "platform/multidll_messages.h"
+#include "platform/shared/multidll_messages.h"
 
 namespace kalvo {
 
