@@ -1,8 +1,8 @@
-#include "platform/linux/usb_port.h"
+#include "platform/linux/ports/usb_port.h"
 
 #include <system_error>
 
-#include "platform/linux/first_line.h"
+#include "platform/linux/ports/first_line.h"
 
 namespace kalvo {
 

@@ -1,4 +1,4 @@
-#include "platform/linux/serial_devices.h"
+#include "platform/linux/ports/serial_devices.h"
 
 #include <algorithm>
 #include <charconv>
@@ -8,8 +8,8 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/linux/first_line.h"
-#include "platform/linux/usb_port.h"
+#include "platform/linux/ports/first_line.h"
+#include "platform/linux/ports/usb_port.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/serial_devices.h"
+#include "platform/linux/ports/serial_devices.h"
 #include "platform/port_device.h"
 #include "platform/port_entry.h"
 #include "platform/profile_files.h"

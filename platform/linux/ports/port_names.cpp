@@ -1,4 +1,4 @@
-#include "platform/linux/port_names.h"
+#include "platform/linux/ports/port_names.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "platform/linux/plug_watch.h"
+#include "platform/linux/ports/plug_watch.h"
 
 #include <libudev.h>
 #include <poll.h>
