@@ -26,6 +26,40 @@ std::int16_t narrow(double number) {
     return static_cast<std::int16_t>(rounded);
 }
 
+// The first of the rows as a scenario; what is not among its columns keeps 0 or the
+// empty text.
+std::optional<ScenarioRecord> firstScenario(const Recordset& row, std::int16_t numero) {
+    if (row.Eof()) return std::nullopt;
+    ScenarioRecord scenario;
+    scenario.Numero = numero;
+    const auto readNumber = [&](std::int16_t& into, std::string_view column) {
+        resumeNext([&] { into = int16Field(row, column); });
+    };
+    const auto readText = [&](std::string& into, std::string_view column) {
+        resumeNext([&] { into = textField(row, column); });
+    };
+    readText(scenario.Nom, "Nom");
+    readText(scenario.Type, "Type");
+    readNumber(scenario.Trame, "Trame");
+    readNumber(scenario.Specif, "Specif");
+    readText(scenario.Chemin, "Chemin");
+    readNumber(scenario.Boucle, "Boucle");
+    readNumber(scenario.Depart, "Depart");
+    readNumber(scenario.NbrTrame, "NbrTrame");
+    return scenario;
+}
+
+void updateScenario(Database& database, std::int16_t numero, const std::string& assignments) {
+    database.Execute("UPDATE Scenarios SET " + assignments + " WHERE Numero=" + text(numero));
+}
+
+// The number of the actions for which `which` holds.
+void renumber(Database& database, std::int16_t numero, const std::string& number,
+              const std::string& which) {
+    database.Execute("UPDATE Actions SET NumAction=" + number + " WHERE " + which +
+                     " AND NumeroScen=" + text(numero));
+}
+
 }  // namespace
 
 std::int16_t int16Field(const Recordset& row, std::string_view column) {
@@ -60,33 +94,6 @@ std::optional<std::int16_t> findScenario(Database& database, std::string_view na
     return int16Field(*rows, "Numero");
 }
 
-namespace {
-
-// The first of the rows as a scenario; what is not among its columns keeps 0 or the
-// empty text.
-std::optional<ScenarioRecord> firstScenario(const Recordset& row, std::int16_t numero) {
-    if (row.Eof()) return std::nullopt;
-    ScenarioRecord scenario;
-    scenario.Numero = numero;
-    const auto readNumber = [&](std::int16_t& into, std::string_view column) {
-        resumeNext([&] { into = int16Field(row, column); });
-    };
-    const auto readText = [&](std::string& into, std::string_view column) {
-        resumeNext([&] { into = textField(row, column); });
-    };
-    readText(scenario.Nom, "Nom");
-    readText(scenario.Type, "Type");
-    readNumber(scenario.Trame, "Trame");
-    readNumber(scenario.Specif, "Specif");
-    readText(scenario.Chemin, "Chemin");
-    readNumber(scenario.Boucle, "Boucle");
-    readNumber(scenario.Depart, "Depart");
-    readNumber(scenario.NbrTrame, "NbrTrame");
-    return scenario;
-}
-
-}  // namespace
-
 std::optional<ScenarioRecord> readScenario(Database& database, std::int16_t numero) {
     return firstScenario(
         *database.OpenRecordset("SELECT * FROM Scenarios WHERE Numero=" + text(numero)), numero);
@@ -118,27 +125,24 @@ void insertScenario(Database& database, const ScenarioRecord& scenario) {
 }
 
 void updateOutput(Database& database, std::int16_t numero, std::string_view chemin, bool specif) {
-    database.Execute("UPDATE Scenarios SET Chemin=" + quoted(chemin) +
-                     ",Specif=" + (specif ? "1" : "0") + " WHERE Numero=" + text(numero));
+    updateScenario(database, numero,
+                   "Chemin=" + quoted(chemin) + ",Specif=" + (specif ? "1" : "0"));
 }
 
 void updateChemin(Database& database, std::int16_t numero, std::string_view chemin) {
-    database.Execute("UPDATE Scenarios SET Chemin=" + quoted(chemin) +
-                     " WHERE Numero=" + text(numero));
+    updateScenario(database, numero, "Chemin=" + quoted(chemin));
 }
 
 void updateBoucle(Database& database, std::int16_t numero, std::int16_t action) {
-    database.Execute("UPDATE Scenarios SET Boucle=" + text(action) +
-                     " WHERE Numero=" + text(numero));
+    updateScenario(database, numero, "Boucle=" + text(action));
 }
 
 void updateDepart(Database& database, std::int16_t numero, std::int16_t action) {
-    database.Execute("UPDATE Scenarios SET Depart=" + text(action) +
-                     " WHERE Numero=" + text(numero));
+    updateScenario(database, numero, "Depart=" + text(action));
 }
 
 void updateNom(Database& database, std::int16_t numero, std::string_view nom) {
-    database.Execute("UPDATE Scenarios SET Nom=" + quoted(nom) + " WHERE Numero=" + text(numero));
+    updateScenario(database, numero, "Nom=" + quoted(nom));
 }
 
 std::int16_t copyScenario(Database& database, std::int16_t numero, std::string_view nom) {
@@ -233,20 +237,16 @@ void replaceActions(Database& database, std::int16_t numero,
 }
 
 void moveAction(Database& database, std::int16_t numero, std::int32_t from, std::int32_t to) {
-    const auto renumber = [&](const std::string& number, const std::string& which) {
-        database.Execute("UPDATE Actions SET NumAction=" + number + " WHERE " + which +
-                         " AND NumeroScen=" + text(numero));
-    };
     const auto between = [](std::int32_t first, std::int32_t last) {
         return "NumAction>=" + text(first) + " AND NumAction<=" + text(last);
     };
     database.Transaction([&] {
-        renumber("0", "NumAction=" + text(from));
+        renumber(database, numero, "0", "NumAction=" + text(from));
         if (from < to)
-            renumber("NumAction - 1", between(from + 1, to));
+            renumber(database, numero, "NumAction - 1", between(from + 1, to));
         else
-            renumber("NumAction + 1", between(to, from - 1));
-        renumber(text(to), "NumAction=0");
+            renumber(database, numero, "NumAction + 1", between(to, from - 1));
+        renumber(database, numero, text(to), "NumAction=0");
     });
 }
 
@@ -264,8 +264,7 @@ void renameActions(Database& database, std::string_view champs, std::string_view
 }
 
 void openActionGap(Database& database, std::int16_t numero, std::int32_t row) {
-    database.Execute("UPDATE Actions SET NumAction=NumAction + 1 WHERE NumAction>" + text(row) +
-                     " AND NumeroScen=" + text(numero));
+    renumber(database, numero, "NumAction + 1", "NumAction>" + text(row));
 }
 
 void deleteAction(Database& database, std::int16_t numero, std::int32_t position) {
@@ -281,9 +280,8 @@ void renumberActions(Database& database, std::int16_t numero) {
                                " ORDER BY NumAction ASC");
     for (std::int32_t position = 1; !rows->Eof(); rows->MoveNext(), ++position) {
         resumeNext([&] {
-            database.Execute("UPDATE Actions SET NumAction=" + text(position) +
-                             " WHERE NumAction=" + text(int16Field(*rows, "NumAction")) +
-                             " AND NumeroScen=" + text(numero));
+            renumber(database, numero, text(position),
+                     "NumAction=" + text(int16Field(*rows, "NumAction")));
         });
     }
 }
