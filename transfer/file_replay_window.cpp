@@ -11,6 +11,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 

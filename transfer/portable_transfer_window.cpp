@@ -14,8 +14,8 @@
 #include <array>
 #include <utility>
 
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/tool_bar.h"
 
 namespace kalvo {
 
@@ -60,10 +60,7 @@ PortableTransferWindow::PortableTransferWindow(
 
 QPushButton* PortableTransferWindow::button(const QString& name, const QString& caption,
                                             const QString& tip, const std::function<void()>& run) {
-    auto* const made = new QPushButton(caption);
-    made->setObjectName(name);
-    made->setToolTip(tip);
-    pressWithEnter(made);
+    auto* const made = makeButton(name, caption, tip);
     connect(made, &QPushButton::clicked, this, run);
     return made;
 }

@@ -19,8 +19,8 @@
 #include "editor/windows/row_list_view.h"
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/tool_bar.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 
@@ -154,10 +154,7 @@ QLayout* ApplicationPage::makeButtons() {
 
 QPushButton* ApplicationPage::addButton(QLayout* row, const char* name, const char* caption,
                                         const char* tip, void (ApplicationPage::*action)()) {
-    auto* const button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setToolTip(tip);
-    pressWithEnter(button);
+    auto* const button = makeButton(name, caption, tip);
     connect(button, &QPushButton::clicked, this,
             [this, action] { context_.services.deliver([this, action] { (this->*action)(); }); });
     row->addWidget(button);

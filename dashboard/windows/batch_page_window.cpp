@@ -18,8 +18,8 @@
 
 #include "dashboard/batch_look.h"
 #include "editor/windows/row_list_view.h"
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/tool_bar.h"
 #include "text/ansi_text.h"
 #include "text/runtime_error.h"
 
@@ -165,10 +165,7 @@ QLayout* BatchPage::makeButtons() {
 QPushButton* BatchPage::addButton(QLayout* row, const char* name, const char* caption,
                                   const char* tip,
                                   const std::function<void(const JournalEntry&)>& action) {
-    auto* const button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setToolTip(tip);
-    pressWithEnter(button);
+    auto* const button = makeButton(name, caption, tip);
     connect(button, &QPushButton::clicked, this, [this, action] {
         const JournalEntry* const entry = selected();
         if (entry == nullptr) return;

@@ -15,8 +15,8 @@
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/tool_bar.h"
 
 namespace kalvo {
 
@@ -88,22 +88,16 @@ QWidget* LinePage::makeTable() {
 }
 
 QLayout* LinePage::makeButtons() {
-    CmdTester = new QPushButton("&Tester la liaison");
-    CmdTester->setObjectName("CmdTester");
-    CmdTester->setToolTip("Interroge le lecteur, ou écoute le terminal, et dit ce qui est arrivé.");
-    CmdPause = new QPushButton("&Pause");
-    CmdPause->setObjectName("CmdPause");
+    CmdTester =
+        makeButton("CmdTester", "&Tester la liaison",
+                   "Interroge le lecteur, ou écoute le terminal, et dit ce qui est arrivé.");
+    CmdPause = makeButton("CmdPause", "&Pause", "Arrête la liste ; la réception continue.");
     CmdPause->setCheckable(true);
-    CmdPause->setToolTip("Arrête la liste ; la réception continue.");
-    auto* const save = new QPushButton("E&nregistrer...");
-    save->setObjectName("CmdCapture");
-    save->setToolTip(
-        "Écrit la liste dans un fichier, que le simulateur de terminaux peut rejouer.");
+    auto* const save =
+        makeButton("CmdCapture", "E&nregistrer...",
+                   "Écrit la liste dans un fichier, que le simulateur de terminaux peut rejouer.");
     auto* const row = new QHBoxLayout;
-    for (QPushButton* const button : {CmdTester, CmdPause, save}) {
-        pressWithEnter(button);
-        row->addWidget(button);
-    }
+    for (QPushButton* const button : {CmdTester, CmdPause, save}) row->addWidget(button);
     row->addStretch();
     connect(CmdTester, &QPushButton::clicked, this, [this] { check(); });
     connect(CmdPause, &QPushButton::toggled, this, [this] { refresh(); });

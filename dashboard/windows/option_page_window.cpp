@@ -12,8 +12,8 @@
 #include <QVBoxLayout>
 
 #include "dashboard/option_desk.h"
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/tool_bar.h"
 
 namespace kalvo {
 
@@ -24,10 +24,9 @@ constexpr int kLargestNumber = 1'000'000;
 }  // namespace
 
 OptionPage::OptionPage(const DashboardContext& context) : context_(context) {
-    auto* const advice = new QPushButton("&Réglages conseillés...");
-    advice->setObjectName("CmdConseils");
-    advice->setToolTip("Coche d'un coup tout le premier groupe, après avoir dit ce qui change.");
-    pressWithEnter(advice);
+    auto* const advice =
+        makeButton("CmdConseils", "&Réglages conseillés...",
+                   "Coche d'un coup tout le premier groupe, après avoir dit ce qui change.");
     connect(advice, &QPushButton::clicked, this, [this] {
         context_.services.deliver(
             [this] { takeAdvice(context_.platform, context_.state.scenario.applicationFolder); });

@@ -15,8 +15,8 @@
 #include "platform/dialogs.h"
 #include "platform/event_pump.h"
 #include "platform/file_system.h"
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/tool_bar.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 #include "text/resume_next.h"
@@ -77,10 +77,7 @@ QWidget* SitePage::makeExchange() {
 
 QPushButton* SitePage::addButton(QLayout* row, const char* name, const char* caption,
                                  const char* tip, void (SitePage::*action)()) {
-    auto* const button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setToolTip(tip);
-    pressWithEnter(button);
+    auto* const button = makeButton(name, caption, tip);
     connect(button, &QPushButton::clicked, this, [this, action] {
         context_.services.deliver([this, action] { (this->*action)(); });
         refresh();

@@ -20,8 +20,8 @@
 #include "editor/windows/steps/steps_window.h"
 #include "keys/key_files.h"
 #include "platform/dialogs.h"
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
-#include "platform/qt/tool_bar.h"
 #include "settings/settings_store.h"
 #include "text/ansi_text.h"
 
@@ -108,17 +108,15 @@ QLayout* SettingsWindow::makeFoot() {
     LblEtat = new QLabel;
     LblEtat->setObjectName("LblEtat");
     LblEtat->setToolTip("Le port et le scénario en service en ce moment.");
-    CmdDeverrouiller = new QPushButton("Déve&rrouiller...");
-    CmdDeverrouiller->setObjectName("CmdDeverrouiller");
-    CmdDeverrouiller->setToolTip("Demande le mot de passe ; les onglets grisés s'ouvrent ensuite.");
-    pressWithEnter(CmdDeverrouiller);
+    CmdDeverrouiller =
+        makeButton("CmdDeverrouiller", "Déve&rrouiller...",
+                   "Demande le mot de passe ; les onglets grisés s'ouvrent ensuite.");
     connect(CmdDeverrouiller, &QPushButton::clicked, this, [this] {
         if (context_.services.unlock()) showAccess();
     });
-    CmdAssistant = new QPushButton("&Assistant...");
-    CmdAssistant->setObjectName("CmdAssistant");
-    CmdAssistant->setToolTip("Met en route un premier terminal et un premier scénario, pas à pas.");
-    pressWithEnter(CmdAssistant);
+    CmdAssistant =
+        makeButton("CmdAssistant", "&Assistant...",
+                   "Met en route un premier terminal et un premier scénario, pas à pas.");
     connect(CmdAssistant, &QPushButton::clicked, this, context_.services.showAssistant);
     auto* const foot = new QHBoxLayout;
     foot->addWidget(LblEtat, 1);

@@ -7,7 +7,6 @@
 #include <functional>
 #include <vector>
 
-class QAbstractButton;
 class QToolBar;
 
 namespace kalvo {
@@ -23,9 +22,5 @@ struct ToolButton {
 // A bar under its object name; its actions() are the buttons in order. A shortcut works
 // while the bar is visible.
 [[nodiscard]] QToolBar* makeToolBar(const QString& name, const std::vector<ToolButton>& buttons);
-
-// Lets Enter press the button that has the focus, as Space does, whatever Enter stands for
-// elsewhere in its window.
-void pressWithEnter(QAbstractButton* button);
 
 }  // namespace kalvo

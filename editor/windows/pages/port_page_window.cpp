@@ -13,6 +13,7 @@
 
 #include "editor/port/port_choice.h"
 #include "editor/windows/row_list_view.h"
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 #include "text/runtime_error.h"
@@ -111,10 +112,8 @@ QWidget* PortPage::rightColumn() {
         "enregistrée et ne change ni la réception ni la saisie.");
     connect(ChDatalogic, &QCheckBox::toggled, this,
             [this](bool ticked) { context_.scenarios.setDatalogic(ticked); });
-    auto* const CmdTransfert = new QPushButton("HT630");
-    CmdTransfert->setObjectName("CmdTransfert");
-    CmdTransfert->setToolTip("Ouvre le transfert de fichiers avec un terminal portable.");
-    pressWithEnter(CmdTransfert);
+    auto* const CmdTransfert = makeButton(
+        "CmdTransfert", "HT630", "Ouvre le transfert de fichiers avec un terminal portable.");
     connect(CmdTransfert, &QPushButton::clicked, this,
             [this] { context_.act([this] { context_.services.showPortableTransfer(window()); }); });
 

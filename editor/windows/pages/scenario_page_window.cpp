@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include "editor/windows/row_list_view.h"
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 #include "text/ansi_text.h"
@@ -192,10 +193,8 @@ QGroupBox* ScenarioPage::pathFrame() {
     FraChemin = new QGroupBox("Fichier de récupération");
     FraChemin->setObjectName("FraChemin");
     auto* const rows = new QFormLayout(FraChemin);
-    auto* const CmdParcourir = new QPushButton("Parco&urir...");
-    CmdParcourir->setObjectName("CmdParcourir");
-    CmdParcourir->setToolTip("Choisit le fichier, qui peut ne pas exister encore.");
-    pressWithEnter(CmdParcourir);
+    auto* const CmdParcourir = makeButton("CmdParcourir", "Parco&urir...",
+                                          "Choisit le fichier, qui peut ne pas exister encore.");
     connect(CmdParcourir, &QPushButton::clicked, this, [this] { choosePath(); });
     auto* const path = new QHBoxLayout;
     path->addWidget(TxtChemin, 1);

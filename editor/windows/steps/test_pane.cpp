@@ -15,6 +15,7 @@
 #include "editor/windows/notes_view.h"
 #include "editor/windows/row_list_view.h"
 #include "platform/dialogs.h"
+#include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
 #include "platform/qt/tool_bar.h"
 #include "settings/settings_store.h"
@@ -70,10 +71,9 @@ QWidget* TestPane::controls() {
     TxtTrame->setTabChangesFocus(true);
     TxtTrame->setToolTip("Une trame d'exemple, un champ par ligne ; l'aperçu la suit.");
     connect(TxtTrame, &QPlainTextEdit::textChanged, this, [this] { previewTimer_.start(); });
-    auto* const CmdDerniereTrame = new QPushButton("&Dernière trame reçue");
-    CmdDerniereTrame->setObjectName("CmdDerniereTrame");
-    CmdDerniereTrame->setToolTip("Prend comme exemple la dernière trame reçue d'un terminal.");
-    pressWithEnter(CmdDerniereTrame);
+    auto* const CmdDerniereTrame =
+        makeButton("CmdDerniereTrame", "&Dernière trame reçue",
+                   "Prend comme exemple la dernière trame reçue d'un terminal.");
     connect(CmdDerniereTrame, &QPushButton::clicked, this, [this] { takeLastFrame(); });
     TxtScript = new QPlainTextEdit;
     TxtScript->setObjectName("TxtScript");
