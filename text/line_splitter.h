@@ -1,4 +1,4 @@
-// Lines of a text that comes in blocks.
+// Lines of a text, which may come in blocks.
 #pragma once
 
 #include <string>
@@ -34,5 +34,13 @@ public:
 private:
     std::string begun_;
 };
+
+// Hands over the lines of a whole text.
+template <typename Visit>
+void visitLines(std::string_view text, const Visit& visit) {
+    LineSplitter lines;
+    lines.feed(text, visit);
+    lines.finish(visit);
+}
 
 }  // namespace kalvo

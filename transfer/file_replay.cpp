@@ -141,10 +141,7 @@ std::optional<BatchReport> ReplayFile(const Platform& platform, ScenarioRun& run
 BatchReport ReplayText(const Platform& platform, ScenarioRun& run, std::string_view text,
                        std::string_view separator) {
     std::string frame;
-    const auto append = [&](std::string_view line) { appendRecord(frame, line, separator); };
-    LineSplitter lines;
-    lines.feed(text, append);
-    lines.finish(append);
+    visitLines(text, [&](std::string_view line) { appendRecord(frame, line, separator); });
     return replayFrame(platform, run, std::move(frame));
 }
 

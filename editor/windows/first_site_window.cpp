@@ -1,7 +1,6 @@
 #include "editor/windows/first_site_window.h"
 
 #include <QCheckBox>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -18,6 +17,7 @@
 #include "editor/port/port_choice.h"
 #include "editor/warning.h"
 #include "editor/windows/notes_view.h"
+#include "editor/windows/output_file_window.h"
 #include "editor/windows/row_list_view.h"
 #include "platform/qt/qt_text.h"
 #include "settings/options.h"
@@ -27,8 +27,7 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kRoomForAccent = 3;  // pixels
-
+constexpr int kRoomForAccent = 3;        // pixels
 constexpr int kTimeBetweenLooks = 1000;  // milliseconds
 constexpr int kSpareLines = 4;
 
@@ -44,11 +43,13 @@ QLabel* explanation(const QString& text) {
 }
 
 // A button under its object name; Enter presses the default button alone.
-QPushButton* button(const QString& name, const QString& text, const QString& tip) {
+QPushButton* button(const QString& name, const QString& text, const QString& tip,
+                    const std::function<void()>& press) {
     auto* const made = new QPushButton(text);
     made->setObjectName(name);
     made->setToolTip(tip);
     made->setAutoDefault(false);
+    QObject::connect(made, &QPushButton::clicked, made, press);
     return made;
 }
 
@@ -61,10 +62,7 @@ QString advisedTip() {
 
 std::vector<std::string> fileLines(std::string_view text) {
     std::vector<std::string> lines;
-    const auto keep = [&](std::string_view line) { lines.emplace_back(line); };
-    LineSplitter splitter;
-    splitter.feed(text, keep);
-    splitter.finish(keep);
+    visitLines(text, [&](std::string_view line) { lines.emplace_back(line); });
     return lines;
 }
 
@@ -174,13 +172,8 @@ QWidget* FirstSiteWindow::pathRow() {
     TxtFichier->setToolTip("Le fichier que le scénario écrit, avec son dossier.");
     connect(TxtFichier, &QLineEdit::textChanged, this,
             [this](const QString& text) { site_.outputPath = fromQString(text); });
-    auto* const CmdParcourir = button("CmdParcourir", "Parco&urir...",
-                                      "Choisit le fichier, qui peut ne pas exister encore.");
-    connect(CmdParcourir, &QPushButton::clicked, this, [this] {
-        const QString chosen =
-            QFileDialog::getSaveFileName(this, "Fichier de récupération", TxtFichier->text(),
-                                         "Fichiers texte (*.txt);;Tous les fichiers (*)", nullptr,
-                                         QFileDialog::DontConfirmOverwrite);
+    auto* const CmdParcourir = button("CmdParcourir", "Parco&urir...", kOutputFileTip, [this] {
+        const QString chosen = chooseOutputFile(this, TxtFichier->text());
         if (!chosen.isEmpty()) TxtFichier->setText(chosen);
     });
     auto* const row = new QWidget;
@@ -197,9 +190,9 @@ QWidget* FirstSiteWindow::testPage() {
     LblApercu->setBuddy(LstApercu);
     CmdEssayer = button("CmdEssayer", "&Essayer",
                         "Laisse deux secondes pour passer dans l'application visée, puis frappe "
-                        "l'exemple (F5).");
+                        "l'exemple (F5).",
+                        [this] { runTest(); });
     CmdEssayer->setShortcut(Qt::Key_F5);
-    connect(CmdEssayer, &QPushButton::clicked, this, [this] { runTest(); });
     ChkConseilles = new QCheckBox("&Réglages conseillés");
     ChkConseilles->setObjectName("ChkConseilles");
     ChkConseilles->setToolTip(advisedTip());
@@ -218,17 +211,15 @@ QWidget* FirstSiteWindow::testPage() {
 }
 
 QWidget* FirstSiteWindow::foot() {
-    CmdPrecedent = button("CmdPrecedent", "&Précédent", "Revient à l'étape d'avant.");
-    connect(CmdPrecedent, &QPushButton::clicked, this,
-            [this] { showPage(pages_->currentIndex() - 1); });
-    CmdSuivant = button("CmdSuivant", "&Suivant", "Passe à l'étape d'après (Entrée).");
-    connect(CmdSuivant, &QPushButton::clicked, this, [this] { act([this] { forward(); }); });
-    CmdTerminer = button("CmdTerminer", "Ter&miner", "Enregistre tout et ouvre le port (Entrée).");
-    connect(CmdTerminer, &QPushButton::clicked, this,
-            [this] { services_.deliver([this] { finish(); }); });
+    CmdPrecedent = button("CmdPrecedent", "&Précédent", "Revient à l'étape d'avant.",
+                          [this] { showPage(pages_->currentIndex() - 1); });
+    CmdSuivant = button("CmdSuivant", "&Suivant", "Passe à l'étape d'après (Entrée).",
+                        [this] { act([this] { forward(); }); });
+    CmdTerminer = button("CmdTerminer", "Ter&miner", "Enregistre tout et ouvre le port (Entrée).",
+                         [this] { services_.deliver([this] { finish(); }); });
     auto* const CmdAbandonner =
-        button("CmdAbandonner", "&Abandonner", "Ferme l'assistant sans rien enregistrer (Échap).");
-    connect(CmdAbandonner, &QPushButton::clicked, this, &QDialog::reject);
+        button("CmdAbandonner", "&Abandonner", "Ferme l'assistant sans rien enregistrer (Échap).",
+               [this] { reject(); });
     auto* const row = new QWidget;
     auto* const layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);

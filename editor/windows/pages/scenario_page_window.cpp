@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -14,6 +13,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include "editor/windows/output_file_window.h"
 #include "editor/windows/row_list_view.h"
 #include "platform/qt/push_button.h"
 #include "platform/qt/qt_text.h"
@@ -194,7 +194,7 @@ QGroupBox* ScenarioPage::pathFrame() {
     FraChemin->setObjectName("FraChemin");
     auto* const rows = new QFormLayout(FraChemin);
     auto* const CmdParcourir = makeButton("CmdParcourir", "Parco&urir...",
-                                          "Choisit le fichier, qui peut ne pas exister encore.");
+                                          kOutputFileTip);
     connect(CmdParcourir, &QPushButton::clicked, this, [this] { choosePath(); });
     auto* const path = new QHBoxLayout;
     path->addWidget(TxtChemin, 1);
@@ -207,10 +207,7 @@ QGroupBox* ScenarioPage::pathFrame() {
 }
 
 void ScenarioPage::choosePath() {
-    const QString chosen =
-        QFileDialog::getSaveFileName(this, "Fichier de récupération", TxtChemin->text(),
-                                     "Fichiers texte (*.txt);;Tous les fichiers (*)", nullptr,
-                                     QFileDialog::DontConfirmOverwrite);
+    const QString chosen = chooseOutputFile(this, TxtChemin->text());
     if (chosen.isEmpty()) return;
     TxtChemin->setText(chosen);
     TxtChemin->setModified(true);
