@@ -4,7 +4,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -28,7 +27,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kRowMargin = 6;
 constexpr int kTimeToChoose = 5000;  // milliseconds, to put the cursor into a field
 constexpr std::string_view kStandard = "par défaut"_ansi;
 
@@ -69,19 +67,8 @@ ApplicationPage::ApplicationPage(const DashboardContext& context)
 }
 
 QWidget* ApplicationPage::makeTable() {
-    TblApplications = new QTableView;
-    TblApplications->setObjectName("TblApplications");
-    TblApplications->setModel(&table_);
-    TblApplications->setSelectionBehavior(QAbstractItemView::SelectRows);
+    TblApplications = makeRowTable("TblApplications", "Les entrées d'Applications.ini.", table_);
     TblApplications->setSelectionMode(QAbstractItemView::SingleSelection);
-    TblApplications->setTabKeyNavigation(false);
-    TblApplications->setWordWrap(false);
-    TblApplications->verticalHeader()->hide();
-    TblApplications->verticalHeader()->setDefaultSectionSize(
-        TblApplications->fontMetrics().height() + kRowMargin);
-    TblApplications->horizontalHeader()->setStretchLastSection(true);
-    TblApplications->horizontalHeader()->setHighlightSections(false);
-    TblApplications->setToolTip("Les entrées d'Applications.ini.");
     connect(TblApplications->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { showEntry(); });
     return TblApplications;

@@ -6,14 +6,6 @@
 
 namespace kalvo {
 
-int ApplicationTable::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(desk_.rows().size());
-}
-
-int ApplicationTable::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : kApplicationColumns;
-}
-
 QVariant ApplicationTable::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     if (role == Qt::FontRole && desk_.applies(index.row())) {
@@ -27,9 +19,6 @@ QVariant ApplicationTable::data(const QModelIndex& index, int role) const {
     return toQString(desk_.cellOf(index.row(), index.column()));
 }
 
-QVariant ApplicationTable::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return toQString(headingOf(section));
-}
+QString ApplicationTable::heading(int column) const { return toQString(headingOf(column)); }
 
 }  // namespace kalvo

@@ -5,7 +5,6 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -27,7 +26,6 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kRowMargin = 6;
 constexpr int kTypingRest = 300;  // milliseconds without a key before the list follows
 
 QWidget* labelled(QLabel* label, QWidget* widget) {
@@ -112,18 +110,8 @@ QWidget* BatchPage::makeSearch() {
 }
 
 QWidget* BatchPage::makeTable() {
-    TblLots = new QTableView;
-    TblLots->setObjectName("TblLots");
-    TblLots->setModel(&table_);
-    TblLots->setSelectionBehavior(QAbstractItemView::SelectRows);
+    TblLots = makeRowTable("TblLots", "Les lots du journal, le dernier reçu en haut.", table_);
     TblLots->setSelectionMode(QAbstractItemView::SingleSelection);
-    TblLots->setTabKeyNavigation(false);
-    TblLots->setWordWrap(false);
-    TblLots->verticalHeader()->hide();
-    TblLots->verticalHeader()->setDefaultSectionSize(TblLots->fontMetrics().height() + kRowMargin);
-    TblLots->horizontalHeader()->setStretchLastSection(true);
-    TblLots->horizontalHeader()->setHighlightSections(false);
-    TblLots->setToolTip("Les lots du journal, le dernier reçu en haut.");
     connect(TblLots->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { show(selected()); });
     return TblLots;

@@ -63,27 +63,18 @@ LinePage::LinePage(const DashboardContext& context)
 }
 
 QWidget* LinePage::makeTable() {
-    TblLigne = new QTableView;
-    TblLigne->setObjectName("TblLigne");
-    TblLigne->setModel(&table_);
+    TblLigne = makeRowTable(
+        "TblLigne", "Ce qui passe sur la ligne, 16 octets par rangée ; <0D> est un retour chariot.",
+        table_);
     const QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    TblLigne->setFont(font);
-    TblLigne->setSelectionBehavior(QAbstractItemView::SelectRows);
-    TblLigne->setTabKeyNavigation(false);
-    TblLigne->setWordWrap(false);
-    TblLigne->setShowGrid(false);
-    TblLigne->verticalHeader()->hide();
     const QFontMetrics metrics(font);
+    TblLigne->setFont(font);
+    TblLigne->setShowGrid(false);
     TblLigne->verticalHeader()->setDefaultSectionSize(metrics.height() + kRowMargin);
-    QHeaderView* const header = TblLigne->horizontalHeader();
-    header->setStretchLastSection(true);
-    header->setHighlightSections(false);
     const auto widthOf = [&](const char* text) { return metrics.horizontalAdvance(text) + 16; };
     TblLigne->setColumnWidth(LineTable::kTime, widthOf("00:00:00.000"));
     TblLigne->setColumnWidth(LineTable::kSign, widthOf("envoyé"));
     TblLigne->setColumnWidth(LineTable::kText, widthOf("Port COM 3 ouvert, 115200,N,8,1"));
-    TblLigne->setToolTip(
-        "Ce qui passe sur la ligne, 16 octets par rangée ; <0D> est un retour chariot.");
     return TblLigne;
 }
 

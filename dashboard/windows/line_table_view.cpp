@@ -32,14 +32,6 @@ void LineTable::append(const std::vector<LineEvent>& events) {
     endInsertRows();
 }
 
-int LineTable::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(events_.size());
-}
-
-int LineTable::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : kColumns;
-}
-
 QVariant LineTable::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || role != Qt::DisplayRole) return {};
     const LineEvent& event = events_.at(static_cast<std::size_t>(index.row()));
@@ -52,9 +44,8 @@ QVariant LineTable::data(const QModelIndex& index, int role) const {
     }
 }
 
-QVariant LineTable::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return QString(kHeadings.at(static_cast<std::size_t>(section)));
+QString LineTable::heading(int column) const {
+    return QString(kHeadings.at(static_cast<std::size_t>(column)));
 }
 
 }  // namespace kalvo

@@ -1,15 +1,15 @@
 // What went over the line as a model of the toolkit.
 #pragma once
 
-#include <QAbstractTableModel>
 #include <deque>
 #include <vector>
 
+#include "dashboard/windows/row_table_view.h"
 #include "text/line_capture.h"
 
 namespace kalvo {
 
-class LineTable : public QAbstractTableModel {
+class LineTable : public RowTable {
 public:
     // Time, direction, text, bytes.
     enum Column { kTime, kSign, kText, kHex, kColumns };
@@ -19,11 +19,12 @@ public:
 
     [[nodiscard]] const std::deque<LineEvent>& events() const { return events_; }
 
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
-    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                      int role) const override;
+
+protected:
+    [[nodiscard]] std::size_t rows() const override { return events_.size(); }
+    [[nodiscard]] int columns() const override { return kColumns; }
+    [[nodiscard]] QString heading(int column) const override;
 
 private:
     std::deque<LineEvent> events_;

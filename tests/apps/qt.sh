@@ -9,10 +9,7 @@ start() {
   until_true "cible" has_focus document.txt
   sleep 1
 }
-saved() { [ "$(wc -c <"$work/document.txt")" -gt 3 ]; }
 keep() {
-  printf '^s' | type_script
-  until_true "fichier" saved
-  sleep 1
+  save_document
   cp "$work/document.txt" "$work/typed.txt"
 }

@@ -10,10 +10,7 @@ start() {
   until_true "cible" has_focus document.txt
   sleep 1
 }
-saved() { [ "$(wc -c <"$work/document.txt")" -gt 3 ]; }
 keep() {
-  printf '^s' | type_script
-  until_true "fichier" saved
-  sleep 1
+  save_document
   sed 's/\r$//; 1s/^\xef\xbb\xbf//' "$work/document.txt" >"$work/typed.txt"
 }

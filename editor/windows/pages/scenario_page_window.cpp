@@ -193,8 +193,7 @@ QGroupBox* ScenarioPage::pathFrame() {
     FraChemin = new QGroupBox("Fichier de récupération");
     FraChemin->setObjectName("FraChemin");
     auto* const rows = new QFormLayout(FraChemin);
-    auto* const CmdParcourir = makeButton("CmdParcourir", "Parco&urir...",
-                                          kOutputFileTip);
+    auto* const CmdParcourir = makeButton("CmdParcourir", "Parco&urir...", kOutputFileTip);
     connect(CmdParcourir, &QPushButton::clicked, this, [this] { choosePath(); });
     auto* const path = new QHBoxLayout;
     path->addWidget(TxtChemin, 1);
