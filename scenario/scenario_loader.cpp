@@ -44,10 +44,11 @@ private:
 // The items of an "@"-ended list up to the first empty one.
 std::vector<std::string> listItems(std::string_view list) {
     std::vector<std::string> items;
-    FieldCursor cursor(list, scenario_file::kItemEnd);
-    for (std::string_view item = cursor.next(); !item.empty(); item = cursor.next())
+    for (;;) {
+        const std::string_view item = GetField(list, items.size() + 1, scenario_file::kItemEnd);
+        if (item.empty()) return items;
         items.emplace_back(item);
-    return items;
+    }
 }
 
 void loadType(const ScenarioFileReader& file, ActiveScenario& active) {

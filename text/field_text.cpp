@@ -2,23 +2,15 @@
 
 namespace kalvo {
 
-std::string_view FieldCursor::next() {
-    const std::size_t position =
-        separator_.empty() ? std::string_view::npos : text_.find(separator_, start_);
-    found_ = position != std::string_view::npos;
-    if (!found_) {
-        start_ = text_.size();
-        return {};
-    }
-    const std::string_view field = text_.substr(start_, position - start_);
-    start_ = position + 1;
-    return field;
-}
-
 std::string_view GetField(std::string_view text, std::size_t n, std::string_view separator) {
-    FieldCursor cursor(text, separator);
+    if (separator.empty()) return {};
     std::string_view field;
-    for (std::size_t i = 0; i < n && cursor.found(); ++i) field = cursor.next();
+    for (std::size_t start = 0; n > 0; --n) {
+        const std::size_t position = text.find(separator, start);
+        if (position == std::string_view::npos) return {};
+        field = text.substr(start, position - start);
+        start = position + 1;
+    }
     return field;
 }
 

@@ -16,22 +16,4 @@ namespace kalvo {
 // How often the separator occurs, hits not overlapping.
 [[nodiscard]] std::size_t CountSeparators(std::string_view text, std::string_view separator);
 
-// All fields of GetField in order, in one pass over the text: call next() for
-// field 1, 2, ... and test found() after each.
-class FieldCursor {
-public:
-    FieldCursor(std::string_view text, std::string_view separator)
-        : text_(text), separator_(separator) {}
-
-    // The next field; empty, with found() false, behind the last.
-    std::string_view next();
-    [[nodiscard]] bool found() const { return found_; }
-
-private:
-    std::string_view text_;
-    std::string_view separator_;
-    std::size_t start_ = 0;
-    bool found_ = true;
-};
-
 }  // namespace kalvo

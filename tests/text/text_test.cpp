@@ -64,12 +64,6 @@ TEST(Fields, AreEndedByTheirSeparator) {
         const auto c = words(row);
         EXPECT_EQ(GetField(c[0], std::stoul(c[1]), c[2]), c[3]) << row;
     }
-    FieldCursor cursor("xaaay", "aa");
-    EXPECT_EQ(cursor.next(), "x");
-    EXPECT_EQ(cursor.next(), "");
-    EXPECT_TRUE(cursor.found()) << "an empty field between two separators";
-    cursor.next();
-    EXPECT_FALSE(cursor.found());
 }
 
 TEST(Separators, AreCountedWithoutOverlap) {
