@@ -119,7 +119,7 @@ void prepareApplicationFolder(FileSystem& files, Dialogs& dialogs, std::string_v
     for (const std::string_view place :
          {folder, std::string_view(scenarios), std::string_view(copies), std::string_view(users)})
         removeLeftovers(files, place);
-    if (!files.folderExists(scenarios)) files.createFolder(scenarios);
+    files.needFolder(scenarios);
     const std::string database = scenarioDatabase(folder);
     if (files.fileExists(database))
         bringJetDatabaseIn(dialogs, database);

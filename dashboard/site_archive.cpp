@@ -65,8 +65,7 @@ class PassingFile {
 public:
     PassingFile(FileSystem& files, std::string_view applicationFolder)
         : files_(files), path_(inFolder(copiesFolder(applicationFolder), kPassing)) {
-        const std::string folder = copiesFolder(applicationFolder);
-        if (!files.folderExists(folder)) files.createFolder(folder);
+        files.needFolder(copiesFolder(applicationFolder));
     }
     PassingFile(const PassingFile&) = delete;
     PassingFile& operator=(const PassingFile&) = delete;
@@ -205,7 +204,7 @@ std::string bringIn(const Platform& platform, RunTimeState& state, ArchiveFormat
     FileSystem& files = platform.files;
     const PassingFile passing(files, folder);
     files.replace(inFolder(copiesFolder(folder), kBefore), packSite(platform, folder, format));
-    if (!files.folderExists(scenariosFolder(folder))) files.createFolder(scenariosFolder(folder));
+    files.needFolder(scenariosFolder(folder));
     const std::string* database = nullptr;
     for (const ArchiveFile& file : site.files) {
         if (file.name == kDatabase)

@@ -61,11 +61,6 @@ std::string todaysCopy(const Platform& platform, std::string_view applicationFol
     return inFolder(copiesFolder(applicationFolder), std::string(kPrefix) + today + ".mdb");
 }
 
-void needFolder(FileSystem& files, std::string_view applicationFolder) {
-    const std::string folder = copiesFolder(applicationFolder);
-    if (!files.folderExists(folder)) files.createFolder(folder);
-}
-
 // A database that cannot be read is kept as it is.
 void copyWhateverIsThere(const Platform& platform, const std::string& from, const std::string& to) {
     if (!platform.files.fileExists(from)) return;
@@ -132,7 +127,7 @@ std::vector<SiteCopy> siteCopies(FileSystem& files, std::string_view application
 }
 
 void makeDailyCopy(const Platform& platform, std::string_view applicationFolder) {
-    needFolder(platform.files, applicationFolder);
+    platform.files.needFolder(copiesFolder(applicationFolder));
     platform.databases.CompactDatabase(scenarioDatabase(applicationFolder),
                                        todaysCopy(platform, applicationFolder));
     const std::vector<std::string> names = dailyCopies(platform.files, applicationFolder);

@@ -44,6 +44,10 @@ public:
 
     // One folder; its parent must exist.
     virtual void createFolder(std::string_view path) = 0;
+    // The same where it is missing.
+    void needFolder(std::string_view path) {
+        if (!folderExists(path)) createFolder(path);
+    }
 
     // An empty file in place of whatever file was there, open for writing.
     [[nodiscard]] virtual std::unique_ptr<TextStream> create(std::string_view path) = 0;

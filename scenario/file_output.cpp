@@ -100,7 +100,7 @@ void CreateFolderPath(const Platform& platform, std::string_view path) {
             prefix = part;
         else if (part.find('.') == std::string_view::npos)
             prefix.append(1, kPathSeparator).append(part);
-        if (!first && !platform.files.folderExists(prefix)) platform.files.createFolder(prefix);
+        if (!first) platform.files.needFolder(prefix);
         if (end == path.end()) return;
         start = static_cast<std::size_t>(end - path.begin()) + 1;
     }
