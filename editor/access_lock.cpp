@@ -1,7 +1,6 @@
 #include "editor/access_lock.h"
 
 #include "platform/dialogs.h"
-#include "platform/serial_port.h"
 
 namespace kalvo {
 
@@ -19,11 +18,6 @@ bool tryPassword(const Platform& platform, AccessLock& lock, std::string_view pa
     }
     lock.accessLevel = 1;
     return true;
-}
-
-void answerEraseQuestion(const Platform& platform, EraseQuestion& question, bool erase) {
-    if (erase) platform.port.Output(kEraseCommand);
-    question.pending = 0;
 }
 
 }  // namespace kalvo

@@ -11,6 +11,7 @@
 #include "core/run_time_state.h"
 #include "core/start_up.h"
 #include "editor/access_lock.h"
+#include "editor/erase_question.h"
 #include "editor/windows/erase_window.h"
 #include "editor/windows/first_site_window.h"
 #include "editor/windows/settings_window.h"

@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "editor/access_lock.h"
+#include "editor/erase_question.h"
 #include "platform/qt/qt_text.h"
 #include "settings/settings_store.h"
 

@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "editor/keys/key_tables.h"
+#include "keys/key_files.h"
+#include "tests/editor/editor_site.h"
 #include "text/ansi_text.h"
 
 namespace kalvo {
@@ -46,6 +49,27 @@ TEST(KeyListing, StopsAtItsLimit) {
     EXPECT_EQ(listed("a~a~a~a~a~a~"), std::string("Texte : a|Entrée|Texte : a|Entrée|Texte : a|"
                                                   "Entrée|...|"_ansi));
     EXPECT_EQ(listKeys("{DEL 2000000000}~", 0, 6).back(), "...") << "counting ends somewhere";
+}
+
+struct KeyBoxes : ::testing::Test, testing::EditorSite {};
+
+TEST_F(KeyBoxes, RenamingAKeyKeepsWhatItTypes) {
+    KeyTables tables = RemplirTouches(profiles, folder.path());
+    ASSERT_EQ(tables.keys.size(), 15U);
+    ASSERT_EQ(tables.systemKey.size(), 23U);
+    EXPECT_EQ(tables.systemKey[1].label, "{Touche Tab}");
+    EXPECT_EQ(tables.systemKey[1].types, "{TAB}");
+
+    std::vector<std::string> labels;
+    for (const KeyBox& box : tables.systemKey) labels.push_back(box.label);
+    labels[1] = "{Suivant}";
+    saveKeyLabels(profiles, folder.path(), kSystemSection, labels);
+    KeyCorrespondenceTable keys;
+    keys.LoadKeyCorrespondence(profiles, folder.path());
+    EXPECT_EQ(keys.textOf("{Suivant}"), "{TAB}");
+    EXPECT_EQ(keys.textOf("{Touche Tab}"), "");
+    EXPECT_EQ(keys.textOf("{Touche F1}"), "{F1}");
+    EXPECT_EQ(RemplirTouches(profiles, folder.path()).keys[3].label, tables.keys[3].label);
 }
 
 }  // namespace

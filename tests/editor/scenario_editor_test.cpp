@@ -7,10 +7,7 @@
 #include <tuple>
 #include <vector>
 
-#include "editor/access_lock.h"
 #include "editor/keys/key_labels.h"
-#include "editor/keys/key_tables.h"
-#include "keys/key_files.h"
 #include "tests/editor/editor_site.h"
 #include "tests/support/error_of.h"
 
@@ -291,41 +288,6 @@ TEST_F(Scenarios, ApplyingWithoutChoiceStillStoresThePortAndFailuresAreSummedUp)
               "Une erreur vient de se produire. L'opération en cours a été annulée. "
               "Merci de bien vouloir recommencer");
     EXPECT_EQ(choice(kRacScenChx), "Un");
-}
-
-TEST(EraseQuestion, SendsSixBytesForYesAndNothingForNo) {
-    testing::FakePlatform world;
-    EraseQuestion state;
-    world.port.open = true;
-    state.pending = 1;
-    answerEraseQuestion(world.platform, state, false);
-    EXPECT_EQ(world.port.sent, "");
-    EXPECT_EQ(state.pending, 0);
-    answerEraseQuestion(world.platform, state, true);
-    EXPECT_EQ(world.port.sent, std::string({27, '1', '*', 27, 13, 10}));
-    world.port.open = false;
-    EXPECT_EQ(errorOf([&] { answerEraseQuestion(world.platform, state, true); }),
-              error_number::kPortNotOpen);
-    EXPECT_EQ(state.pending, 0) << "the question does not come back";
-}
-
-TEST_F(Scenarios, RenamingAKeyKeepsWhatItTypes) {
-    KeyTables tables = RemplirTouches(profiles, folder.path());
-    ASSERT_EQ(tables.keys.size(), 15U);
-    ASSERT_EQ(tables.systemKey.size(), 23U);
-    EXPECT_EQ(tables.systemKey[1].label, "{Touche Tab}");
-    EXPECT_EQ(tables.systemKey[1].types, "{TAB}");
-
-    std::vector<std::string> labels;
-    for (const KeyBox& box : tables.systemKey) labels.push_back(box.label);
-    labels[1] = "{Suivant}";
-    saveKeyLabels(profiles, folder.path(), kSystemSection, labels);
-    KeyCorrespondenceTable keys;
-    keys.LoadKeyCorrespondence(profiles, folder.path());
-    EXPECT_EQ(keys.textOf("{Suivant}"), "{TAB}");
-    EXPECT_EQ(keys.textOf("{Touche Tab}"), "");
-    EXPECT_EQ(keys.textOf("{Touche F1}"), "{F1}");
-    EXPECT_EQ(RemplirTouches(profiles, folder.path()).keys[3].label, tables.keys[3].label);
 }
 
 }  // namespace
