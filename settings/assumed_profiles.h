@@ -1,3 +1,5 @@
+// Profile files with other values for some entries: what is looked at before it is stored
+// goes through the readers that will read it later.
 #pragma once
 
 #include <functional>
@@ -11,11 +13,10 @@
 
 namespace kalvo {
 
-/// The profile files as they would be if some entries had other values: what is looked at
-/// before it is stored goes through the readers that will read it later. Writes nothing.
+// Reads as if the assumed values stood in the files. Writes nothing.
 class AssumedProfiles : public ProfileFiles {
 public:
-    /// The assumed value of an entry; nothing where its file is to be read.
+    // The assumed value of an entry; nothing where its file is to be read.
     using Assumption = std::function<std::optional<std::string>(
         std::string_view file, std::string_view section, std::string_view key)>;
 
