@@ -10,13 +10,13 @@ namespace kalvo {
 
 namespace {
 
-constexpr int kLeastWidth = 130;
+constexpr int kLeastPickerWidth = 130;
 
 }  // namespace
 
 KeyPickerPane::KeyPickerPane(const SettingsContext& context) : context_(context) {
     setObjectName("FrmTouches");
-    setMinimumWidth(kLeastWidth);
+    setMinimumWidth(kLeastPickerWidth);
     LstTouches = new RowListView(
         "LstTouches",
         "Un double clic (ou Entrée) ajoute l'élément au scénario, ou le met à la place de l'action "
