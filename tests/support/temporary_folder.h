@@ -27,7 +27,7 @@ public:
 
     // The path of a file of the folder; both a native and a core path.
     [[nodiscard]] std::string operator/(const std::string& name) const {
-        return (path_ / name).string();
+        return path_.string() + "/" + name;
     }
     [[nodiscard]] std::string path() const { return path_.string(); }
 
