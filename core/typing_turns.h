@@ -73,7 +73,7 @@ private:
     // the way.
     [[nodiscard]] TypingStop targetProblem();
     void setBusy(bool on);
-    void warn(std::string_view text) { desktop_.say(text, LogLevel::kWarning); }
+    void warn(std::string_view text) const { desktop_.say(text, LogLevel::kWarning); }
     void wait(Batch batch, std::string_view reason);
     [[nodiscard]] bool mayGoOn();
     void start(Batch batch);

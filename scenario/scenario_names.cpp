@@ -30,7 +30,7 @@ std::string refusalOfName(std::string_view name) {
 
 std::string findScenarioFile(FileSystem& files, std::string_view applicationFolder,
                              std::string_view name) {
-    const std::string exact = scenarioFile(applicationFolder, name);
+    std::string exact = scenarioFile(applicationFolder, name);
     if (files.fileExists(exact)) return exact;
     std::vector<std::string> present;
     resumeNext([&] { present = files.list(scenariosFolder(applicationFolder)); });

@@ -64,22 +64,23 @@ bool holdsScenarios(const SqliteConnection& connection) {
 
 // Every scenario is there under its number and name; what was changed since is the user's.
 bool holdsAll(const SqliteConnection& connection, const JetTables& tables) {
-    const auto& columns = kScenarioTables[kScenarios].columns;
-    const auto place = [&](std::string_view name) {
-        return static_cast<std::size_t>(std::find(columns.begin(), columns.end(), name) -
+    const auto placeOf = [](std::string_view column) {
+        const auto& columns = kScenarioTables[kScenarios].columns;
+        return static_cast<std::size_t>(std::find(columns.begin(), columns.end(), column) -
                                         columns.begin());
     };
+    const std::size_t number = placeOf("Numero");
+    const std::size_t name = placeOf("Nom");
     const std::string sql = "SELECT 1 FROM Scenarios WHERE Numero=?1 AND Nom IS ?2";
     SqliteStatement scenario(connection, sql, sql);
+    const auto bind = [&scenario](int index, const JetValue& value) {
+        value ? scenario.bindText(index, *value) : scenario.bindNull(index);
+    };
     return !tables[kScenarios].empty() &&
            std::all_of(tables[kScenarios].begin(), tables[kScenarios].end(),
                        [&](const JetRow& row) {
-                           int index = 0;
-                           for (const std::string_view column : {"Numero", "Nom"}) {
-                               const JetValue& value = row.at(place(column));
-                               ++index;
-                               value ? scenario.bindText(index, *value) : scenario.bindNull(index);
-                           }
+                           bind(1, row.at(number));
+                           bind(2, row.at(name));
                            const bool found = scenario.step();
                            scenario.reset();
                            return found;
@@ -135,7 +136,7 @@ fs::path keepCopy(const fs::path& original) {
     if (!fs::copy_file(original, copy.path(), error)) throw diskError(shownName(copy.path()));
     flushFile(copy.path());
     for (int number = 1;; ++number) {
-        const fs::path kept = keptName(original, number);
+        fs::path kept = keptName(original, number);
         if (placeNewFile(copy.path(), kept) || sameContent(original, kept)) return kept;
     }
 }
