@@ -5,6 +5,7 @@
 #include <future>
 #include <utility>
 
+#include "platform/windows/keyboard/front_window.h"
 #include "platform/windows/wide_text.h"
 
 namespace kalvo {
@@ -141,12 +142,10 @@ void ClipboardPaste::readFormer() {
 }
 
 void ClipboardPaste::render() {
-    DWORD process = 0;
-    if (const HWND asking = GetOpenClipboardWindow(); asking != nullptr)
-        GetWindowThreadProcessId(asking, &process);
+    const DWORD asking = processOf(GetOpenClipboardWindow());
     const std::lock_guard lock(mutex_);
     setText(offered_);
-    fetchedBy_ = process;
+    fetchedBy_ = asking;
     changed_.notify_all();
 }
 

@@ -1,27 +1,25 @@
 #include "platform/windows/keyboard/front_window.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
-
 namespace kalvo {
 
 namespace {
 
-// Classes of the shell's own windows.
-constexpr std::array<std::wstring_view, 5> kShell = {L"Progman", L"WorkerW", L"Shell_TrayWnd",
-                                                     L"Shell_SecondaryTrayWnd",
-                                                     L"NotifyIconOverflowWindow"};
-
+// The desktop, the taskbar, its tips and bubbles have no title bar; folders and dialogs of the
+// same process do.
 bool ofTheShell(HWND window) {
     if (window == GetDesktopWindow() || window == GetShellWindow()) return true;
-    std::array<wchar_t, 64> name{};
-    const int length = GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    const std::wstring_view found(name.data(), static_cast<std::size_t>(length));
-    return std::find(kShell.begin(), kShell.end(), found) != kShell.end();
+    const HWND taskbar = FindWindowW(L"Shell_TrayWnd", nullptr);
+    return taskbar != nullptr && processOf(window) == processOf(taskbar) &&
+           (GetWindowLongW(window, GWL_STYLE) & WS_CAPTION) != WS_CAPTION;
 }
 
 }  // namespace
+
+DWORD processOf(HWND window) {
+    DWORD process = 0;
+    if (window != nullptr) GetWindowThreadProcessId(window, &process);
+    return process;
+}
 
 HWND frontWindow() {
     const HWND window = GetForegroundWindow();

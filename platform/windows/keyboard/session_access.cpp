@@ -11,6 +11,7 @@
 
 #include "platform/clock.h"
 #include "platform/windows/file_handle.h"
+#include "platform/windows/keyboard/front_window.h"
 
 namespace kalvo {
 
@@ -82,9 +83,8 @@ bool SessionAccess::open() {
 }
 
 bool SessionAccess::targetAboveUs() {
-    DWORD process = 0;
-    const HWND front = GetForegroundWindow();
-    if (front == nullptr || GetWindowThreadProcessId(front, &process) == 0) return false;
+    const DWORD process = processOf(GetForegroundWindow());
+    if (process == 0) return false;
     if (process != process_) {
         process_ = process;
         above_ = ranksAboveUs(process);

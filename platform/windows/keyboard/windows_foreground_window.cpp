@@ -9,9 +9,8 @@ namespace kalvo {
 namespace {
 
 bool isForeign(HWND window) {
-    DWORD process = 0;
-    if (window == nullptr || GetWindowThreadProcessId(window, &process) == 0) return false;
-    return process != GetCurrentProcessId();
+    const DWORD process = processOf(window);
+    return process != 0 && process != GetCurrentProcessId();
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "platform/shared/confirming_keys.h"
 #include "platform/windows/file_handle.h"
+#include "platform/windows/keyboard/front_window.h"
 #include "platform/windows/wide_text.h"
 
 namespace kalvo {
@@ -28,9 +29,8 @@ bool isExtended(const KeyRecord& record) {
 
 // The file name of the program in front, "notepad.exe"; empty when it cannot be told.
 std::string programInFront() {
-    DWORD process = 0;
-    GetWindowThreadProcessId(GetForegroundWindow(), &process);
-    const FileHandle handle(OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process));
+    const FileHandle handle(
+        OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, processOf(GetForegroundWindow())));
     std::array<wchar_t, MAX_PATH> path{};
     auto length = static_cast<DWORD>(path.size());
     if (!handle || QueryFullProcessImageNameW(handle.get(), 0, path.data(), &length) == 0)
@@ -168,9 +168,7 @@ void WindowsKeyboard::paste() {
         add(record);
     }
     send();
-    DWORD process = 0;
-    GetWindowThreadProcessId(GetForegroundWindow(), &process);
-    static_cast<void>(clipboard_->awaitFetch(process));
+    static_cast<void>(clipboard_->awaitFetch(processOf(GetForegroundWindow())));
 }
 
 bool WindowsKeyboard::modifierHeld() const {

@@ -52,12 +52,6 @@ LRESULT CALLBACK onKey(int code, WPARAM message, LPARAM details) {
     return CallNextHookEx(nullptr, code, message, details);
 }
 
-DWORD processOf(HWND window) {
-    DWORD process = 0;
-    if (window != nullptr) GetWindowThreadProcessId(window, &process);
-    return process;
-}
-
 }  // namespace
 
 // The system calls a hook through the messages of the thread that set it.
