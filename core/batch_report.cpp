@@ -81,6 +81,12 @@ std::string shortText(const BatchReport& report) {
     return std::string(what) + report.reason + inTheJournal(report);
 }
 
+std::string suspensionText(const BatchReport& report) {
+    return withRemarks(report, std::string("Saisie suspendue à l'enregistrement "_ansi) +
+                                   std::to_string(report.passesDone + 1) + " sur " +
+                                   std::to_string(report.passes) + " : " + report.reason);
+}
+
 std::string longText(const BatchReport& report) {
     if (!report.whole()) return shortText(report);
     return std::string("Trame traitée : "_ansi) + shortText(report) + placeOf(report) + ", " +

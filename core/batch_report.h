@@ -52,7 +52,10 @@ struct BatchReport {
 [[nodiscard]] std::string remarksText(const BatchReport& report);
 // "40 enregistrements saisis", "Lot gardé : ...": one line for a bubble.
 [[nodiscard]] std::string shortText(const BatchReport& report);
-// The same with characters, time and the place where it went, for a log.
+// "Saisie suspendue à l'enregistrement 3 sur 40 : ...", with what to check, of one that has a
+// `rest`.
+[[nodiscard]] std::string suspensionText(const BatchReport& report);
+// The short text with characters, time and the place where it went, for a log.
 [[nodiscard]] std::string longText(const BatchReport& report);
 // Good news, or what the user should look at, or an error.
 [[nodiscard]] LogLevel levelOf(const BatchReport& report);

@@ -174,7 +174,9 @@ Aftermath aftermathOf(const Platform& platform, const RunTimeState& state,
     };
     // What went nowhere must stay where it is.
     const bool mayForget = report.whole() || !set(Option::kEraseAfterSuccess);
-    return {.notice = !report.whole() || set(Option::kNotifications),
+    // A suspended one is told in a window of its own, whose buttons a bubble would cover.
+    const bool told = report.rest != nullptr;
+    return {.notice = !told && (!report.whole() || set(Option::kNotifications)),
             .eraseQuestion = mayForget && pushesBatches(state.TerminalType)};
 }
 

@@ -92,9 +92,7 @@ void TypingTurns::finish(const BatchReport& report) {
 
 void TypingTurns::suspend(const BatchReport& report) {
     suspended_ = report;
-    desktop_.showSuspended(std::string("Saisie suspendue à l'enregistrement "_ansi) +
-                           std::to_string(report.passesDone + 1) + " sur " +
-                           std::to_string(report.passes) + " : " + report.reason);
+    desktop_.showSuspended(suspensionText(report));
 }
 
 void TypingTurns::resume() {

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "platform/qt/xwayland.h"
@@ -58,7 +59,9 @@ void CornerWindow::addButton(QBoxLayout* row, const QString& name, const QString
 void CornerWindow::showInCorner() {
     adjustSize();
     const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-    move(area.right() + 1 - kMargin - width(), area.bottom() + 1 - kMargin - height());
+    // How high the frame is nobody knows before it is shown.
+    const int title = throughXwayland() ? 0 : style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    move(area.right() + 1 - kMargin - width(), area.bottom() + 1 - kMargin - title - height());
     show();
 }
 

@@ -7,6 +7,7 @@ namespace kalvo {
 
 SuspensionWindow::SuspensionWindow(const Actions& actions)
     : CornerWindow("frmSuspension", "KALVO Horizon : saisie suspendue"), text_(new QLabel) {
+    text_->setWordWrap(true);
     inside()->addWidget(text_);
     auto* const buttons = new QHBoxLayout;
     inside()->addLayout(buttons);

@@ -166,6 +166,8 @@ TEST_F(Dispatch, TheSiteDecidesWhatTheUserIsToldAndAskedAfterABatch) {
         EXPECT_EQ(aftermath.notice, c.notice) << c.terminal << c.notices;
         EXPECT_EQ(aftermath.eraseQuestion, c.question) << c.terminal << c.afterSuccess;
     }
+    report.rest = std::make_shared<BatchTyping>(0, "", std::vector<std::uint32_t>{}, 0);
+    EXPECT_FALSE(aftermathOf(platform, state, report).notice) << "its window tells of it";
 }
 
 TEST_F(Dispatch, TypingStopsBetweenKeysAndTellsHowFarItCame) {
