@@ -8,6 +8,7 @@
 
 #include <fstream>
 #include <string>
+#include <utility>
 
 #include "platform/windows/wide_text.h"
 
@@ -15,6 +16,7 @@ namespace {
 
 HWND edit = nullptr;
 std::wstring file;
+bool changed = false;  // and not written yet
 
 std::wstring content() {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(edit)) + 1, L'\0');
@@ -53,10 +55,13 @@ LRESULT CALLBACK handle(HWND window, UINT message, WPARAM w, LPARAM l) {
     switch (message) {
         case WM_SETFOCUS: SetFocus(edit); return 0;
         case WM_COMMAND:
-            if (HIWORD(w) == EN_CHANGE) SetTimer(window, 1, 50, nullptr);
+            // A timer that is set again begins anew: while keys come, nothing would be written.
+            if (HIWORD(w) == EN_CHANGE && !std::exchange(changed, true))
+                SetTimer(window, 1, 50, nullptr);
             return 0;
         case WM_TIMER:
             KillTimer(window, 1);
+            changed = false;
             save();
             return 0;
         case WM_DESTROY: PostQuitMessage(0); return 0;
