@@ -114,9 +114,9 @@ Typing Keysend::typeEvents(KeyScriptReader& reader) {
             }
             if (typing.stop == TypingStop::kNone) {
                 if (news_.progress) news_.progress(typed);
-                if (late) continue;
-                // Moved since the look: that has to be looked at first.
-                if (!keyboard_.holdLayout()) {
+                // Moved since the look, or free to move since nothing holds it: that has to be
+                // looked at first.
+                if (late || !keyboard_.holdLayout()) {
                     lookDue_ = true;
                     continue;
                 }

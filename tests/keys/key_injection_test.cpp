@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <span>
 #include <string>
 #include <vector>
 
@@ -118,6 +119,27 @@ TEST_F(Sending, WhatWasRefusedIsTypedAgainFromTheLastLookOn) {
         EXPECT_EQ(typing.resumeAt, each.typed) << each.script;
         EXPECT_EQ(typing.lead, each.lead) << each.script;
     }
+}
+
+TEST(LateApplication, GetsNoKeyBeforeTheFocusHasBeenLookedAtAgain) {
+    struct Late : testing::FakeKeyboard {
+        int asked = 0, loose = 0;
+        bool held = false;
+        bool awaitTarget(int) override {
+            if (++asked % 3 != 0) return true;
+            return held = false;  // others have gone on while it waited
+        }
+        bool holdLayout() override { return held = true; }
+        void finishInput() override { held = false; }
+        void SendInput(std::span<const KeyRecord> records) override {
+            loose += held ? 0 : 1;
+            FakeKeyboard::SendInput(records);
+        }
+    } late;
+    testing::FakeEventPump events;
+    Keysend(late, events).SendKeyScript("abcdefgh{TAB}ij{ENTER}", 0);
+    EXPECT_EQ(late.typed(), "ABCDEFGH>IJ!");
+    EXPECT_EQ(late.loose, 0);
 }
 
 TEST_F(Sending, TheOlderFamilyLeavesTheScriptToThePlatform) {
