@@ -20,6 +20,9 @@ function(kalvo_library name)
   target_link_libraries(${name} PUBLIC kalvo_options ${ARG_LINK})
 endfunction()
 
+# What tests need not be is fast, and so they are compiled faster.
+set(kalvo_test_options $<$<CONFIG:Release>:-O0>)
+
 # kalvo_test(NAME LABEL SOURCES... [LINK LIBRARIES...] [TIMEOUT SECONDS]): one
 # GoogleTest program. Tests labelled "unit" are listed one by one; a program that
 # needs a display, a line or much time is one entry, so that it sets that up once.
@@ -30,6 +33,7 @@ function(kalvo_test name label)
   endif()
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE kalvo_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
+  target_compile_options(${name} PRIVATE ${kalvo_test_options})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/bin)
   if(CMAKE_CROSSCOMPILING)
     return()  # run by tests/wine
@@ -50,6 +54,7 @@ function(kalvo_gui_test name)
   add_executable(${name} ${ARG_UNPARSED_ARGUMENTS} ${PROJECT_SOURCE_DIR}/tests/support/gui_main.cpp)
   target_link_libraries(${name} PRIVATE
     kalvo_options ${ARG_LINK} Qt6::Widgets Qt6::Test GTest::gmock)
+  target_compile_options(${name} PRIVATE ${kalvo_test_options})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/bin)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES

@@ -9,6 +9,7 @@ unset DISPLAY
 source "$top/scripts/session.sh"
 patience=60
 
+export LC_ALL=C.UTF-8 # Wine takes file names to be in the encoding of the locale
 export WINEPREFIX=$work/prefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
 export TMPDIR=$work # Wine's server leaves a folder behind
 
