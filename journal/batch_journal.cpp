@@ -17,7 +17,7 @@ namespace {
 // Milliseconds. Whoever holds the journal makes each try wait, and the keys with it.
 constexpr std::uint32_t kProgressInterval = 250;
 constexpr std::uint32_t kRetryInterval = 20'000;
-constexpr std::uint64_t kMegabyte = 1024U * 1024U;
+constexpr std::uint64_t kMegabyte = std::uint64_t{1024} * 1024;
 
 }  // namespace
 

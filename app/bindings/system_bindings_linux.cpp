@@ -43,7 +43,7 @@ SystemBindings createSystemBindings(const std::optional<std::string>& applicatio
 }
 
 std::filesystem::path userLocksFolder() {
-    const std::filesystem::path folder = userRuntimeFolder();
+    std::filesystem::path folder = userRuntimeFolder();
     std::error_code ignored;  // a lock that cannot be made keeps nobody out
     std::filesystem::create_directories(folder, ignored);
     return folder;

@@ -245,7 +245,7 @@ void BatchPage::show(const JournalEntry* entry) {
     });
 }
 
-void BatchPage::copy(const JournalEntry& entry) {
+void BatchPage::copy(const JournalEntry& entry) const {
     QApplication::clipboard()->setText(
         toQString(textOf(context_.journal->bytes(entry.id))).replace("\r\n", "\n"));
 }

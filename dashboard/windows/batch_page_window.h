@@ -41,7 +41,7 @@ private:
     [[nodiscard]] const JournalEntry* selected() const;
     [[nodiscard]] QString countText() const;
     void show(const JournalEntry* entry);
-    void copy(const JournalEntry& entry);
+    void copy(const JournalEntry& entry) const;
 
     DashboardContext context_;
     BatchList list_;

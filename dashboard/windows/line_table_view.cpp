@@ -45,7 +45,7 @@ QVariant LineTable::data(const QModelIndex& index, int role) const {
 }
 
 QString LineTable::heading(int column) const {
-    return QString(kHeadings.at(static_cast<std::size_t>(column)));
+    return {kHeadings.at(static_cast<std::size_t>(column))};
 }
 
 }  // namespace kalvo

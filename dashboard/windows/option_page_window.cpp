@@ -10,6 +10,7 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "dashboard/option_desk.h"
 #include "platform/qt/push_button.h"
@@ -23,7 +24,7 @@ constexpr int kLargestNumber = 1'000'000;
 
 }  // namespace
 
-OptionPage::OptionPage(const DashboardContext& context) : context_(context) {
+OptionPage::OptionPage(DashboardContext context) : context_(std::move(context)) {
     auto* const advice =
         makeButton("CmdConseils", "&Réglages conseillés...",
                    "Coche d'un coup tout le premier groupe, après avoir dit ce qui change.");

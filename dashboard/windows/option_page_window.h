@@ -13,7 +13,7 @@ namespace kalvo {
 
 class OptionPage : public QWidget {
 public:
-    explicit OptionPage(const DashboardContext& context);
+    explicit OptionPage(DashboardContext context);
 
     // Shows what the file holds now.
     void refresh();

@@ -101,6 +101,7 @@ void SitePage::refresh() {
     CmdRevenir->setEnabled(!titles.isEmpty());
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): of one type with the other actions
 void SitePage::copyNow() {
     makeDailyCopy(context_.platform, context_.state.scenario.applicationFolder);
 }

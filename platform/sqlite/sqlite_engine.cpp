@@ -74,6 +74,7 @@ DatabaseValue columnValue(sqlite3_stmt* statement, int column) {
 std::unique_ptr<Recordset> takeRows(SqliteStatement& statement) {
     std::vector<std::string> columns;
     const int count = sqlite3_column_count(statement.handle());
+    columns.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
         columns.push_back(fromUtf8(sqlite3_column_name(statement.handle(), i)));
     std::vector<Row> rows;

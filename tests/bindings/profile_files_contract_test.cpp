@@ -110,7 +110,8 @@ TEST_F(ProfileFilesContract, WritesTheFirstMatchAndLeavesTheRest) {
     EXPECT_TRUE(profiles_.write(file, "Port_série"_ansi, "PORT", "12"));
     EXPECT_TRUE(profiles_.write(file, "Port_série"_ansi, "PortActif", " 1"));
     for (const auto& [section, key, expected] : kWhatItHolds) {
-        const bool written = section.find("Port_") != section.npos && key.find("Port") != key.npos;
+        const bool written = section.find("Port_") != std::string_view::npos &&
+                             key.find("Port") != std::string_view::npos;
         EXPECT_EQ(profiles_.read(file, section, key), written ? "12" : expected) << key;
     }
     EXPECT_EQ(profiles_.read(file, "Port_série"_ansi, "PortActif"), "1");

@@ -1,5 +1,6 @@
 // registry_exchange write|check: sets values in the registry of the system it was built for,
 // or checks that they are what "write" sets. Run on both systems over the same registry.
+#include <array>
 #include <cstdio>
 #include <string_view>
 
@@ -15,12 +16,12 @@ struct Setting {
     std::string_view name, text;
 };
 
-constexpr Setting kSettings[] = {
+constexpr auto kSettings = std::to_array<Setting>({
     {"RacScenChx", "Entrée \"stock\" C:\\x €"_ansi},
     {"RacCde", ""},
     {"RacInvent", " Inventaire "},
     {"SepDec", ","},
-};
+});
 
 }  // namespace
 

@@ -145,12 +145,13 @@ TEST_F(Dispatch, WhatBecomesOfABatchIsKeptAndReported) {
 }
 
 TEST_F(Dispatch, TheSiteDecidesWhatTheUserIsToldAndAskedAfterABatch) {
-    const struct {
+    struct Case {
         const char* terminal;
         BatchReport::Outcome outcome;
         int notices, afterSuccess;  // the options
         bool notice, question;
-    } cases[] = {
+    };
+    const std::vector<Case> cases = {
         {"HT630", BatchReport::Outcome::kTyped, 1, 1, true, true},
         {"PT630", BatchReport::Outcome::kWritten, 0, 1, false, true},
         {"Optimus", BatchReport::Outcome::kTyped, 1, 0, true, false},

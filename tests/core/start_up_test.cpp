@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "core/icon_state.h"
 #include "scenario/scenario_store.h"
@@ -113,13 +114,14 @@ TEST_F(StartingUp, ErrorsAreShownAndTheProgramGoesOn) {
 
     std::filesystem::rename(database + ".away", database);
     world.dialogs.shown.clear();
-    const struct {
+    struct Case {
         int error;
         PortStart port;
-    } cases[] = {{error_number::kPortSettings, PortStart::kSettingsRefused},
-                 {error_number::kPermissionDenied, PortStart::kFailed},
-                 {error_number::kPortInvalid, PortStart::kAway},
-                 {error_number::kPortAlreadyOpen, PortStart::kBusy}};
+    };
+    const std::vector<Case> cases = {{error_number::kPortSettings, PortStart::kSettingsRefused},
+                                     {error_number::kPermissionDenied, PortStart::kFailed},
+                                     {error_number::kPortInvalid, PortStart::kAway},
+                                     {error_number::kPortAlreadyOpen, PortStart::kBusy}};
     for (const auto& [error, port] : cases) {
         world.port.openError = error;
         EXPECT_EQ(start(), port) << error;
@@ -129,10 +131,11 @@ TEST_F(StartingUp, ErrorsAreShownAndTheProgramGoesOn) {
 }
 
 TEST(IconState, ShowsTheMostPressingThing) {
-    const struct {
+    struct Case {
         ProgramCondition condition;
         IconState state;
-    } cases[] = {
+    };
+    const std::vector<Case> cases = {
         {{.portOpen = true}, IconState::kReady},
         {{.portOpen = false, .waiting = 2}, IconState::kNoPort},
         {{.portOpen = true, .lineLost = true, .waiting = 2}, IconState::kNoPort},

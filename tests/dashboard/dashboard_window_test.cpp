@@ -138,7 +138,7 @@ TEST_F(Dashboard, ShowsTheLineAndSavesIt) {
 TEST_F(Dashboard, StoresOptionsAtOnceAndTakesAdviceWhenAsked) {
     open();
     for (const OptionInfo& info : allOptions()) {
-        QWidget* const box = find<QWidget>(("Opt" + std::string(info.key)).c_str());
+        auto* const box = find<QWidget>(("Opt" + std::string(info.key)).c_str());
         ASSERT_NE(box, nullptr) << info.key;
         const std::int32_t before = optionValue(profiles, folder.path(), info.option);
         QTest::keyClick(box, info.number ? Qt::Key_Up : Qt::Key_Space);

@@ -125,14 +125,15 @@ TEST_F(Steps, AnInsertThatIsGivenUpLeavesNoGap) {
 TEST_F(Steps, StepsAreMovedAndEveryChangeCanBeTakenBack) {
     addScenario("S", kEmulationRow, {"a", "b", "c", "d"});
     scenarios.loadSelected();
-    const struct {
+    struct Case {
         int row, before, selected;
         std::vector<std::string> steps;
-    } cases[] = {{0, 3, 2, {"b", "c", "a", "d"}},
-                 {3, 0, 0, {"d", "b", "c", "a"}},
-                 {1, 9, 3, {"d", "c", "a", "b"}},
-                 {1, 2, 3, {"d", "c", "a", "b"}},   // it is there already
-                 {5, 0, 3, {"d", "c", "a", "b"}}};  // a marker
+    };
+    const std::vector<Case> cases = {{0, 3, 2, {"b", "c", "a", "d"}},
+                                     {3, 0, 0, {"d", "b", "c", "a"}},
+                                     {1, 9, 3, {"d", "c", "a", "b"}},
+                                     {1, 2, 3, {"d", "c", "a", "b"}},   // it is there already
+                                     {5, 0, 3, {"d", "c", "a", "b"}}};  // a marker
     for (const auto& one : cases) {
         actions.moveStep(one.row, one.before);
         EXPECT_EQ(readActionTexts(*state.database, current.scenarioNumber), one.steps);

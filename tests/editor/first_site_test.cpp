@@ -83,18 +83,19 @@ TEST_F(FirstSiteTest, APageIsLeftOnlyWhenItIsFilledIn) {
     site.serial.choosePort(0);
     EXPECT_EQ(site.refusalOfTerminal(), "");
     addScenario("Stock", testing::kEmulationRow, {"&CODE"});
-    const struct {
+    struct Case {
         const char *sample, *name, *path;
         TemplateRow row;
         const char* refusal;
-    } cases[] = {{"A\n1", "Saisie", "", kCodeAndQuantity, ""},
-                 {" \n", "Saisie", "", kCode, "exemple"},
-                 {"A", "l'article", "", kCode, "apostrophe"},
-                 {"A", "a/b", "", kCode, "dossiers"},
-                 {"A", "stock", "", kCode, "existe"},
-                 {"A\n1", "Saisie", " ", kFile, "fichier"},
-                 {"A\n1", "Saisie", "l'un.txt", kFile, "apostrophe"},
-                 {"A\n1", "Saisie", "lot.txt", kFile, ""}};
+    };
+    const std::vector<Case> cases = {{"A\n1", "Saisie", "", kCodeAndQuantity, ""},
+                                     {" \n", "Saisie", "", kCode, "exemple"},
+                                     {"A", "l'article", "", kCode, "apostrophe"},
+                                     {"A", "a/b", "", kCode, "dossiers"},
+                                     {"A", "stock", "", kCode, "existe"},
+                                     {"A\n1", "Saisie", " ", kFile, "fichier"},
+                                     {"A\n1", "Saisie", "l'un.txt", kFile, "apostrophe"},
+                                     {"A\n1", "Saisie", "lot.txt", kFile, ""}};
     for (const auto& one : cases) {
         site.sample = one.sample;
         site.scenarioName = one.name;

@@ -6,11 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <iomanip>
 #include <random>
 #include <set>
 #include <sstream>
+#include <vector>
 
 #include "platform/jet/jet_tables.h"
 #include "tests/support/temporary_folder.h"
@@ -20,7 +22,7 @@
 namespace kalvo {
 namespace {
 
-constexpr const char* kSamples[] = {"Scen-jet4.mdb", "Scen-wide-jet4.mdb", "Scen-wide-jet3.mdb"};
+constexpr std::array kSamples = {"Scen-jet4.mdb", "Scen-wide-jet4.mdb", "Scen-wide-jet3.mdb"};
 
 std::string sample(const std::string& name) { return testing::bytesOf(KALVO_TEST_DATA + name); }
 std::size_t pageSizeOf(const std::string& file) { return file.at(20) == 0 ? 2048 : 4096; }
@@ -154,12 +156,13 @@ TEST(JetReader, AgreesWithMdbExportOnVariantsOfTheSamples) {
 
 TEST(JetReader, RefusesWhatItCannotRead) {
     constexpr std::size_t kPage = 2048;
-    const struct {
+    struct Case {
         const char* damage;
         std::size_t at;
         std::string bytes;
         const char* error;
-    } cases[] = {
+    };
+    const std::vector<Case> cases = {
         {"no Jet file", 4, "X", "3343 Format"},
         {"the successor's", 13, "ACE", "plus récent"},
         {"a later version", 20, "\x02", "plus récent"},

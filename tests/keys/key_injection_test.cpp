@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <span>
 #include <string>
 #include <vector>
@@ -29,10 +30,10 @@ struct Sending : ::testing::Test {
         for (const auto& batch : keyboard.batches) {
             std::string line;
             for (const KeyRecord& record : batch) {
-                char text[16];
-                std::snprintf(text, sizeof text, "%s%x%c", line.empty() ? "" : " ",
+                std::array<char, 16> text{};
+                std::snprintf(text.data(), text.size(), "%s%x%c", line.empty() ? "" : " ",
                               record.virtualKey, (record.flags & kKeyEventKeyUp) != 0 ? '^' : 'v');
-                line += text;
+                line += text.data();
             }
             lines.push_back(line);
         }

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <iterator>
+#include <array>
 #include <map>
 #include <random>
 #include <string>
@@ -107,12 +107,12 @@ TEST(KeyScriptReader, ReadsTheRewrittenText) {
 // Whatever a script holds, reading it ends and every key that goes down comes up.
 TEST(KeyScriptReader, LeavesNothingPressedWhateverTheScript) {
     std::mt19937 random(20240305);
-    constexpr std::string_view kPieces[] = {"{",           "}", "+",    "^",  "%",   "(",
-                                            ")",           "~", "a",    " 3", "TAB", "{TAB}",
-                                            "{NUMLOCK 2}", "{", "\xE9", "-1", "0"};
+    constexpr auto kPieces =
+        std::to_array<std::string_view>({"{", "}", "+", "^", "%", "(", ")", "~", "a", " 3", "TAB",
+                                         "{TAB}", "{NUMLOCK 2}", "{", "\xE9", "-1", "0"});
     for (int round = 0; round < 20000; ++round) {
         std::string script;
-        for (auto n = random() % 24; n > 0; --n) script += kPieces[random() % std::size(kPieces)];
+        for (auto n = random() % 24; n > 0; --n) script += kPieces[random() % kPieces.size()];
         KeyScriptReader reader(script, ansiToOem);
         std::map<std::string, int> down;
         while (const auto event = reader.next()) {

@@ -166,13 +166,14 @@ TEST_F(Scenarios, AreLoadedWithWhatTheirFileSays) {
 
 TEST_F(Scenarios, AreWarnedOfWhatWillNotWorkAsItLooks) {
     const std::string longStep(2000, 'x');
-    const struct {
+    struct Case {
         std::vector<std::string> steps;
         std::int16_t partial, fields;
         bool counts;
         std::int32_t counter;
         std::vector<std::string> words;  // one in each warning
-    } cases[] = {
+    };
+    const std::vector<Case> cases = {
         {{"&CODE", " ", longStep, std::string(44, 'y')}, 0, 0, false, 32'001, {}},
         {{longStep, std::string(53, 'y')}, 0, 0, false, 0, {"2054"}},
         {{"  ", "a@b"}, 0, 0, false, 0, {"première"_ansi.data()}},

@@ -34,7 +34,7 @@ public:
     std::string application;
 
     bool connected() override { return plugged; }
-    std::string target() const override { return application; }
+    [[nodiscard]] std::string target() const override { return application; }
     void requestLeave() override { ++leavesAsked; }
     TypingStop obstacle() override {
         if (takes == 0) return TypingStop::kKeysRefused;

@@ -59,7 +59,7 @@ public:
     std::string Input() override {
         const std::size_t length =
             inputLen == 0 ? waiting.size() : static_cast<std::size_t>(inputLen);
-        const std::string taken = waiting.substr(0, length);
+        std::string taken = waiting.substr(0, length);
         waiting.erase(0, length);
         return taken;
     }
@@ -78,7 +78,7 @@ public:
         open = wanted;
     }
     void reopen() override {
-        log.push_back("reopen");
+        log.emplace_back("reopen");
         if (opening_) opening_();
         open = true;
     }

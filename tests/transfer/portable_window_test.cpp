@@ -191,7 +191,7 @@ TEST_F(PortableWindowTest, FollowsATransferAndLetsNothingElseBegin) {
 }
 
 TEST_F(PortableWindowTest, EscapeTheButtonAndClosingBreakOff) {
-    const std::pair<const char*, std::function<void()>> ways[] = {
+    const std::vector<std::pair<const char*, std::function<void()>>> ways = {
         {"button", [this] { press("cmdBreak"); }},
         {"Escape", [this] { QTest::keyClick(window, Qt::Key_Escape); }},
         {"closing", [this] { EXPECT_FALSE(window->close()); }},

@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "keys/key_injection.h"
 #include "platform/x11/x11_atoms.h"
@@ -109,15 +110,16 @@ TEST_F(Watching, StopsForTheStopKeyTheFocusTheTargetAndTheEnd) {
         std::function<void()> meanwhile;
     };
     std::unique_ptr<RecordingWindow> other;
-    const Case cases[] = {{"stop key", TypingStop::kStopKey, [&] { tapRealKey(XKB_KEY_Escape); }},
-                          {"program", TypingStop::kProgramEnds, [&] { pump.end = true; }},
-                          {"target", TypingStop::kTargetGone,
-                           [&] {
-                               window->destroy();
-                               other = std::make_unique<RecordingWindow>(server().display());
-                           }},
-                          {"focus", TypingStop::kOtherApplication,
-                           [&] { other = std::make_unique<RecordingWindow>(server().display()); }}};
+    const std::vector<Case> cases = {
+        {"stop key", TypingStop::kStopKey, [&] { tapRealKey(XKB_KEY_Escape); }},
+        {"program", TypingStop::kProgramEnds, [&] { pump.end = true; }},
+        {"target", TypingStop::kTargetGone,
+         [&] {
+             window->destroy();
+             other = std::make_unique<RecordingWindow>(server().display());
+         }},
+        {"focus", TypingStop::kOtherApplication,
+         [&] { other = std::make_unique<RecordingWindow>(server().display()); }}};
     for (const auto& [name, stop, meanwhile] : cases) {
         window.reset();
         window = std::make_unique<RecordingWindow>(server().display());

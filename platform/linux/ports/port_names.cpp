@@ -34,6 +34,7 @@ std::map<int, LinuxPortNames::Meaning> LinuxPortNames::meanings() const {
         if (!entry.empty()) meanings[number] = {std::move(entry), true};
     }
     std::vector<std::string> taken;
+    taken.reserve(meanings.size());
     for (const auto& [number, meaning] : meanings) taken.push_back(devices_.locate(meaning.entry));
 
     std::vector<std::string> displaced;
