@@ -167,16 +167,20 @@ BatchReport dispatchAgain(const Platform& platform, RunTimeState& state, BatchJo
         .run(fromPass, entry.passesDone);
 }
 
+bool deservesNotice(const Platform& platform, std::string_view applicationFolder,
+                    const BatchReport& report) {
+    if (report.rest) return false;
+    return !report.whole() ||
+           optionSet(platform.profiles, applicationFolder, Option::kNotifications);
+}
+
 Aftermath aftermathOf(const Platform& platform, const RunTimeState& state,
                       const BatchReport& report) {
-    const auto set = [&](Option option) {
-        return optionSet(platform.profiles, state.scenario.applicationFolder, option);
-    };
+    const std::string& folder = state.scenario.applicationFolder;
     // What went nowhere must stay where it is.
-    const bool mayForget = report.whole() || !set(Option::kEraseAfterSuccess);
-    // A suspended one is told in a window of its own, whose buttons a bubble would cover.
-    const bool told = report.rest != nullptr;
-    return {.notice = !told && (!report.whole() || set(Option::kNotifications)),
+    const bool mayForget =
+        report.whole() || !optionSet(platform.profiles, folder, Option::kEraseAfterSuccess);
+    return {.notice = deservesNotice(platform, folder, report),
             .eraseQuestion = mayForget && pushesBatches(state.TerminalType)};
 }
 

@@ -28,6 +28,11 @@ BatchReport TraiteEmul(const Platform& platform, RunTimeState& state, BatchJourn
 BatchReport dispatchAgain(const Platform& platform, RunTimeState& state, BatchJournal& journal,
                           const JournalEntry& entry, std::string bytes, std::int32_t fromPass);
 
+// Whether a bubble says what became of a batch or a replay: not of a suspended one, which is
+// told in a window of its own, whose buttons a bubble would cover.
+[[nodiscard]] bool deservesNotice(const Platform& platform, std::string_view applicationFolder,
+                                  const BatchReport& report);
+
 // What the user is told and asked once a batch is done with, as the site wants it.
 struct Aftermath {
     bool notice = false;         // a bubble says what became of it

@@ -132,8 +132,7 @@ std::optional<BatchReport> ReplayFile(const Platform& platform, ScenarioRun& run
         frame = readFrame(platform, file, separator);
     }
     BatchReport report = replayFrame(platform, run, std::move(frame));
-    if (!report.whole() ||
-        optionSet(platform.profiles, run.applicationFolder, Option::kNotifications))
+    if (deservesNotice(platform, run.applicationFolder, report))
         platform.icon.notify(shortText(report), levelOf(report));
     return report;
 }

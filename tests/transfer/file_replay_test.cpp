@@ -78,6 +78,12 @@ TEST_F(Replay, OnlyTextBeforeATimerOrWithALockTokenIsTypedUnlessTheSiteWantsAll)
     EXPECT_TRUE(replay("AB\n"));
     EXPECT_FALSE(world.keyboard.lockOn(kVkCapital));
     EXPECT_EQ(world.events.sleeps.back(), 70);
+
+    // One that is suspended is told in its own window.
+    world.watch.goneAt = world.watch.looks + 1;
+    EXPECT_NE(ReplayFile(world.platform, run, file, ";")->rest, nullptr);
+    EXPECT_THAT(toUtf8(world.icon.notices.back()),
+                ::testing::Not(::testing::StartsWith("Saisie arr")));
 }
 
 TEST_F(Replay, AMissingFileIsSaidAndAFailingOutputReported) {
